@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+// The user-defaults store and the keys that the program owns in it.
+namespace Defaults {
+
+inline constexpr QStringView shortcutKey = u"shortcut";
+inline constexpr QStringView lastFolderKey = u"ultimaCarpeta";
+
+// Invalid when nothing is stored.
+[[nodiscard]] QVariant value(QStringView key);
+// Written to disk at once. A store that cannot be written loses the value.
+void setValue(QStringView key, const QVariant &value);
+
+} // namespace Defaults

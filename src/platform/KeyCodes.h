@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QtCore/qnamespace.h>
+
+#include <cstdint>
+#include <optional>
+
+// The one table between three ways of naming a key's position: the virtual key
+// codes of the saved shortcut, the kernel's evdev codes, and Qt's keys as a US
+// keyboard types them.
+namespace KeyCodes {
+
+inline constexpr std::uint32_t returnKey = 36;
+inline constexpr std::uint32_t tabKey = 48;
+inline constexpr std::uint32_t spaceKey = 49;
+inline constexpr std::uint32_t escapeKey = 53;
+inline constexpr std::uint32_t keypadEnterKey = 76;
+
+// Absent for a code that no keyboard here has.
+[[nodiscard]] std::optional<std::uint32_t> toEvdev(std::uint32_t keyCode);
+[[nodiscard]] std::optional<std::uint32_t> fromEvdev(std::uint32_t evdevCode);
+[[nodiscard]] std::optional<Qt::Key> qtKeyAt(std::uint32_t evdevCode);
+
+} // namespace KeyCodes

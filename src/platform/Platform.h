@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/Desktop.h"
+#include "platform/HotKeyService.h"
+#include "platform/KeyboardLayout.h"
+#include "platform/LoginItem.h"
+#include "platform/ScreenGrabber.h"
+#include "platform/StatusItem.h"
+#include "platform/WindowPlacer.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+// Every service of the system that the program runs on. No member is null.
+struct Platform {
+    std::unique_ptr<ScreenGrabber> screens;
+    std::unique_ptr<WindowPlacer> windows;
+    std::unique_ptr<HotKeyService> hotKeys;
+    std::unique_ptr<KeyboardLayout> keyboard;
+    std::unique_ptr<StatusItem> statusItem;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<Desktop> desktop;
+};
+
+// Chooses the back ends for the display that the application object is on. The
+// environment variable VELLUMORA_PLATAFORMA ("x11" or "none") overrules it.
+[[nodiscard]] Platform makePlatform();
+
+// To be called before the application object exists. Prepares the environment
+// of the toolkit; absent when a display can be opened, else a sentence for the
+// user that says what is missing.
+[[nodiscard]] std::optional<QString> prepareDisplay();
+
+// The same for a run that needs no display at all.
+void prepareOffscreen();

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "capture/ScreenShot.h"
+
+#include <QCoroTask>
+
+#include <optional>
+#include <vector>
+
+// Takes still pictures of the screens.
+class ScreenGrabber {
+public:
+    virtual ~ScreenGrabber() = default;
+
+    // Whether the system lets this program see the screens.
+    [[nodiscard]] virtual bool accessGranted() = 0;
+    // Makes the system ask the user, once; the answer is not waited for.
+    virtual void requestAccess() = 0;
+    // Opens the page of the system's settings where access is given.
+    virtual void openAccessSettings() = 0;
+
+    // One picture a screen, in the order of the system's list, in device
+    // pixels, without the pointer and without this program's own windows. A
+    // screen that cannot be matched is left out. Absent when the system
+    // refuses or fails.
+    [[nodiscard]] virtual QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() = 0;
+};

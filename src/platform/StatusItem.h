@@ -1,0 +1,14 @@
+#pragma once
+
+class QMenu;
+
+// The icon in the desktop's tray or panel.
+class StatusItem {
+public:
+    virtual ~StatusItem() = default;
+
+    // Shows the icon as soon as there is a place for it, now or later; its
+    // clicks open the menu, which must outlive the item. Where there never is a
+    // place, nothing shows and nothing is said.
+    virtual void show(QMenu &menu) = 0;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+class QScreen;
+class QWidget;
+
+// Puts windows above everything else on a screen, for the time of a session,
+// and hands the keyboard to one of them.
+class WindowPlacer {
+public:
+    virtual ~WindowPlacer() = default;
+
+    // Remembers who has the keyboard now. Before the first overlay is shown.
+    virtual void beginSession() = 0;
+
+    // Shows the window borderless, above everything, over the whole screen and
+    // on every desktop.
+    virtual void cover(QWidget &window, QScreen &screen) = 0;
+
+    // From now on this covering window has the keyboard.
+    virtual void giveKeyboard(QWidget &window) = 0;
+
+    // The screen under the pointer; null when the pointer is on none.
+    [[nodiscard]] virtual QScreen *screenUnderPointer() const = 0;
+
+    // Gives the keyboard back to whom it was taken from. To be called while the
+    // overlays still show, or some window managers focus nobody. Harmless when
+    // no session is open.
+    virtual void endSession() = 0;
+};

@@ -1,0 +1,78 @@
+#include "platform/none/NoServices.h"
+
+#include <QGuiApplication>
+#include <QLocale>
+#include <QWidget>
+
+namespace {
+
+class NoScreens final : public ScreenGrabber {
+public:
+    bool accessGranted() override { return false; }
+    void requestAccess() override {}
+    void openAccessSettings() override {}
+    QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override { co_return std::nullopt; }
+};
+
+class PlainWindows final : public WindowPlacer {
+public:
+    void beginSession() override {}
+
+    void cover(QWidget &window, QScreen &screen) override
+    {
+        window.setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        window.setScreen(&screen);
+        window.setGeometry(screen.geometry());
+        window.show();
+    }
+
+    void giveKeyboard(QWidget &window) override { window.activateWindow(); }
+    QScreen *screenUnderPointer() const override { return QGuiApplication::screenAt(QCursor::pos()); }
+    void endSession() override {}
+};
+
+class NoHotKeys final : public HotKeyService {
+public:
+    bool registerShortcut(const Shortcut &) override { return false; }
+    void unregisterShortcut() override {}
+};
+
+class NoLayout final : public KeyboardLayout {
+public:
+    std::optional<QString> textOfKey(std::uint32_t) const override { return std::nullopt; }
+};
+
+class NoStatusItem final : public StatusItem {
+public:
+    void show(QMenu &) override {}
+};
+
+class NoLoginItem final : public LoginItem {
+public:
+    bool enabled() const override { return false; }
+    void enable() override {}
+    void disable() override {}
+};
+
+class NoDesktop final : public Desktop {
+public:
+    void beep() override {}
+    void playPop() override {}
+    void hapticTick() override {}
+    bool reduceMotion() const override { return false; }
+    void openWeb(const QUrl &) override {}
+    QStringList preferredLanguages() const override { return QLocale::system().uiLanguages(); }
+};
+
+} // namespace
+
+Platform makeNoPlatform()
+{
+    return {.screens = std::make_unique<NoScreens>(),
+            .windows = std::make_unique<PlainWindows>(),
+            .hotKeys = std::make_unique<NoHotKeys>(),
+            .keyboard = std::make_unique<NoLayout>(),
+            .statusItem = std::make_unique<NoStatusItem>(),
+            .loginItem = std::make_unique<NoLoginItem>(),
+            .desktop = std::make_unique<NoDesktop>()};
+}
