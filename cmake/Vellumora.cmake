@@ -26,5 +26,5 @@ function(vellumora_test path)
   target_link_libraries(${name}Test PRIVATE Qt6::Test ${test_LINKS})
   add_test(NAME ${path} COMMAND ${name}Test)
   set_tests_properties(${path} PROPERTIES LABELS unit TIMEOUT 120
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}")
+    ENVIRONMENT "QT_SCREEN_SCALE_FACTORS=A=2\\;B=1\\;C=1.25;QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/support/screens.json;VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}")
 endfunction()

@@ -1,0 +1,103 @@
+#include "app/AboutPanel.h"
+
+#include "base/Fonts.h"
+#include "l10n/L10n.h"
+#include "updater/Version.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QIcon>
+#include <QLabel>
+#include <QPalette>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int iconSide = 96; // points
+constexpr double nameSize = 17;
+constexpr double textSize = 11;
+constexpr double secondaryOpacity = 0.65; // of the text colour
+constexpr double tertiaryOpacity = 0.35;
+
+QString faded(double opacity)
+{
+    QColor color = QApplication::palette().color(QPalette::WindowText);
+    return QStringLiteral("rgba(%1, %2, %3, %4)")
+        .arg(color.red())
+        .arg(color.green())
+        .arg(color.blue())
+        .arg(opacity);
+}
+
+QString span(const QString &text, double opacity)
+{
+    QString html = text.toHtmlEscaped();
+    html.replace(u'\n', QStringLiteral("<br>"));
+    return QStringLiteral("<span style=\"color: %1\">%2</span>").arg(faded(opacity), html);
+}
+
+QString link(const QString &text, const QUrl &address)
+{
+    return QStringLiteral("<a href=\"%1\" style=\"font-weight: 500\">%2</a>")
+        .arg(address.toString(QUrl::FullyEncoded).toHtmlEscaped(), text.toHtmlEscaped());
+}
+
+QLabel *centred(const QString &text, const QFont &font, QWidget &panel)
+{
+    auto *label = new QLabel(text, &panel);
+    label->setFont(font);
+    label->setAlignment(Qt::AlignHCenter);
+    return label;
+}
+
+QDialog *makePanel(const std::function<void(const QUrl &)> &openLink)
+{
+    auto *panel = new QDialog;
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setWindowTitle(L10n::t(u"Acerca de Vellumora…").remove(u'…').trimmed());
+    auto *icon = new QLabel(panel);
+    icon->setPixmap(QApplication::windowIcon().pixmap(QSize(iconSide, iconSide), panel->devicePixelRatioF()));
+    icon->setAlignment(Qt::AlignHCenter);
+    auto *credits = centred(AboutPanel::credits(), Fonts::system(textSize), *panel);
+    credits->setTextFormat(Qt::RichText);
+    credits->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    QObject::connect(credits, &QLabel::linkActivated, panel,
+                     [openLink](const QString &address) { openLink(QUrl(address)); });
+    auto *rows = new QVBoxLayout(panel);
+    rows->setContentsMargins(36, 24, 36, 24);
+    rows->setSpacing(8);
+    rows->addWidget(icon);
+    rows->addWidget(centred(QStringLiteral("Vellumora"), Fonts::system(nameSize, QFont::Bold), *panel));
+    rows->addWidget(centred(Version::current(), Fonts::system(textSize), *panel));
+    rows->addWidget(credits);
+    rows->addWidget(centred(QStringLiteral("© KLV"), Fonts::system(textSize), *panel));
+    return panel;
+}
+
+} // namespace
+
+namespace AboutPanel {
+
+void show(const std::function<void(const QUrl &)> &openLink)
+{
+    static QPointer<QDialog> open;
+    if (!open)
+        open = makePanel(openLink);
+    open->show();
+    open->raise();
+    open->activateWindow();
+}
+
+QString credits()
+{
+    const QString about = L10n::t(u"Capturas de pantalla rápidas.\nTus capturas no salen de tu ordenador.");
+    const QString separator = QStringLiteral("\u00a0\u00a0\u00a0·\u00a0\u00a0\u00a0");
+    return QStringLiteral("<div align=\"center\">%1<br><br>%2%3%4"
+                          "<br><span style=\"font-size: 6px\"><br></span>%5</div>")
+        .arg(span(about, secondaryOpacity), link(L10n::web().host(), L10n::web()),
+             span(separator, tertiaryOpacity), link(L10n::t(u"Aviso legal"), L10n::legal()),
+             link(L10n::t(u"☕ Invítame a un café"), L10n::cafe()));
+}
+
+} // namespace AboutPanel

@@ -1,0 +1,160 @@
+#include "app/AppDelegate.h"
+
+#include "app/AboutPanel.h"
+#include "app/DemoMode.h"
+#include "app/PermissionAlert.h"
+#include "base/Log.h"
+#include "capture/Capture.h"
+#include "capture/CaptureSession.h"
+#include "hotkey/Prefs.h"
+#include "l10n/L10n.h"
+#include "platform/Platform.h"
+#include "settings/SettingsWindow.h"
+#include "updater/Updater.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto menuCloses = 250ms; // so that the menu is not in the picture
+constexpr auto updateCheckAfter = 4s;
+
+} // namespace
+
+AppDelegate::AppDelegate(Platform &platform, CommandLine commandLine)
+    : m_platform(platform)
+    , m_commandLine(std::move(commandLine))
+{}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::log(const QString &message) { Log::write(message); }
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    m_hotKey.emplace(*m_platform.hotKeys, [this] {
+        log(QStringLiteral("atajo pulsado"));
+        capture();
+    });
+    if (!m_commandLine.anyMode)
+        takeShortcut();
+    buildStatusItem();
+    refreshMenuTitle();
+    if (!m_platform.screens->accessGranted())
+        m_platform.screens->requestAccess();
+    runModes();
+    if (!m_commandLine.anyMode)
+        QTimer::singleShot(updateCheckAfter, this, [] { Updater::check(Updater::Asked::byItself); });
+    if (m_commandLine.capture)
+        capture();
+    if (m_commandLine.settings)
+        openSettings();
+}
+
+void AppDelegate::takeShortcut()
+{
+    const Shortcut wanted = Prefs::shortcut();
+    const bool taken = m_hotKey->registerShortcut(wanted);
+    log(QStringLiteral("registro de atajo %1 -> %2")
+            .arg(wanted.display(*m_platform.keyboard),
+                 taken ? QStringLiteral("OK") : QStringLiteral("FALLO")));
+    // Refused too, it leaves the program without a hot key; the menu still works.
+    if (!taken)
+        (void)m_hotKey->registerShortcut(Shortcut{});
+}
+
+void AppDelegate::buildStatusItem()
+{
+    m_menu.emplace(StatusMenu::Actions{
+        .capture = [this] { captureFromMenu(); },
+        .settings = [this] { openSettings(); },
+        .about = [this] { openAbout(); },
+        .web = [this] { openWeb(); },
+        .updates = [this] { checkUpdates(); },
+        .quit = [] { QCoreApplication::quit(); },
+    });
+    m_menu->showIn(*m_platform.statusItem);
+}
+
+void AppDelegate::refreshMenuTitle() { m_menu->setShortcut(Prefs::shortcut().display(*m_platform.keyboard)); }
+
+void AppDelegate::runModes()
+{
+    if (!m_commandLine.demo)
+        return;
+    const int status
+        = DemoMode::run(m_commandLine.demo->picture, m_commandLine.demo->folder, *m_platform.desktop);
+    QTimer::singleShot(0, this, [status] { QCoreApplication::exit(status); });
+}
+
+void AppDelegate::captureFromMenu()
+{
+    QTimer::singleShot(menuCloses, this, [this] { capture(); });
+}
+
+void AppDelegate::capture()
+{
+    if (m_session || m_capturing)
+        return;
+    if (m_platform.screens->accessGranted())
+        startCapture();
+    else
+        askForPermission();
+}
+
+QCoro::Task<void> AppDelegate::startCapture()
+{
+    const QPointer<AppDelegate> alive(this);
+    m_capturing = true;
+    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens);
+    if (!alive)
+        co_return;
+    m_capturing = false;
+    if (!shots)
+        askForPermission();
+    if (!shots || shots->empty())
+        co_return;
+    m_session = std::make_unique<CaptureSession>(*m_platform.windows, *m_platform.desktop);
+    // The session reports its end from within one of its own windows' events.
+    m_session->onFinish = [this] { m_session.release()->deleteLater(); };
+    m_session->start(*shots);
+}
+
+void AppDelegate::askForPermission()
+{
+    PermissionAlert::show([this] { m_platform.screens->openAccessSettings(); });
+}
+
+void AppDelegate::openSettings()
+{
+    if (!m_settings) {
+        m_settings = std::make_unique<SettingsWindow>(*m_platform.keyboard);
+        m_settings->onShortcut = [this](const Shortcut &proposed) { return changeShortcut(proposed); };
+    }
+    m_settings->present();
+}
+
+bool AppDelegate::changeShortcut(const Shortcut &proposed)
+{
+    const bool taken = m_hotKey->registerShortcut(proposed);
+    if (!taken)
+        (void)m_hotKey->registerShortcut(Prefs::shortcut());
+    // The settings save what was accepted after this returns.
+    QTimer::singleShot(0, this, [this] { refreshMenuTitle(); });
+    return taken;
+}
+
+void AppDelegate::openAbout()
+{
+    AboutPanel::show([this](const QUrl &address) { m_platform.desktop->openWeb(address); });
+}
+
+void AppDelegate::openWeb() { m_platform.desktop->openWeb(L10n::web()); }
+
+void AppDelegate::checkUpdates() { Updater::check(Updater::Asked::byUser); }

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/CommandLine.h"
+#include "app/StatusMenu.h"
+#include "hotkey/HotKey.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+class CaptureSession;
+class SettingsWindow;
+struct Platform;
+
+// The application: owns the status item, the hot key, the settings window and
+// the capture in progress, of which there is never more than one.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+
+public:
+    // The platform must outlive it.
+    AppDelegate(Platform &platform, CommandLine commandLine);
+    ~AppDelegate() override;
+
+    void applicationDidFinishLaunching();
+
+    // Does nothing while a capture is in progress.
+    void capture();
+    void captureFromMenu();
+    void openSettings();
+    void openAbout();
+    void openWeb();
+    void checkUpdates();
+
+    static void log(const QString &message);
+
+private:
+    void takeShortcut();
+    void buildStatusItem();
+    void refreshMenuTitle();
+    void runModes();
+    void askForPermission();
+    QCoro::Task<void> startCapture();
+    [[nodiscard]] bool changeShortcut(const Shortcut &proposed);
+
+    Platform &m_platform;
+    const CommandLine m_commandLine;
+    std::optional<HotKey> m_hotKey;
+    std::optional<StatusMenu> m_menu;
+    std::unique_ptr<SettingsWindow> m_settings;
+    std::unique_ptr<CaptureSession> m_session; // present exactly while overlays show
+    bool m_capturing = false;                  // the screens are being read
+};

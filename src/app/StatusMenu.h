@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMenu>
+
+#include <functional>
+
+class StatusItem;
+
+// The menu of the tray icon.
+class StatusMenu final {
+public:
+    struct Actions {
+        std::function<void()> capture;
+        std::function<void()> settings;
+        std::function<void()> about;
+        std::function<void()> web;
+        std::function<void()> updates;
+        std::function<void()> quit;
+    };
+
+    explicit StatusMenu(const Actions &actions);
+
+    // The item must not outlive the menu.
+    void showIn(StatusItem &item);
+
+    // The shortcut as it is displayed, such as "⇧⌘X".
+    void setShortcut(const QString &display);
+
+    [[nodiscard]] const QMenu &menu() const { return m_menu; }
+
+private:
+    QMenu m_menu;
+    QAction *m_capture;
+};

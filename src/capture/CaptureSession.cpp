@@ -1,0 +1,108 @@
+#include "capture/CaptureSession.h"
+
+#include "capture/OverlayWindow.h"
+#include "overlay/OverlayView.h"
+#include "platform/WindowPlacer.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace {
+
+bool isKeyboardEvent(QEvent::Type type)
+{
+    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride
+           || type == QEvent::InputMethod;
+}
+
+} // namespace
+
+CaptureSession::CaptureSession(WindowPlacer &placer, Desktop &desktop) : m_placer(placer), m_desktop(desktop)
+{}
+
+CaptureSession::~CaptureSession()
+{
+    onFinish = nullptr;
+    finish();
+}
+
+void CaptureSession::start(const std::vector<ScreenShot> &shots)
+{
+    m_placer.beginSession();
+    for (const ScreenShot &shot : shots)
+        m_windows.push_back(std::make_unique<OverlayWindow>(shot, *this, m_desktop));
+    for (const auto &window : m_windows)
+        m_placer.cover(*window, window->shotScreen());
+    if (m_windows.empty())
+        return;
+    qApp->installEventFilter(this);
+    makeKey(windowUnderPointer());
+    endWhenScreensChange();
+}
+
+OverlayWindow &CaptureSession::windowUnderPointer() const
+{
+    const QScreen *screen = m_placer.screenUnderPointer();
+    const auto under = std::ranges::find_if(
+        m_windows, [&](const auto &window) { return &window->shotScreen() == screen; });
+    return under == m_windows.end() ? *m_windows.front() : **under;
+}
+
+// Pictures of screens that are no longer there are of no use to anybody.
+void CaptureSession::endWhenScreensChange()
+{
+    connect(qApp, &QGuiApplication::screenAdded, this, [this] { finish(); });
+    connect(qApp, &QGuiApplication::screenRemoved, this, [this] { finish(); });
+    for (QScreen *screen : QGuiApplication::screens())
+        connect(screen, &QScreen::geometryChanged, this, [this] { finish(); });
+}
+
+void CaptureSession::selectionStarted(OverlayView &in)
+{
+    for (const auto &window : m_windows)
+        if (&window->view() != &in)
+            window->view().discardSelection();
+    for (const auto &window : m_windows)
+        if (&window->view() == &in && m_keyWindow != window.get())
+            makeKey(*window);
+}
+
+void CaptureSession::makeKey(OverlayWindow &window)
+{
+    m_keyWindow = &window;
+    m_placer.giveKeyboard(window);
+}
+
+// The system may hand the keys to another overlay than the one that is meant to
+// have them; they are passed on.
+bool CaptureSession::eventFilter(QObject *watched, QEvent *event)
+{
+    if (!isKeyboardEvent(event->type()) || !m_keyWindow)
+        return false;
+    const auto *widget = qobject_cast<QWidget *>(watched);
+    const auto *window = widget ? qobject_cast<OverlayWindow *>(widget->window()) : nullptr;
+    if (!window || window == m_keyWindow)
+        return false;
+    QWidget *focus = m_keyWindow->focusWidget();
+    QCoreApplication::sendEvent(focus ? focus : &m_keyWindow->view(), event);
+    return true;
+}
+
+void CaptureSession::finish()
+{
+    if (std::exchange(m_finished, true))
+        return;
+    qApp->removeEventFilter(this);
+    m_placer.endSession();
+    m_keyWindow = nullptr;
+    for (auto &window : std::exchange(m_windows, {})) {
+        window->hide();
+        // One of them is probably still in the middle of its own event.
+        window.release()->deleteLater();
+    }
+    if (const auto finished = std::exchange(onFinish, nullptr))
+        finished();
+}

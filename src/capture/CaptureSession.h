@@ -1,0 +1,53 @@
+#pragma once
+
+#include "capture/ScreenShot.h"
+#include "overlay/OverlaySession.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class Desktop;
+class OverlayWindow;
+class WindowPlacer;
+
+// The windows of one capture, from the moment the screens freeze to the moment
+// they are given back.
+class CaptureSession final : public QObject, public OverlaySession {
+    Q_OBJECT
+
+public:
+    // Both must outlive the session.
+    CaptureSession(WindowPlacer &placer, Desktop &desktop);
+    ~CaptureSession() override;
+
+    // Called once, when everything is closed.
+    std::function<void()> onFinish;
+
+    // Covers every screen with its own picture and gives the keyboard to the
+    // one under the pointer.
+    void start(const std::vector<ScreenShot> &shots);
+
+    void selectionStarted(OverlayView &in) override;
+    // Gives back keyboard, focus and pointer. A second call does nothing.
+    void finish() override;
+
+    [[nodiscard]] const std::vector<std::unique_ptr<OverlayWindow>> &windows() const { return m_windows; }
+    [[nodiscard]] OverlayWindow *keyWindow() const { return m_keyWindow; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void makeKey(OverlayWindow &window);
+    [[nodiscard]] OverlayWindow &windowUnderPointer() const;
+    void endWhenScreensChange();
+
+    WindowPlacer &m_placer;
+    Desktop &m_desktop;
+    std::vector<std::unique_ptr<OverlayWindow>> m_windows;
+    OverlayWindow *m_keyWindow = nullptr; // who is meant to have the keyboard
+    bool m_finished = false;
+};

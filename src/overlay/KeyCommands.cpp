@@ -1,0 +1,53 @@
+#include "overlay/KeyCommands.h"
+
+#include "platform/KeyCodes.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr std::array<std::pair<Qt::Key, Command>, 4> withCommand{{
+    {Qt::Key_C, Command::copy},
+    {Qt::Key_S, Command::save},
+    {Qt::Key_P, Command::print},
+    {Qt::Key_A, Command::selectAll},
+}};
+
+bool isCommand(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers & (Qt::ControlModifier | Qt::MetaModifier)) != Qt::NoModifier;
+}
+
+bool isLatin(Qt::Key key)
+{
+    constexpr int lastLatin1 = 0xff;
+    constexpr int firstSpecial = 0x01000000; // Qt's keys that type nothing
+    return key <= lastLatin1 || key >= firstSpecial;
+}
+
+} // namespace
+
+namespace KeyCommands {
+
+std::optional<Command> meaning(QKeyCombination key)
+{
+    if (key.key() == Qt::Key_Escape)
+        return Command::close;
+    if (isCommand(key.keyboardModifiers())) {
+        const auto *row = std::ranges::find(withCommand, key.key(), &std::pair<Qt::Key, Command>::first);
+        if (row != withCommand.end())
+            return row->second;
+    }
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+        return Command::copy;
+    return std::nullopt;
+}
+
+Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode)
+{
+    return isLatin(key) ? key : KeyCodes::qtKeyAt(evdevCode).value_or(key);
+}
+
+} // namespace KeyCommands

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QKeyCombination>
+
+#include <cstdint>
+#include <optional>
+
+enum class Command { close, copy, save, print, selectAll };
+
+// What a key press means, worked out without doing it.
+namespace KeyCommands {
+
+// Absent when the key means nothing here and belongs to someone else. Command
+// is the Control key or the Super key, whichever the hand finds.
+[[nodiscard]] std::optional<Command> meaning(QKeyCombination key);
+
+// The key to go by on a keyboard that types no Latin letters: what its position
+// types on a US keyboard. The position is an evdev code, 0 when unknown.
+[[nodiscard]] Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode);
+
+} // namespace KeyCommands

@@ -1,0 +1,81 @@
+#include "platform/Platform.h"
+
+#include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/FreedesktopDesktop.h"
+#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/SettingsPortal.h"
+#include "platform/freedesktop/StatusNotifierHost.h"
+#include "platform/freedesktop/TrayStatusItem.h"
+#include "platform/none/NoServices.h"
+#include "platform/x11/OwnWindows.h"
+#include "platform/x11/X11HotKeys.h"
+#include "platform/x11/X11ScreenGrabber.h"
+#include "platform/x11/X11WindowPlacer.h"
+#include "platform/x11/XembedHost.h"
+#include "platform/x11/XkbKeyboardLayout.h"
+
+#include <QGuiApplication>
+
+#include <xcb/xcb.h>
+
+namespace {
+
+QString forced() { return qEnvironmentVariable("VELLUMORA_PLATAFORMA"); }
+
+bool serverAnswers()
+{
+    auto *c = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(c) == 0;
+    xcb_disconnect(c);
+    return answers;
+}
+
+// Whether the user has chosen a display of the toolkit's that is not X11.
+bool otherToolkitPlatform()
+{
+    const QString chosen = qEnvironmentVariable("QT_QPA_PLATFORM");
+    return !chosen.isEmpty() && !chosen.startsWith(u"xcb");
+}
+
+Platform makeX11Platform()
+{
+    const auto ownWindows = std::make_shared<OwnWindows>();
+    const auto settings = std::make_shared<SettingsPortal>();
+    std::vector<std::unique_ptr<TrayHost>> trays;
+    trays.push_back(std::make_unique<StatusNotifierHost>());
+    trays.push_back(std::make_unique<XembedHost>());
+    return {.screens = std::make_unique<X11ScreenGrabber>(ownWindows),
+            .windows = std::make_unique<X11WindowPlacer>(ownWindows),
+            .hotKeys = std::make_unique<X11HotKeys>(),
+            .keyboard = std::make_unique<XkbKeyboardLayout>(),
+            .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
+            .loginItem = std::make_unique<AutostartLoginItem>(),
+            .desktop = std::make_unique<FreedesktopDesktop>(settings)};
+}
+
+} // namespace
+
+Platform makePlatform()
+{
+    const bool onX11 = QGuiApplication::platformName() == u"xcb";
+    return onX11 && forced() != u"none" ? makeX11Platform() : makeNoPlatform();
+}
+
+std::optional<QString> prepareDisplay()
+{
+    SessionBus::doNotStartOne();
+    if (otherToolkitPlatform())
+        return std::nullopt;
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return QStringLiteral("there is no display to run on: DISPLAY is not set");
+    if (!serverAnswers())
+        return QStringLiteral("the display %1 cannot be opened").arg(qEnvironmentVariable("DISPLAY"));
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    return std::nullopt;
+}
+
+void prepareOffscreen()
+{
+    SessionBus::doNotStartOne();
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}

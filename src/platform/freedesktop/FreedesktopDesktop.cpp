@@ -1,0 +1,17 @@
+#include "platform/freedesktop/FreedesktopDesktop.h"
+
+#include "platform/freedesktop/SettingsPortal.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QLocale>
+
+void FreedesktopDesktop::beep() { QApplication::beep(); }
+
+void FreedesktopDesktop::playPop() { m_pop.play(); }
+
+bool FreedesktopDesktop::reduceMotion() const { return m_settings->reducesMotion(); }
+
+void FreedesktopDesktop::openWeb(const QUrl &address) { QDesktopServices::openUrl(address); }
+
+QStringList FreedesktopDesktop::preferredLanguages() const { return QLocale::system().uiLanguages(); }

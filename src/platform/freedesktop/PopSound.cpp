@@ -1,0 +1,70 @@
+#include "platform/freedesktop/PopSound.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <canberra.h>
+
+namespace {
+
+// A kernel device that can play. Asking the sound library for one on a machine
+// without makes it complain on the terminal.
+bool soundCardPresent()
+{
+    return !QDir(QStringLiteral("/dev/snd")).entryList({QStringLiteral("pcm*p")}, QDir::System).isEmpty();
+}
+
+ca_context *opened(const char *driver)
+{
+    ca_context *context = nullptr;
+    if (ca_context_create(&context) != CA_SUCCESS)
+        return nullptr;
+    if (ca_context_set_driver(context, driver) == CA_SUCCESS && ca_context_open(context) == CA_SUCCESS)
+        return context;
+    ca_context_destroy(context);
+    return nullptr;
+}
+
+} // namespace
+
+PopSound::PopSound() : m_file(QDir::tempPath() + QStringLiteral("/vellumora-XXXXXX.wav"))
+{
+    m_thread.setMaxThreadCount(1);
+    m_thread.setExpiryTimeout(0);
+}
+
+PopSound::~PopSound()
+{
+    m_thread.waitForDone();
+    if (m_context)
+        ca_context_destroy(m_context);
+}
+
+void PopSound::play()
+{
+    m_thread.start([this] { playNow(); });
+}
+
+bool PopSound::prepare()
+{
+    if (m_context)
+        return true;
+    QFile sound(QStringLiteral(":/vellumora/pop.wav"));
+    if (!sound.open(QIODevice::ReadOnly) || !m_file.open() || m_file.write(sound.readAll()) <= 0)
+        return false;
+    m_file.close(); // the file itself stays until the program ends
+    m_context = opened("pulse");
+    if (!m_context && soundCardPresent())
+        m_context = opened("alsa");
+    return m_context != nullptr;
+}
+
+void PopSound::playNow()
+{
+    if (!prepare())
+        return;
+    const QByteArray path = QFile::encodeName(m_file.fileName());
+    // Without a sound device this fails, and silence is the right answer.
+    ca_context_play(m_context, 0, CA_PROP_MEDIA_FILENAME, path.constData(), CA_PROP_APPLICATION_NAME,
+                    "Vellumora", CA_PROP_EVENT_DESCRIPTION, "Pop", CA_PROP_MEDIA_ROLE, "event", nullptr);
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/StatusItem.h"
+#include "platform/freedesktop/TrayHost.h"
+
+#include <QObject>
+#include <QSystemTrayIcon>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class SettingsPortal;
+
+// A tray icon that waits for its tray. The toolkit looks for one only once, at
+// the first question, so that question is put off until a tray is there.
+class TrayStatusItem final : public QObject, public StatusItem {
+    Q_OBJECT
+
+public:
+    TrayStatusItem(std::vector<std::unique_ptr<TrayHost>> hosts,
+                   std::shared_ptr<const SettingsPortal> settings);
+
+    void show(QMenu &menu) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void showWhereHosted();
+    void followPanel();
+
+    std::vector<std::unique_ptr<TrayHost>> m_hosts;
+    std::shared_ptr<const SettingsPortal> m_settings;
+    QMenu *m_menu = nullptr;
+    std::optional<QSystemTrayIcon> m_icon; // absent until a tray is there
+};

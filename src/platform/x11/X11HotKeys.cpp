@@ -1,0 +1,64 @@
+#include "platform/x11/X11HotKeys.h"
+
+#include "platform/KeyCodes.h"
+#include "platform/x11/Keyboard.h"
+#include "platform/x11/Xcb.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+X11HotKeys::X11HotKeys() { QCoreApplication::instance()->installNativeEventFilter(this); }
+
+X11HotKeys::~X11HotKeys() { unregisterShortcut(); }
+
+bool X11HotKeys::registerShortcut(const Shortcut &shortcut)
+{
+    unregisterShortcut();
+    const auto position = KeyCodes::toEvdev(shortcut.keyCode);
+    if (!position)
+        return false;
+    m_keyCode = static_cast<std::uint8_t>(*position + X11Keyboard::evdevOffset);
+    const std::uint16_t modifiers = X11Keyboard::modifierMask(shortcut.modifiers);
+    auto *c = Xcb::connection();
+    for (const std::uint16_t locks : X11Keyboard::lockStates()) {
+        const auto mask = static_cast<std::uint16_t>(modifiers | locks);
+        // Not to the own windows first: the shortcut is for the program, not for
+        // whatever of it has the focus.
+        const auto cookie = xcb_grab_key_checked(c, 0, Xcb::root(), mask, m_keyCode, XCB_GRAB_MODE_ASYNC,
+                                                 XCB_GRAB_MODE_ASYNC);
+        if (const Xcb::Reply<xcb_generic_error_t> error(xcb_request_check(c, cookie)); error) {
+            unregisterShortcut();
+            return false;
+        }
+        m_masks.push_back(mask);
+    }
+    return true;
+}
+
+void X11HotKeys::unregisterShortcut()
+{
+    auto *c = Xcb::connection();
+    for (const std::uint16_t mask : m_masks)
+        xcb_ungrab_key(c, m_keyCode, Xcb::root(), mask);
+    xcb_flush(c);
+    m_masks.clear();
+    m_keyCode = 0;
+}
+
+bool X11HotKeys::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    if (m_keyCode == 0 || eventType != "xcb_generic_event_t")
+        return false;
+    constexpr unsigned sentBit = 0x80;
+    const unsigned type = static_cast<xcb_generic_event_t *>(message)->response_type & ~sentBit;
+    if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
+        return false;
+    const auto &key = *static_cast<xcb_key_press_event_t *>(message);
+    if (key.event != Xcb::root() || key.detail != m_keyCode)
+        return false;
+    if (type == XCB_KEY_RELEASE)
+        m_lastRelease = key.time;
+    else if (key.time != m_lastRelease && onPressed) // a repeated key is released and pressed in one moment
+        QTimer::singleShot(0, QCoreApplication::instance(), onPressed);
+    return true;
+}

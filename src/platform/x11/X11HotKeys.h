@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/HotKeyService.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <vector>
+
+// Grabs the key on the root window, once for every state of the lock keys.
+class X11HotKeys final : public HotKeyService, public QAbstractNativeEventFilter {
+public:
+    X11HotKeys();
+    ~X11HotKeys() override;
+
+    bool registerShortcut(const Shortcut &shortcut) override;
+    void unregisterShortcut() override;
+
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+
+private:
+    std::uint8_t m_keyCode = 0;         // 0 while nothing is registered
+    std::vector<std::uint16_t> m_masks; // those that were granted
+    std::uint32_t m_lastRelease = 0;    // server time, milliseconds
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/WindowPlacer.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <xcb/xcb.h>
+
+#include <memory>
+#include <optional>
+
+class OwnWindows;
+
+// Windows that no window manager manages: they land where they are put, above
+// panels and full-screen programs, at once. The price is that nobody focuses
+// them, so the keyboard is taken from the server directly.
+class X11WindowPlacer final : public WindowPlacer {
+public:
+    explicit X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows);
+
+    void beginSession() override;
+    void cover(QWidget &window, QScreen &screen) override;
+    void giveKeyboard(QWidget &window) override;
+    QScreen *screenUnderPointer() const override;
+    void endSession() override;
+
+private:
+    struct Focus {
+        xcb_window_t window;
+        std::uint8_t revertTo;
+    };
+
+    void grabKeyboard();
+
+    std::shared_ptr<OwnWindows> m_ownWindows;
+    std::optional<Focus> m_former; // who had the keyboard; present during a session
+    QPointer<QWidget> m_keyWindow;
+    QTimer m_retry;
+};

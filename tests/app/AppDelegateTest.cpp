@@ -1,0 +1,183 @@
+#include "app/AppDelegate.h"
+
+#include "capture/OverlayWindow.h"
+#include "hotkey/Prefs.h"
+#include "overlay/OverlayView.h"
+#include "platform/none/NoServices.h"
+
+#include "fakes/FakeDesktop.h"
+#include "fakes/FakeHotKeys.h"
+#include "fakes/FakeScreens.h"
+#include "support/TempHome.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+class RecordingStatusItem final : public StatusItem {
+public:
+    void show(QMenu &shown) override { menu = &shown; }
+    QMenu *menu = nullptr;
+};
+
+int overlaysShown()
+{
+    int count = 0;
+    for (const QWidget *widget : QApplication::topLevelWidgets())
+        count += widget->isVisible() && qobject_cast<const OverlayWindow *>(widget);
+    return count;
+}
+
+QMessageBox *alert()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        if (auto *box = qobject_cast<QMessageBox *>(widget); box && box->isVisible())
+            return box;
+    return nullptr;
+}
+
+} // namespace
+
+class AppDelegateTest : public QObject {
+    Q_OBJECT
+
+    TempHome home;
+    Platform platform;
+    FakeHotKeys *keys = nullptr;
+    FakeScreens *screens = nullptr;
+    FakeDesktop *desktop = nullptr;
+    RecordingStatusItem *tray = nullptr;
+    std::unique_ptr<AppDelegate> app;
+
+    template <typename Fake, typename Slot>
+    static Fake *put(Slot &slot)
+    {
+        auto fake = std::make_unique<Fake>();
+        auto *raw = fake.get();
+        slot = std::move(fake);
+        return raw;
+    }
+
+    void launch(const CommandLine &line = {})
+    {
+        app = std::make_unique<AppDelegate>(platform, line);
+        app->applicationDidFinishLaunching();
+    }
+
+    [[nodiscard]] QAction *item(int i) const { return tray->menu->actions().at(i); }
+
+    void pressEscape()
+    {
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            if (auto *window = qobject_cast<OverlayWindow *>(widget); window && window->isVisible())
+                return QTest::keyClick(&window->view(), Qt::Key_Escape);
+    }
+
+private slots:
+    void init()
+    {
+        app.reset();
+        QFile::remove(home.path("Library/Logs/Vellumora.log"));
+        Prefs::setShortcut({});
+        platform = makeNoPlatform();
+        keys = put<FakeHotKeys>(platform.hotKeys);
+        screens = put<FakeScreens>(platform.screens);
+        desktop = put<FakeDesktop>(platform.desktop);
+        tray = put<RecordingStatusItem>(platform.statusItem);
+    }
+
+    void theMenuStandsInOrder()
+    {
+        launch();
+        QStringList titles;
+        for (const QAction *action : tray->menu->actions())
+            titles.append(action->isSeparator() ? "-" : action->text());
+        QCOMPARE(titles, (QStringList{"Capture   ⇧⌘?", "-", "Settings…", "About Vellumora…",
+                                      "Vellumora website", "Check for Updates…", "-", "Quit Vellumora"}));
+        item(4)->trigger();
+        QCOMPARE(desktop->opened, QList{QUrl("https://vellumora.example/en/")});
+    }
+
+    void theSavedShortcutIsTakenAndLogged()
+    {
+        Prefs::setShortcut({96, Shortcut::option});
+        launch();
+        QCOMPARE(keys->registered, (Shortcut{96, Shortcut::option}));
+        QVERIFY(home.log().endsWith("registro de atajo ⌥F5 -> OK\n"));
+    }
+
+    void aTakenShortcutFallsBackToTheDefault()
+    {
+        Prefs::setShortcut({96, Shortcut::option});
+        keys->takenByOthers = {Prefs::shortcut()};
+        launch();
+        QCOMPARE(keys->registered, Shortcut{});
+        QVERIFY(home.log().endsWith("registro de atajo ⌥F5 -> FALLO\n"));
+    }
+
+    void aModeTakesNoShortcut()
+    {
+        launch(CommandLine::parse({"--demo"}));
+        QVERIFY(!keys->registered);
+        QVERIFY(home.log().isEmpty());
+    }
+
+    void oneCaptureAtATime()
+    {
+        launch();
+        keys->onPressed();
+        QCOMPARE(overlaysShown(), 3);
+        keys->onPressed();
+        app->capture();
+        QCOMPARE(screens->grabs, 1);
+        QCOMPARE(home.log().count("atajo pulsado"), 2);
+        pressEscape();
+        QCOMPARE(overlaysShown(), 0);
+        keys->onPressed();
+        QCOMPARE(overlaysShown(), 3);
+        pressEscape();
+    }
+
+    void theMenuHasClosedBeforeItsCapture()
+    {
+        launch();
+        item(0)->trigger();
+        QCOMPARE(screens->grabs, 0);
+        QTRY_COMPARE(overlaysShown(), 3);
+        pressEscape();
+    }
+
+    void withoutAccessTheUserIsTold()
+    {
+        screens->granted = false;
+        launch();
+        QCOMPARE(screens->requests, 1);
+        keys->onPressed();
+        QVERIFY(alert());
+        QCOMPARE(alert()->text(), "Vellumora needs Screen Recording permission");
+        QCOMPARE(screens->grabs, 0);
+        QTest::mouseClick(alert()->buttons().first(), Qt::LeftButton);
+        QCOMPARE(screens->settingsOpened, 1);
+        QTRY_VERIFY(!alert());
+    }
+
+    void aFailingCaptureTellsTheUserAndLetsHimTryAgain()
+    {
+        screens->works = false;
+        launch();
+        keys->onPressed();
+        QVERIFY(alert());
+        alert()->close();
+        screens->works = true;
+        keys->onPressed();
+        QCOMPARE(overlaysShown(), 3);
+        pressEscape();
+    }
+};
+
+QTEST_MAIN(AppDelegateTest)
+#include "AppDelegateTest.moc"

@@ -1,0 +1,136 @@
+#include "capture/CaptureSession.h"
+
+#include "capture/OverlayWindow.h"
+#include "overlay/OverlayView.h"
+#include "platform/WindowPlacer.h"
+
+#include "fakes/FakeDesktop.h"
+#include "fakes/FakeScreens.h"
+#include "support/Mouse.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+class RecordingPlacer final : public WindowPlacer {
+public:
+    void beginSession() override { calls.append("begin"); }
+    void cover(QWidget &window, QScreen &screen) override
+    {
+        calls.append("cover " + screen.name());
+        window.setScreen(&screen);
+        window.setGeometry(screen.geometry());
+        window.show();
+    }
+    void giveKeyboard(QWidget &window) override
+    {
+        calls.append("keyboard " + window.screen()->name());
+        window.activateWindow();
+    }
+    QScreen *screenUnderPointer() const override { return under; }
+    void endSession() override { calls.append("end"); }
+
+    QStringList calls;
+    QScreen *under = nullptr;
+};
+
+} // namespace
+
+class CaptureSessionTest : public QObject {
+    Q_OBJECT
+
+    FakeDesktop desktop;
+    FakeScreens screens;
+    RecordingPlacer placer;
+    std::unique_ptr<CaptureSession> session;
+    int finished = 0;
+
+    OverlayView &view(size_t i) { return session->windows().at(i)->view(); }
+
+    void select(size_t i) { Mouse(view(i), view(i).shot().pointSize.height()).drag({100, 100}, {200, 200}); }
+
+private slots:
+    void init()
+    {
+        placer = {};
+        placer.under = QGuiApplication::screens().at(1);
+        session = std::make_unique<CaptureSession>(placer, desktop);
+        finished = 0;
+        session->onFinish = [this] { ++finished; };
+        session->start(*QCoro::waitFor(screens.grabScreens()));
+    }
+
+    void everyScreenIsCoveredAndTheOneUnderThePointerGetsTheKeys()
+    {
+        QCOMPARE(placer.calls, (QStringList{"begin", "cover A", "cover B", "cover C", "keyboard B"}));
+        QCOMPARE(view(0).shot().image.size(), QSize(1920, 1200));
+        QCOMPARE(view(0).size(), QSize(960, 600));
+    }
+
+    void withThePointerNowhereTheFirstScreenGetsTheKeys()
+    {
+        placer.under = nullptr;
+        session = std::make_unique<CaptureSession>(placer, desktop);
+        session->start(*QCoro::waitFor(screens.grabScreens()));
+        QCOMPARE(placer.calls.last(), "keyboard A");
+    }
+
+    void oneScreenHasASelectionAtATime()
+    {
+        select(0);
+        view(0).addMark(std::make_shared<Annotation>(Tool::line, Qt::red, 3, QList<QPointF>{{150, 150}}));
+        QCOMPARE(placer.calls.last(), "keyboard A");
+        select(1);
+        QCOMPARE(placer.calls.last(), "keyboard B");
+        QVERIFY(!view(0).state().selection && view(0).state().annotations.empty());
+        QVERIFY(view(1).state().selection);
+    }
+
+    void keysGoWhereTheyAreMeantToGo()
+    {
+        select(0);
+        QTest::keyClick(&view(2), Qt::Key_A, Qt::ControlModifier); // the system thinks C has the keys
+        QCOMPARE(view(0).state().selection, QRectF(0, 0, 960, 600));
+        QVERIFY(!view(2).state().selection);
+        QTest::keyClick(session->windows().at(2).get(), Qt::Key_Escape);
+        QCOMPARE(finished, 1);
+    }
+
+    void theKeyboardIsGivenBackBeforeTheWindowsGo()
+    {
+        const QPointer<OverlayWindow> window(session->windows().front().get());
+        QTest::keyClick(&view(1), Qt::Key_Escape); // in the middle of its own event
+        QCOMPARE(placer.calls.last(), "end");
+        QCOMPARE(finished, 1);
+        QVERIFY(session->windows().empty());
+        QVERIFY(!window->isVisible());
+        QTRY_VERIFY(!window);
+        session->finish();
+        QCOMPARE(finished, 1);
+    }
+
+    void closingAWindowEndsTheCapture()
+    {
+        session->windows().front()->close();
+        QCOMPARE(finished, 1);
+    }
+
+    void aScreenThatComesOrGoesEndsTheCapture()
+    {
+        emit qGuiApp->screenRemoved(QGuiApplication::screens().at(2));
+        QCOMPARE(finished, 1);
+    }
+
+    void withoutScreensFinishingStillReports()
+    {
+        session = std::make_unique<CaptureSession>(placer, desktop);
+        session->onFinish = [this] { ++finished; };
+        session->start({});
+        session->finish();
+        QCOMPARE(finished, 1);
+    }
+};
+
+QTEST_MAIN(CaptureSessionTest)
+#include "CaptureSessionTest.moc"

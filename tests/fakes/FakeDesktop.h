@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Desktop.h"
+
+// Remembers what was asked of it.
+class FakeDesktop final : public Desktop {
+public:
+    void beep() override { ++beeps; }
+    void playPop() override { ++pops; }
+    void hapticTick() override { ++ticks; }
+    bool reduceMotion() const override { return stillness; }
+    void openWeb(const QUrl &address) override { opened.append(address); }
+    QStringList preferredLanguages() const override { return {}; }
+
+    int beeps = 0;
+    int pops = 0;
+    int ticks = 0;
+    bool stillness = false;
+    QList<QUrl> opened;
+};

@@ -1,0 +1,143 @@
+#include "overlay/SavePanel.h"
+
+#include "overlay/OverlayView.h"
+
+#include "fakes/FakeDesktop.h"
+#include "fakes/RecordingSession.h"
+#include "support/Mouse.h"
+#include "support/Pictures.h"
+#include "support/TempHome.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+
+// Saving, from the key to the file.
+class SavePanelTest : public QObject {
+    Q_OBJECT
+
+    TempHome home;
+    FakeDesktop desktop;
+    RecordingSession session;
+    std::unique_ptr<OverlayView> view;
+
+    [[nodiscard]] SavePanel *panel() const { return view->findChild<SavePanel *>(); }
+    [[nodiscard]] QLineEdit *name() const { return panel()->findChild<QLineEdit *>("fileNameEdit"); }
+
+    void askToSave()
+    {
+        QTest::keyClick(view.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(panel() && panel()->isVisible());
+    }
+
+    void saveAs(const QString &path)
+    {
+        askToSave();
+        name()->setText(path);
+        QTest::keyClick(name(), Qt::Key_Return);
+    }
+
+    [[nodiscard]] QAbstractButton *answer(QDialogButtonBox::StandardButton button) const
+    {
+        for (auto *box : panel()->findChildren<QDialogButtonBox *>())
+            if (auto *found = box->button(button))
+                return found;
+        return nullptr;
+    }
+
+private slots:
+    void init()
+    {
+        session = {};
+        desktop.beeps = 0;
+        view = std::make_unique<OverlayView>(patternShot({900, 700}, 1), session, desktop);
+        view->show();
+        view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(view.get()));
+        view->setFocus();
+        Mouse(*view, 700).drag({100, 100}, {300, 200});
+    }
+
+    void theNameIsDatedAndTheFileIsThePicture()
+    {
+        askToSave();
+        const QRegularExpression dated(R"(^Capture \d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d\.png$)");
+        QVERIFY2(dated.match(name()->text()).hasMatch(), qPrintable(name()->text()));
+        QVERIFY(view->rect().contains(panel()->geometry()));
+        QCOMPARE(view->focusWidget(), name());
+        name()->setText(home.path("shot"));
+        QTest::keyClick(name(), Qt::Key_Return);
+        QCOMPARE(session.finished, 1);
+        const QImage saved(home.path("shot.png"));
+        QCOMPARE(saved.size(), QSize(200, 100));
+        QCOMPARE(saved.pixel(0, 0), view->shot().image.pixel(100, 500));
+    }
+
+    void theLastFolderIsRemembered()
+    {
+        QVERIFY(QDir(home.path()).mkpath("shots"));
+        saveAs(home.path("shots/one.png"));
+        init();
+        askToSave();
+        QCOMPARE(panel()->directory().path(), home.path("shots"));
+    }
+
+    void cancellingKeepsEverything()
+    {
+        askToSave();
+        QTest::keyClick(view->focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!panel());
+        QCOMPARE(session.finished, 0);
+        QCOMPARE(view->state().selection, QRectF(100, 100, 200, 100));
+        QVERIFY(view->hasFocus());
+    }
+
+    void theOverlayStandsStillUnderThePanel()
+    {
+        askToSave();
+        Mouse(*view, 700).drag({10, 10}, {50, 60});
+        QCOMPARE(view->state().selection, QRectF(100, 100, 200, 100));
+        QCOMPARE(desktop.beeps, 1);
+        QTest::keyClick(view.get(), Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(view->findChildren<SavePanel *>().size(), 1);
+        QCOMPARE(view->focusWidget(), name());
+    }
+
+    void replacingIsAskedInsideThePanel()
+    {
+        saveAs(home.path("twice.png"));
+        const QByteArray first = home.read("twice.png");
+        init();
+        Mouse(*view, 700).drag({300, 150}, {320, 150}); // makes it a little wider
+        saveAs(home.path("twice.png"));
+        QVERIFY(answer(QDialogButtonBox::No)->isVisible());
+        QTest::mouseClick(answer(QDialogButtonBox::No), Qt::LeftButton);
+        QCOMPARE(session.finished, 0);
+        QCOMPARE(home.read("twice.png"), first);
+        QTest::keyClick(name(), Qt::Key_Return);
+        QTest::mouseClick(answer(QDialogButtonBox::Yes), Qt::LeftButton);
+        QCOMPARE(session.finished, 1);
+        QCOMPARE(QImage(home.path("twice.png")).width(), 220);
+    }
+
+    void aFolderThatIsNotThereKeepsThePanelOpen()
+    {
+        saveAs(home.path("nowhere/shot.png"));
+        QVERIFY(panel()->isVisible());
+        QVERIFY(!answer(QDialogButtonBox::Yes)->isVisible());
+        QCOMPARE(session.finished, 0);
+    }
+
+    void aFileThatCannotBeWrittenIsLogged()
+    {
+        saveAs("/proc/shot.png");
+        QCOMPARE(session.finished, 1);
+        QVERIFY(home.log().contains("guardado /proc/shot.png -> FALLO"));
+    }
+};
+
+QTEST_MAIN(SavePanelTest)
+#include "SavePanelTest.moc"

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QWidget>
+
+// A mouse that moves in view points (y upwards) with fractions of them, as it
+// does on a dense screen. The widget's own position is rounded to whole points,
+// as the toolkit does it.
+class Mouse {
+public:
+    explicit Mouse(QWidget &view, double height) : m_view(view), m_height(height) {}
+
+    void press(QPointF at, Qt::KeyboardModifiers modifiers = {})
+    {
+        send(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, modifiers);
+    }
+    void move(QPointF to, Qt::KeyboardModifiers modifiers = {})
+    {
+        send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, modifiers);
+    }
+    void hover(QPointF to) { send(QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton, {}); }
+    void release(QPointF at) { send(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, {}); }
+
+    void drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
+    {
+        press(from, modifiers);
+        move((from + to) / 2, modifiers);
+        move(to, modifiers);
+        release(to);
+    }
+
+private:
+    void send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons buttons,
+              Qt::KeyboardModifiers modifiers)
+    {
+        const QPointF down(at.x(), m_height - at.y());
+        const QPointF rounded(down.toPoint());
+        QMouseEvent event(type, rounded, down, rounded, button, buttons, modifiers);
+        QCoreApplication::sendEvent(&m_view, &event);
+    }
+
+    QWidget &m_view;
+    double m_height;
+};

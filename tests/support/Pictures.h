@@ -1,0 +1,22 @@
+#pragma once
+
+#include "capture/ScreenShot.h"
+
+#include <QImage>
+
+// A picture in which every pixel tells where it is.
+inline QImage pattern(QSize size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    for (int y = 0; y < size.height(); ++y)
+        for (int x = 0; x < size.width(); ++x)
+            image.setPixel(x, y, qRgb(x & 0xff, y & 0xff, ((x >> 8) << 4 | (y >> 8)) & 0xff));
+    return image;
+}
+
+// A screen of that many points.
+inline ScreenShot patternShot(QSizeF points, double scale, QScreen *screen = nullptr)
+{
+    const QSize pixels = (points * scale).toSize();
+    return {screen, pattern(pixels), scale, QSizeF(pixels) / scale};
+}

@@ -1,0 +1,19 @@
+"""What the system tests have in common."""
+import unittest
+
+from desktop import Desktop
+
+
+class SystemTest(unittest.TestCase):
+    window_manager = None
+    bus = False
+    server_options = ()
+
+    def setUp(self):
+        self.desktop = Desktop(self.window_manager, self.bus, self.server_options)
+        self.addCleanup(self.desktop.close)
+
+    def assert_same_pixels(self, got, wanted):
+        """Without a flood of bytes when they differ."""
+        self.assertTrue(len(got) > 0 and got == wanted,
+                        f"{len(got)} bytes of pixels, {len(wanted)} wanted, {sum(a != b for a, b in zip(got, wanted))} differ")

@@ -1,0 +1,159 @@
+"""The program around the capture: shortcut, tray, second start, and surroundings in which things are missing."""
+import re
+import unittest
+
+from case import SystemTest
+from desktop import HELPERS, Process, wait_for
+
+
+class Shortcut(SystemTest):
+    def test_a_taken_shortcut_falls_back_to_the_default(self):
+        desktop = self.desktop
+        config = desktop.home / ".config/Vellumora/Vellumora.conf"
+        config.parent.mkdir(parents=True)
+        config.write_text('[General]\nshortcut="@ByteArray({\\"keyCode\\":96,\\"modifiers\\":524288})"\n')
+        Process(desktop, "witness", [HELPERS / "witness", "--grab", "8", "71"]).says("grabbed")  # Alt+F5
+        desktop.start()
+        self.assertIn("registro de atajo ⌥F5 -> FALLO", desktop.log())
+        desktop.press_shortcut()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+
+    def test_it_works_whatever_the_lock_keys_and_the_layout(self):
+        desktop = self.desktop
+        desktop.start()
+        desktop.key("Caps_Lock")
+        desktop.key("Num_Lock")
+        desktop.press_shortcut()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        desktop.key("Caps_Lock")
+        desktop.run("setxkbmap", "ru")
+        desktop.xdotool("keydown", "Shift_L", "keydown", "Super_L", "key", "--delay", 0, 53, "keyup", "Super_L", "keyup",
+                        "Shift_L")
+        desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+
+
+class TrayOnTheBus(SystemTest):
+    bus = True
+
+    def panel(self):
+        panel = Process(self.desktop, "panel", [HELPERS / "panel"])
+        panel.says("ready")
+        return panel
+
+    def menu(self, item):
+        """The number of every entry by its label."""
+        layout = self.call(item, "/MenuBar", "com.canonical.dbusmenu.GetLayout", "0", "-1", "[]")
+        return {label: number for number, label in re.findall(r"<\((\d+), \{[^}]*'label': <'([^']*)'>", layout)}
+
+    def call(self, service, path, method, *arguments):
+        return self.desktop.run("gdbus", "call", "--session", "-d", service, "-o", path, "-m", method, "--", *arguments)
+
+    def choose(self, item, label):
+        number = wait_for(lambda: self.menu(item).get(label), label)
+        self.call(item, "/MenuBar", "com.canonical.dbusmenu.Event", number, "clicked", '<"">', "0")
+
+    def test_the_menu_works_and_a_late_panel_is_found(self):
+        self.desktop.start()
+        item = self.panel().says("item").split()[1]
+        self.choose(item, "Settings…")
+        wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
+        self.choose(item, "Capture   ⇧⌘X")
+        self.desktop.wait_for_overlays()
+        self.desktop.key("Escape")
+        self.desktop.wait_until_over()
+        self.choose(item, "Check for Updates…")
+        wait_for(lambda: "actualizacion: " in self.desktop.log(), "the updater")
+
+    def test_quitting_from_the_menu(self):
+        panel = self.panel()
+        program = self.desktop.start(VELLUMORA_IDIOMA="de")
+        self.choose(panel.says("item").split()[1], "Vellumora beenden")
+        self.assertEqual(program.status(), 0)
+
+    def test_a_second_start_passes_its_wish_on(self):
+        first = self.desktop.start()
+        self.assertEqual(self.desktop.start("--capturar").status(), 0)
+        self.desktop.wait_for_overlays()
+        self.desktop.key("Escape")
+        self.desktop.wait_until_over()
+        again = Process(self.desktop, "again", first.process.args)
+        self.assertEqual(again.status(), 0)
+        wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
+        self.assertEqual(self.desktop.log().count("registro de atajo"), 1)
+
+
+class TrayOnX11(SystemTest):
+    window_manager = "openbox"
+
+    def test_a_click_on_the_icon_opens_the_menu(self):
+        desktop = self.desktop
+        desktop.start()
+        Process(desktop, "trayer", ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height",
+                                    "24", "--monitor", "0"])  # later than the program
+        place = wait_for(self.icon, "the icon in the tray")
+        desktop.xdotool("mousemove", *place, "click", 1)
+        wait_for(lambda: len(desktop.xdotool("search", "--onlyvisible", "--class", "vellumora").split()) == 2,
+                 "the menu beside the icon")
+        desktop.key("Down", "Return")
+        desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+
+    def icon(self):
+        """The middle of the icon once it is docked at the end of monitor A, in pixels of the root window."""
+        tree = self.desktop.run("xwininfo", "-root", "-tree")
+        found = re.search(r'"vellumora".*\s(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(\d+)\+(\d+)', tree)
+        width, height, x, y = map(int, found.groups()) if found else (0, 0, 0, 0)
+        return (x + width // 2, y + height // 2) if x > 1800 else None
+
+
+class PoorSurroundings(SystemTest):
+    def test_without_bus_tray_sound_and_home_it_works_and_says_nothing(self):
+        desktop = self.desktop
+        program = Process(desktop, "vellumora", [*desktop.start("--version").process.args[:1]], HOME="/nonexistent",
+                          XDG_RUNTIME_DIR="/nonexistent")
+        wait_for(lambda: self.captures(), "the hot key")
+        desktop.drag((100, 100), (200, 200))
+        desktop.key("Return")
+        desktop.wait_until_over()
+        self.assertTrue(program.running())
+        self.assertEqual(program.lines(), [])
+
+    def captures(self):
+        self.desktop.key("shift+super+x")
+        return len(self.desktop.overlays()) == 2
+
+    def test_a_monitor_that_goes_ends_the_capture(self):
+        desktop = self.desktop
+        program = desktop.start()
+        desktop.press_shortcut()
+        desktop.run("xrandr", "--delmonitor", "B")
+        desktop.wait_until_over()
+        desktop.run("xrandr", "--setmonitor", "B", "1600/423x900/238+1920+0", "none")
+        desktop.press_shortcut()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        self.assertTrue(program.running())
+
+    def test_without_the_server_it_ends_in_order(self):
+        program = self.desktop.start()
+        self.desktop.press_shortcut()
+        self.desktop.server.kill()
+        self.assertEqual(program.status(), 1)
+
+    def test_what_it_cannot_do_it_says_in_one_line(self):
+        desktop = self.desktop
+        unknown = desktop.start("--now")
+        self.assertEqual(unknown.status(), 2)
+        self.assertEqual(len(unknown.lines()), 1)
+        blind = desktop.start("--capturar", DISPLAY="")
+        self.assertEqual(blind.status(), 1)
+        self.assertEqual(blind.lines(), ["vellumora: there is no display to run on: DISPLAY is not set"])
+
+
+if __name__ == "__main__":
+    unittest.main()
