@@ -35,6 +35,7 @@ SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &nam
     setAttribute(Qt::WA_DeleteOnClose);
     setAutoFillBackground(true);
     setCursor(Qt::ArrowCursor);
+    setSizeGripEnabled(false);
     setContentsMargins(margin, margin, margin, margin);
     m_question->setWordWrap(true);
     if (auto *grid = qobject_cast<QGridLayout *>(layout())) {

@@ -16,6 +16,7 @@
 
 #include <QGuiApplication>
 
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace {
@@ -28,6 +29,20 @@ bool serverAnswers()
     const bool answers = xcb_connection_has_error(c) == 0;
     xcb_disconnect(c);
     return answers;
+}
+
+// Without a session manager nobody has made the folder for sockets; the toolkit
+// would make the same one, but complain first.
+void nameRuntimeFolder()
+{
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", QByteArray("/tmp/runtime-") + QByteArray::number(getuid()));
+}
+
+void prepareEnvironment()
+{
+    SessionBus::doNotStartOne();
+    nameRuntimeFolder();
 }
 
 // Whether the user has chosen a display of the toolkit's that is not X11.
@@ -63,7 +78,7 @@ Platform makePlatform()
 
 std::optional<QString> prepareDisplay()
 {
-    SessionBus::doNotStartOne();
+    prepareEnvironment();
     if (otherToolkitPlatform())
         return std::nullopt;
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
@@ -76,6 +91,6 @@ std::optional<QString> prepareDisplay()
 
 void prepareOffscreen()
 {
-    SessionBus::doNotStartOne();
+    prepareEnvironment();
     qputenv("QT_QPA_PLATFORM", "offscreen");
 }

@@ -1,16 +1,18 @@
 """What the system tests have in common."""
 import unittest
 
-from desktop import Desktop
+from desktop import A, B, Desktop
 
 
 class SystemTest(unittest.TestCase):
     window_manager = None
     bus = False
     server_options = ()
+    monitors = (A, B)
+    scales = (2, 1)
 
     def setUp(self):
-        self.desktop = Desktop(self.window_manager, self.bus, self.server_options)
+        self.desktop = Desktop(self.window_manager, self.bus, self.server_options, self.monitors, self.scales)
         self.addCleanup(self.desktop.close)
 
     def assert_same_pixels(self, got, wanted):

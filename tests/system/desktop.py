@@ -61,7 +61,7 @@ class Process:
 
 
 class Desktop:
-    def __init__(self, window_manager=None, bus=False, server_options=()):
+    def __init__(self, window_manager=None, bus=False, server_options=(), monitors=(A, B), scales=(2, 1)):
         self.folder = Path(tempfile.mkdtemp(prefix="vellumora-test-"))
         self.home = self.folder / "home"
         (self.home / "Library/Logs").mkdir(parents=True)
@@ -72,7 +72,9 @@ class Desktop:
         keep = ("PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS")
         self.environment = {name: os.environ[name] for name in keep if name in os.environ}
         self.environment |= {"HOME": str(self.home), "XDG_RUNTIME_DIR": str(runtime), "LANG": "C.UTF-8",
-                             "VELLUMORA_IDIOMA": "en", "QT_SCREEN_SCALE_FACTORS": "A=2;B=1", "NO_AT_BRIDGE": "1"}
+                             "VELLUMORA_IDIOMA": "en", "QT_SCREEN_SCALE_FACTORS": f"A={scales[0]};B={scales[1]}", "NO_AT_BRIDGE": "1"}
+        self.monitors = monitors
+        self.scales = scales
         self.server = self._start_server(server_options)
         if window_manager:
             # It overlooks windows that come while it starts, so it says when it is done.
@@ -85,15 +87,23 @@ class Desktop:
 
     def _start_server(self, options):
         read, write = os.pipe()
+        width = max(x + width for x, _, width, _ in self.monitors)
+        height = max(y + height for _, y, _, height in self.monitors)
         server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "3840x1200x24", "-nolisten", "tcp", "-noreset", *options],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset",
+             *options],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as answer:
             self.environment["DISPLAY"] = ":" + answer.readline().strip()
-        self.run("xrandr", "--setmonitor", "A", "1920/508x1200/317+0+0", "screen")
-        self.run("xrandr", "--setmonitor", "B", "1600/423x900/238+1920+0", "none")
+        for name, output in (("A", "screen"), ("B", "none")):
+            self.set_monitor(name, output)
         return server
+
+    def set_monitor(self, name, output="none"):
+        x, y, width, height = self.monitors[ord(name) - ord("A")]
+        # The millimetres of a screen of 96 dots an inch, so that nobody guesses another scale.
+        self.run("xrandr", "--setmonitor", name, f"{width}/{width * 254 // 960}x{height}/{height * 254 // 960}+{x}+{y}", output)
 
     def close(self):
         for process in reversed(self.processes):
@@ -140,9 +150,8 @@ class Desktop:
     def wait_for_overlays(self):
         wait_for(lambda: len(self.overlays()) == 2, "two overlays")
         # The product's badge is the same dark pill in the corner of every screen.
-        for x, y, width, height in (A, B):
-            scale = 2 if (x, y) == (0, 0) else 1
-            corner = (x + width - 40 * scale, y + height - 20 * scale, 1, 1)
+        for (x, y, width, height), scale in zip(self.monitors, self.scales):
+            corner = (x + width - round(40 * scale), y + height - round(20 * scale), 1, 1)
             wait_for(lambda: max(self.pixels(corner)) < 40, "painted overlays")
 
     def wait_until_over(self):

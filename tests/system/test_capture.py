@@ -142,6 +142,30 @@ class WithoutWindowManager(MainJob, SystemTest):
     pass
 
 
+class WithFractionalScales(SystemTest):
+    # 1366 pixels are no whole number of points.
+    monitors = ((0, 0, 1366, 768), (1366, 0, 1600, 900))
+    scales = (1.5, 1.25)
+
+    def test_every_pixel_is_covered_and_copied(self):
+        desktop = self.desktop
+        desktop.witness((0, 0, 2966, 768))
+        desktop.start()
+        screen = desktop.screenshot()
+        for area in ((101, 203, 301, 203), (1500, 101, 333, 77)):
+            x, y, width, height = area
+            desktop.xdotool("mousemove", x, y)
+            desktop.press_shortcut()
+            for corner in ((1364, 0, 2, 2), (0, 766, 2, 2), (2964, 0, 2, 2)):
+                before = desktop.pixels_of(screen, corner)
+                self.assertLess(max(abs(round(a * 0.55) - b) for a, b in zip(before, desktop.pixels(corner))), 4)
+            desktop.drag((x, y), (x + width, y + height))
+            desktop.key("Return")
+            wait_for(lambda: f"copiado {width}x{height} " in desktop.log(), "the copy")
+            desktop.wait_until_over()
+            self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), desktop.pixels_of(screen, area))
+
+
 class WithoutSharedMemory(SystemTest):
     server_options = ("-extension", "MIT-SHM")
 

@@ -133,7 +133,7 @@ class PoorSurroundings(SystemTest):
         desktop.press_shortcut()
         desktop.run("xrandr", "--delmonitor", "B")
         desktop.wait_until_over()
-        desktop.run("xrandr", "--setmonitor", "B", "1600/423x900/238+1920+0", "none")
+        desktop.set_monitor("B")
         desktop.press_shortcut()
         desktop.key("Escape")
         desktop.wait_until_over()

@@ -3,7 +3,9 @@
 #include "platform/x11/OwnWindows.h"
 #include "platform/x11/Xcb.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
 #include <QScreen>
 #include <QWindow>
 
@@ -28,6 +30,7 @@ X11WindowPlacer::X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows) : m_own
 
 void X11WindowPlacer::beginSession()
 {
+    qApp->installEventFilter(this);
     auto *c = Xcb::connection();
     const Xcb::Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
@@ -55,7 +58,7 @@ void X11WindowPlacer::giveKeyboard(QWidget &window)
     auto *c = Xcb::connection();
     xcb_set_input_focus(c, XCB_INPUT_FOCUS_PARENT, idOf(window), XCB_CURRENT_TIME);
     grabKeyboard();
-    window.setFocus();
+    window.focusWidget() ? window.focusWidget()->setFocus() : window.setFocus();
 }
 
 // The grab also stops the desktop's own shortcuts, and keys arrive even where a
@@ -84,8 +87,38 @@ QScreen *X11WindowPlacer::screenUnderPointer() const
     return nullptr;
 }
 
+// A dialog that a part of the overlay opens, such as the toolkit's warning about
+// a file that it cannot delete, would wait for an answer behind the overlays.
+bool X11WindowPlacer::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *dialog = qobject_cast<QDialog *>(watched);
+    if (!dialog || !dialog->isWindow() || !dialog->parentWidget())
+        return false;
+    if (event->type() == QEvent::Polish && !dialog->isVisible()) {
+        dialog->setWindowFlags(dialog->windowFlags() | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint);
+        dialog->setScreen(dialog->parentWidget()->screen());
+    } else if (event->type() == QEvent::Show) {
+        putAbove(*dialog);
+    } else if (event->type() == QEvent::Hide && m_keyWindow) {
+        giveKeyboard(*m_keyWindow);
+    }
+    return false;
+}
+
+void X11WindowPlacer::putAbove(QWidget &dialog)
+{
+    dialog.move(dialog.parentWidget()->window()->geometry().center() - dialog.rect().center());
+    // Once it is on the screen.
+    QTimer::singleShot(0, &dialog, [&dialog] {
+        dialog.raise();
+        xcb_set_input_focus(Xcb::connection(), XCB_INPUT_FOCUS_PARENT, idOf(dialog), XCB_CURRENT_TIME);
+        xcb_flush(Xcb::connection());
+    });
+}
+
 void X11WindowPlacer::endSession()
 {
+    qApp->removeEventFilter(this);
     m_retry.stop();
     m_keyWindow.clear();
     if (const auto former = std::exchange(m_former, std::nullopt)) {

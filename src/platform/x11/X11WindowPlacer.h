@@ -2,6 +2,7 @@
 
 #include "platform/WindowPlacer.h"
 
+#include <QObject>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
@@ -16,7 +17,7 @@ class OwnWindows;
 // Windows that no window manager manages: they land where they are put, above
 // panels and full-screen programs, at once. The price is that nobody focuses
 // them, so the keyboard is taken from the server directly.
-class X11WindowPlacer final : public WindowPlacer {
+class X11WindowPlacer final : public QObject, public WindowPlacer {
 public:
     explicit X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows);
 
@@ -26,6 +27,9 @@ public:
     QScreen *screenUnderPointer() const override;
     void endSession() override;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     struct Focus {
         xcb_window_t window;
@@ -33,6 +37,7 @@ private:
     };
 
     void grabKeyboard();
+    void putAbove(QWidget &dialog);
 
     std::shared_ptr<OwnWindows> m_ownWindows;
     std::optional<Focus> m_former; // who had the keyboard; present during a session

@@ -1,0 +1,167 @@
+// Times Vellumora from outside, as a hand and an eye would: it presses keys and
+// moves the mouse through the X server and watches single pixels of the screen.
+// Vellumora has to run already, its shortcut being Shift+Super+X.
+//
+//   latency shortcut X Y X Y   from the key press to the dimming of both pixels
+//   latency drag X Y WIDTH     one step of a drag that ends WIDTH pixels further
+//
+// Prints the median and the 95th percentile in milliseconds.
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <thread>
+#include <vector>
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr int rounds = 15;
+constexpr int steps = 40;
+constexpr auto patience = 5s;
+constexpr std::uint8_t keyX = 53, keyShift = 50, keySuper = 133, keyEscape = 9;
+
+xcb_connection_t *connection = nullptr;
+xcb_window_t root = XCB_WINDOW_NONE;
+
+struct Pixel {
+    int x, y;
+};
+
+void fake(std::uint8_t type, std::uint8_t detail, Pixel at = {0, 0})
+{
+    xcb_test_fake_input(connection, type, detail, XCB_CURRENT_TIME, root, static_cast<std::int16_t>(at.x),
+                        static_cast<std::int16_t>(at.y), 0);
+}
+
+void moveTo(Pixel at)
+{
+    fake(XCB_MOTION_NOTIFY, 0, at);
+    xcb_flush(connection);
+}
+
+void button(bool down)
+{
+    fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 1);
+    xcb_flush(connection);
+}
+
+std::uint32_t colour(Pixel at)
+{
+    const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root, static_cast<std::int16_t>(at.x),
+                                      static_cast<std::int16_t>(at.y), 1, 1, ~0U);
+    const std::unique_ptr<xcb_get_image_reply_t, decltype(&std::free)> reply(
+        xcb_get_image_reply(connection, cookie, nullptr), &std::free);
+    std::uint32_t value = 0;
+    if (reply)
+        std::memcpy(&value, xcb_get_image_data(reply.get()), sizeof value);
+    return value & 0xffffff;
+}
+
+// Milliseconds from the start until the condition holds.
+template <typename Condition>
+double waited(Clock::time_point start, Condition condition)
+{
+    while (!condition()) {
+        if (Clock::now() - start > patience) {
+            std::fputs("latency: nothing happens on the screen\n", stderr);
+            std::exit(EXIT_FAILURE);
+        }
+        std::this_thread::sleep_for(100us);
+    }
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+void shortcut()
+{
+    fake(XCB_KEY_PRESS, keyShift);
+    fake(XCB_KEY_PRESS, keySuper);
+    fake(XCB_KEY_PRESS, keyX);
+    xcb_flush(connection);
+}
+
+void letGo()
+{
+    for (const std::uint8_t key : {keyX, keySuper, keyShift})
+        fake(XCB_KEY_RELEASE, key);
+    xcb_flush(connection);
+}
+
+void escape()
+{
+    fake(XCB_KEY_PRESS, keyEscape);
+    fake(XCB_KEY_RELEASE, keyEscape);
+    xcb_flush(connection);
+}
+
+std::vector<double> timeShortcut(Pixel first, Pixel second)
+{
+    const std::uint32_t plain[] = {colour(first), colour(second)};
+    std::vector<double> times;
+    for (int i = 0; i < rounds; ++i) {
+        const auto start = Clock::now();
+        shortcut();
+        times.push_back(
+            waited(start, [&] { return colour(first) != plain[0] && colour(second) != plain[1]; }));
+        letGo();
+        std::this_thread::sleep_for(100ms); // the windows come to rest
+        escape();
+        waited(Clock::now(), [&] { return colour(first) == plain[0] && colour(second) == plain[1]; });
+        std::this_thread::sleep_for(100ms);
+    }
+    return times;
+}
+
+// Watches a pixel a little inside the corner that is dragged: it brightens with
+// the step that uncovers it.
+std::vector<double> timeDrag(Pixel from, int width)
+{
+    constexpr Pixel inside{24, 12}; // less than a step, but clear of the handle
+    const std::uint32_t plain = colour(from);
+    shortcut();
+    waited(Clock::now(), [&] { return colour(from) != plain; });
+    letGo();
+    moveTo(from);
+    button(true);
+    std::vector<double> times;
+    for (int i = 1; i <= steps; ++i) {
+        const int reach = 100 + (width - 100) * i / steps;
+        const Pixel to{from.x + reach, from.y + reach / 2};
+        const Pixel watched{to.x - inside.x, to.y - inside.y};
+        const std::uint32_t dimmed = colour(watched);
+        const auto start = Clock::now();
+        moveTo(to);
+        times.push_back(waited(start, [&] { return colour(watched) != dimmed; }));
+    }
+    button(false);
+    escape();
+    return times;
+}
+
+int report(std::vector<double> times)
+{
+    std::ranges::sort(times);
+    std::printf("%.2f %.2f\n", times[times.size() / 2], times[times.size() * 95 / 100]);
+    return EXIT_SUCCESS;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    connection = xcb_connect(nullptr, nullptr);
+    if (xcb_connection_has_error(connection) || argc < 5)
+        return EXIT_FAILURE;
+    root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const Pixel first{std::atoi(argv[2]), std::atoi(argv[3])};
+    if (std::strcmp(argv[1], "drag") == 0)
+        return report(timeDrag(first, std::atoi(argv[4])));
+    return argc > 5 ? report(timeShortcut(first, {std::atoi(argv[4]), std::atoi(argv[5])})) : EXIT_FAILURE;
+}

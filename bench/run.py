@@ -1,0 +1,89 @@
+#!/usr/bin/env python3
+"""Runs every benchmark and prints one table: what was measured, what it is held against in the same run, and the budget.
+
+Times are medians in milliseconds. Ratios travel between machines, times do not."""
+import json
+import os
+import subprocess
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+BUILD = ROOT / "build/release"
+os.environ.setdefault("VELLUMORA", str(BUILD / "vellumora"))
+os.environ.setdefault("VELLUMORA_HELPERS", str(BUILD / "tests"))
+sys.path.insert(0, str(ROOT / "tests/system"))
+from desktop import Desktop, Process  # noqa: E402
+
+MONITORS = ((0, 0, 3840, 2160), (3840, 0, 1920, 1080))
+REPETITIONS = 5
+
+
+def google(program, **environment):
+    """Median milliseconds and counters of every row of a Google Benchmark program."""
+    done = subprocess.run([BUILD / "bench" / program, "--benchmark_format=json", f"--benchmark_repetitions={REPETITIONS}",
+                           "--benchmark_report_aggregates_only=true"],
+                          env={**os.environ, **environment}, stdout=subprocess.PIPE, check=True)
+    unit = {"ns": 1e-6, "us": 1e-3, "ms": 1.0}
+    rows = {}
+    for row in json.loads(done.stdout)["benchmarks"]:
+        if row["aggregate_name"] == "median":
+            name = row["run_name"].removesuffix("/real_time")
+            rows[name] = {**row, "time": row["real_time"] * unit[row["time_unit"]]}
+    return rows
+
+
+def latency(desktop, *arguments):
+    median, high = desktop.run(str(BUILD / "bench/latency"), *map(str, arguments)).split()
+    return float(median), float(high)
+
+
+def row(name, measured, against="", ratio="", budget=""):
+    print(f"{name:44} {measured:>22} {against:>30} {ratio:>9}  {budget}", flush=True)
+
+
+def ratio_row(name, measured, baseline, baseline_name, budget=""):
+    row(name, f"{measured:.2f} ms", f"{baseline_name} {baseline:.2f} ms", f"{measured / baseline:.2f}", budget)
+
+
+def on_a_display():
+    desktop = Desktop("openbox", monitors=MONITORS)
+    try:
+        rows = google("BenchCapture", **desktop.environment)
+        capture, copy, toolkit = (rows[name]["time"] for name in ("capture", "memcpy", "grabWindow"))
+        ratio_row("capture, 4K + 1080p", capture, copy, "memcpy")
+        ratio_row("", capture, toolkit, "grabWindow")
+        desktop.run("xsetroot", "-solid", "#6688aa")
+        Process(desktop, "witness", [Path(os.environ["VELLUMORA_HELPERS"]) / "witness", "0", "0", "5760", "1080"])
+        desktop.start()
+        median, high = latency(desktop, "shortcut", 100, 1900, 3940, 100)
+        row("shortcut -> both overlays painted", f"{median:.1f} (p95 {high:.1f}) ms", f"memcpy {copy:.2f} ms",
+            f"{median / copy:.1f}", "<= 120 ms")
+        for name, where in (("4K", (100, 100, 3600)), ("1080p", (3900, 100, 1700))):
+            median, high = latency(desktop, "drag", *where)
+            row(f"drag step -> pixels, {name}", f"{median:.2f} (p95 {high:.2f}) ms", f"memcpy {copy:.2f} ms",
+                f"{median / copy:.1f}", "<= 4 ms, p95 <= 12 ms")
+    finally:
+        desktop.close()
+
+
+def image_files():
+    rows = google("BenchImageFiles")
+    for screen in ("desktop", "editor", "photo", "wallpaper"):
+        usual, both = rows[f"QImage/{screen}"], rows[f"both/{screen}"]
+        ratio_row(f"PNG and TIFF of a 4K screen, {screen}", both["time"], usual["time"], "QImage's PNG", "<= 0.25")
+        row("  its PNG's size", "", "of QImage's PNG", f"{both['size']:.2f}", "<= 1.10")
+
+
+def recognition():
+    if not (BUILD / "bench/shapes/BenchRecognize").exists():
+        return
+    for name, measured in google("shapes/BenchRecognize").items():
+        row(f"recognising 2,000 points, {name}", f"{measured['time']:.3f} ms", "", "", "<= 1 ms")
+
+
+if __name__ == "__main__":
+    row("what", "median", "beside", "ratio", "budget")
+    on_a_display()
+    image_files()
+    recognition()
