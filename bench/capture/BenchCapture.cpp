@@ -31,7 +31,8 @@ void copy(benchmark::State &state)
         copies.push_back(shot.image.copy());
     for (auto _ : state)
         for (std::size_t i = 0; i < shots.size(); ++i) {
-            std::memcpy(copies[i].bits(), shots[i].image.constBits(), static_cast<std::size_t>(copies[i].sizeInBytes()));
+            std::memcpy(copies[i].bits(), shots[i].image.constBits(),
+                        static_cast<std::size_t>(copies[i].sizeInBytes()));
             benchmark::ClobberMemory();
         }
 }
@@ -49,8 +50,9 @@ int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    for (auto *bench : {benchmark::RegisterBenchmark("capture", capture), benchmark::RegisterBenchmark("memcpy", copy),
-                        benchmark::RegisterBenchmark("grabWindow", toolkit)})
+    for (auto *bench :
+         {benchmark::RegisterBenchmark("capture", capture), benchmark::RegisterBenchmark("memcpy", copy),
+          benchmark::RegisterBenchmark("grabWindow", toolkit)})
         bench->UseRealTime()->Unit(benchmark::kMillisecond);
     benchmark::RunSpecifiedBenchmarks();
     return EXIT_SUCCESS;

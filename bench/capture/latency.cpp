@@ -55,8 +55,9 @@ void button(bool down)
 
 std::uint32_t colour(Pixel at)
 {
-    const auto cookie = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root, static_cast<std::int16_t>(at.x),
-                                      static_cast<std::int16_t>(at.y), 1, 1, ~0U);
+    const auto cookie
+        = xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, root, static_cast<std::int16_t>(at.x),
+                        static_cast<std::int16_t>(at.y), 1, 1, ~0U);
     const std::unique_ptr<xcb_get_image_reply_t, decltype(&std::free)> reply(
         xcb_get_image_reply(connection, cookie, nullptr), &std::free);
     std::uint32_t value = 0;

@@ -23,8 +23,8 @@ private slots:
         QTest::newRow("half points on a dense screen")
             << QRectF(50.5, 20, 10.5, 40.5) << 2.0 << QRect(101, 1079, 21, 81);
         QTest::newRow("fractions of pixels") << QRectF(0.3, 0.3, 1, 1) << 1.0 << QRect(0, 598, 2, 2);
-        QTest::newRow("thirds of points") << QRectF(101 / 1.5, 600 - 402 / 1.5, 301 / 1.5, 203 / 1.5) << 1.5
-                                          << QRect(101, 199, 301, 203);
+        QTest::newRow("thirds of points")
+            << QRectF(101 / 1.5, 600 - 402 / 1.5, 301 / 1.5, 203 / 1.5) << 1.5 << QRect(101, 199, 301, 203);
         QTest::newRow("fractional scale") << QRectF(0.8, 0, 0.8, 0.8) << 1.25 << QRect(1, 749, 1, 1);
     }
 

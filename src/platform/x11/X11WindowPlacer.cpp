@@ -95,7 +95,8 @@ bool X11WindowPlacer::eventFilter(QObject *watched, QEvent *event)
     if (!dialog || !dialog->isWindow() || !dialog->parentWidget())
         return false;
     if (event->type() == QEvent::Polish && !dialog->isVisible()) {
-        dialog->setWindowFlags(dialog->windowFlags() | Qt::BypassWindowManagerHint | Qt::WindowStaysOnTopHint);
+        dialog->setWindowFlags(dialog->windowFlags() | Qt::BypassWindowManagerHint
+                               | Qt::WindowStaysOnTopHint);
         dialog->setScreen(dialog->parentWidget()->screen());
     } else if (event->type() == QEvent::Show) {
         putAbove(*dialog);
