@@ -1,0 +1,45 @@
+#pragma once
+
+#include "shapes/Point.h"
+
+#include <cmath>
+
+// The plane's arithmetic, on points that stand for vectors too.
+namespace ShapeRecognizer {
+
+constexpr Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
+constexpr Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
+constexpr Point operator*(double s, Point p) { return {s * p.x, s * p.y}; }
+constexpr double dot(Point a, Point b) { return a.x * b.x + a.y * b.y; }
+constexpr double cross(Point a, Point b) { return a.x * b.y - a.y * b.x; }
+
+// On whole coordinates the root is correctly rounded, so equally long vectors
+// compare equal. std::hypot is a unit off now and then, which would break such
+// ties; it only steps in where the squares overflow or vanish.
+inline double length(Point v)
+{
+    constexpr double vanishing = 1e-290;
+    constexpr double overflowing = 1e290;
+    const double squared = dot(v, v);
+    if (squared > vanishing && squared < overflowing)
+        return std::sqrt(squared);
+    return std::hypot(v.x, v.y);
+}
+
+inline double distance(Point a, Point b) { return length(b - a); }
+inline double direction(Point v) { return std::atan2(v.y, v.x); } // radians, −π … π
+inline Point unit(double angle) { return {std::cos(angle), std::sin(angle)}; }
+
+// Turns p by the angle that `axis`, a unit vector, makes with the x axis.
+constexpr Point turned(Point p, Point axis)
+{
+    return {axis.x * p.x - axis.y * p.y, axis.y * p.x + axis.x * p.y};
+}
+
+// The opposite turn: p in the frame whose first axis is `axis`.
+constexpr Point inFrame(Point p, Point axis)
+{
+    return {axis.x * p.x + axis.y * p.y, axis.x * p.y - axis.y * p.x};
+}
+
+} // namespace ShapeRecognizer
