@@ -1,0 +1,13 @@
+#pragma once
+
+#include "shapes/Corners.h"
+#include "shapes/ShapeRecognizer.h"
+
+namespace ShapeRecognizer {
+
+// A five-pointed star, drawn as one line that crosses itself or around its
+// outline. A star that is nearly upright comes out with one tip straight up.
+[[nodiscard]] std::optional<Result> star(std::span<const Point> ring, std::span<const std::size_t> corners,
+                                         double diag, bool yUp);
+
+} // namespace ShapeRecognizer
