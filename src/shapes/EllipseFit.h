@@ -1,0 +1,17 @@
+#pragma once
+
+#include "shapes/ShapeRecognizer.h"
+
+namespace ShapeRecognizer {
+
+struct EllipseFit {
+    Result result; // "circulo" or "elipse", 73 points
+    double err;    // mean deviation from the ellipse, relative to its radius
+};
+
+// The ellipse through a ring of evenly spaced points; absent when it would be
+// 4 points or less in radius. An ellipse that is nearly round becomes a circle,
+// one that is nearly upright becomes upright.
+[[nodiscard]] std::optional<EllipseFit> ellipseFit(std::span<const Point> points);
+
+} // namespace ShapeRecognizer
