@@ -1,0 +1,180 @@
+#include "shapes/ShapeRecognizer.h"
+#include "support/Strokes.h"
+
+#include <QTest>
+
+#include <limits>
+
+using namespace ShapeRecognizer;
+using namespace Strokes;
+
+namespace {
+
+constexpr int drawings = 60; // of each shape
+
+QString nameOf(const Points &stroke, bool yUp = true)
+{
+    const auto result = recognize(stroke, yUp);
+    return result ? QString::fromStdString(result->name) : "-";
+}
+
+// How far a shape may be tilted and still be the same, and what else varies.
+struct Family {
+    Points outline;    // about 100 points across
+    double tilt;       // degrees
+    bool anyDirection; // a closed shape also begins anywhere
+};
+
+Points drawnLike(const Family &family, Dice &dice)
+{
+    const double size = dice.between(0.6, 4);
+    Points stroke = scaled(family.outline, size, size);
+    if (family.anyDirection) {
+        stroke = startedAt(along(stroke, 2), dice.between(0, 1));
+        if (dice.between(0, 1) < 0.5)
+            stroke = reversed(stroke);
+    }
+    stroke = turned(along(stroke, 2), radians(dice.between(-family.tilt, family.tilt)));
+    return wobbly(stroke, 0.006 * 100 * size, dice);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Family)
+
+class ShapeRecognizerTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void drawnShapesAreRecognised_data()
+    {
+        QTest::addColumn<Family>("family");
+        const auto row
+            = [](const char *name, const char *tag, Points outline, double tilt, bool anyDirection) {
+                  QTest::addRow("%s: %s", name, tag) << Family{std::move(outline), tilt, anyDirection};
+              };
+        row("linea", "any", {{0, 0}, {110, 0}}, 180, false);
+        row("flecha", "two barbs", {{0, 0}, {110, 0}, {85, 20}, {110, 0}, {85, -20}}, 180, false);
+        row("flecha", "one barb", {{0, 0}, {110, 0}, {85, 20}}, 180, false);
+        row("visto", "any", {{0, 40}, {30, 0}, {110, 90}}, 8, false);
+        row("arco", "half", ellipse(55, 55, 0, 3.1), 180, false);
+        row("circulo", "any", ellipse(50, 50), 180, true);
+        row("elipse", "any", ellipse(60, 35), 180, true);
+        row("estrella", "outline", star(60, 24), 180, true);
+        row("estrella", "pentagram", star(60, 0), 180, true);
+        row("triangulo", "any", closed({{0, 0}, {110, 0}, {50, 90}}), 180, true);
+        row("rectangulo", "long", closed({{0, 0}, {110, 0}, {110, 60}, {0, 60}}), 180, true);
+        row("rectangulo", "square", closed({{0, 0}, {90, 0}, {90, 90}, {0, 90}}), 25, true);
+        row("rombo", "square on its corner", closed({{60, 0}, {0, 60}, {-60, 0}, {0, -60}}), 5, true);
+        row("rombo", "tall", closed({{40, 0}, {0, 70}, {-40, 0}, {0, -70}}), 180, true);
+        row("cuadrilatero", "any", closed({{0, 0}, {130, 0}, {142, 69}, {58, 100}}), 180, true);
+        row("corazon", "any", heart(100), 12, true);
+    }
+
+    void drawnShapesAreRecognised()
+    {
+        QFETCH(Family, family);
+        const QString name = QString(QTest::currentDataTag()).section(':', 0, 0);
+        Dice dice(7);
+        for (int i = 0; i < drawings; ++i) {
+            const Points stroke = drawnLike(family, dice);
+            QCOMPARE(nameOf(stroke), name);
+            QCOMPARE(nameOf(scaled(stroke, 1, -1), false), name);
+        }
+    }
+
+    void otherThingsStayAsDrawn_data()
+    {
+        QTest::addColumn<Points>("stroke");
+        QTest::newRow("nothing") << Points{};
+        QTest::newRow("two points") << Points{{0, 0}, {100, 0}};
+        QTest::newRow("four points") << Points{{0, 0}, {30, 0}, {60, 0}, {90, 0}};
+        QTest::newRow("a resting hand") << Points(500, Point{10, 10});
+        QTest::newRow("too small") << along({{0, 0}, {15.9, 0}}, 1);
+        QTest::newRow("zigzag") << along({{0, 0}, {60, 90}, {120, 0}, {180, 90}, {240, 0}}, 2);
+        QTest::newRow("letter S") << along({{90, 90}, {20, 100}, {0, 70}, {90, 40}, {80, 0}, {0, 10}}, 2);
+        QTest::newRow("bow tie") << along(closed({{0, 0}, {100, 100}, {100, 0}, {0, 100}}), 2);
+    }
+
+    void otherThingsStayAsDrawn()
+    {
+        QFETCH(Points, stroke);
+        QCOMPARE(nameOf(stroke), "-");
+    }
+
+    void aLineMayBendALittle()
+    {
+        QCOMPARE(nameOf(along({{0, 0}, {50, 6.4}, {100, 0}}, 2)), "linea"); // below 5 % and 2 points
+        QCOMPARE(nameOf(along({{0, 0}, {50, 7.6}, {100, 0}}, 2)), "-");
+        QCOMPARE(nameOf(along({{0, 0}, {16, 0}}, 1)), "linea");
+    }
+
+    void longWaysCloseWiderGaps_data()
+    {
+        QTest::addColumn<double>("height");
+        QTest::addColumn<double>("gap"); // along the lower side, of the width
+        QTest::addColumn<QString>("name");
+        QTest::newRow("short way, small gap") << 25.0 << 0.18 << "rectangulo";
+        QTest::newRow("short way, wide gap") << 25.0 << 0.27 << "-";
+        QTest::newRow("long way, wide gap") << 70.0 << 0.3 << "rectangulo";
+        QTest::newRow("long way, gaping") << 70.0 << 0.45 << "-";
+    }
+
+    void longWaysCloseWiderGaps()
+    {
+        QFETCH(double, height);
+        QFETCH(double, gap);
+        const double half = 50 * gap;
+        QTEST(
+            nameOf(along({{50 + half, 0}, {100, 0}, {100, height}, {0, height}, {0, 0}, {50 - half, 0}}, 2)),
+            "name");
+    }
+
+    void overshootingItsStartDoesNotHarmACircle()
+    {
+        QCOMPARE(nameOf(ellipse(60, 60, 0, turn * 1.1)), "circulo");
+    }
+
+    void fiveCornersAreNeverAnEllipse()
+    {
+        Points pentagon;
+        for (int i = 0; i < 5; ++i)
+            pentagon.push_back({60 * std::cos(i * turn / 5), 60 * std::sin(i * turn / 5)});
+        QCOMPARE(nameOf(along(closed(pentagon), 2)), "-");
+    }
+
+    void closedOutlinesEndWhereTheyBegan()
+    {
+        const Points square
+            = recognize(along(closed({{0, 0}, {80, 0}, {80, 80}, {0, 80}}), 2), true).value().points;
+        QCOMPARE(square.size(), 5U);
+        QCOMPARE(square.front(), square.back());
+    }
+
+    void wildNumbersDoNoHarm()
+    {
+        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+        constexpr double infinity = std::numeric_limits<double>::infinity();
+        for (const double wild : {nan, infinity, -infinity, 1e300, -1e308, 1e17, 1e-310}) {
+            for (Points stroke : {along({{0, 0}, {90, 2}}, 2), ellipse(50, 50), star(60, 24), heart(90)}) {
+                for (const std::size_t at : {std::size_t{0}, stroke.size() / 2, stroke.size() - 1}) {
+                    stroke[at].x = wild;
+                    const auto result = recognize(stroke, true);
+                    QVERIFY(!result || std::isfinite(result->points.back().x));
+                }
+                (void)recognize(scaled(stroke, wild, wild), true);
+            }
+        }
+        Points holed = ellipse(50, 50);
+        holed[30] = {nan, 3}; // as if it had not been reported
+        QCOMPARE(nameOf(holed), "circulo");
+    }
+
+    void aMillionPointsAreNotTooMany()
+    {
+        QCOMPARE(nameOf(resample(closed({{0, 0}, {9e5, 0}, {5e5, 8e5}}), 1'000'000)), "triangulo");
+    }
+};
+
+QTEST_GUILESS_MAIN(ShapeRecognizerTest)
+#include "ShapeRecognizerTest.moc"

@@ -1,0 +1,94 @@
+#include "shapes/StrokeGeometry.h"
+#include "shapes/ShapeRecognizer.h"
+#include "support/Strokes.h"
+
+#include <QTest>
+
+using namespace ShapeRecognizer;
+using Strokes::gap;
+
+class StrokeGeometryTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void distanceIsToTheSegmentNotTheLine()
+    {
+        QCOMPARE(segmentDistance({13, 4}, {0, 0}, {10, 0}), 5.0);
+        QCOMPARE(segmentDistance({-3, 4}, {0, 0}, {10, 0}), 5.0);
+        QCOMPARE(segmentDistance({3, 4}, {0, 0}, {0, 0}), 5.0);
+    }
+
+    void nothingHasNoSize()
+    {
+        QCOMPARE(pathLength({}), 0.0);
+        QCOMPARE(bounds({}).width, 0.0);
+        QVERIFY(resample({}, 64).empty());
+        QVERIFY(trimOverlap({}).empty());
+    }
+
+    void resampledPointsAreEvenlySpaced()
+    {
+        const Points path{{0, 0}, {100, 0}, {100, 1}, {100, 2}, {100, 60}};
+        const Points spaced = resample(path, 41);
+        QCOMPARE(spaced.size(), 41U);
+        QCOMPARE(spaced.front(), path.front());
+        QVERIFY(gap(spaced.back(), path.back()) < 1e-9);
+        QVERIFY(gap(spaced[25], {100, 0}) < 1e-9);
+        QVERIFY(gap(spaced[26], {100, 4}) < 1e-9);
+    }
+
+    void resamplingLeavesAPathWithoutLengthAlone()
+    {
+        const Points dots(7, Point{3, 4});
+        QCOMPARE(resample(dots, 64), dots);
+    }
+
+    void resamplingEndsWhereStepsVanishInTheCoordinates()
+    {
+        QCOMPARE(resample(Points{{1e17, 0}, {1e17 + 16, 0}}, 64).size(), 64U);
+        QCOMPARE(resample(Points{{-1e308, 0}, {1e308, 0}, {0, 1e308}}, 64).size(), 64U);
+    }
+
+    void smoothingReadsOnlyWhatWasDrawn()
+    {
+        const Points four{{0, 0}, {1, 9}, {2, 0}, {3, 9}};
+        QCOMPARE(smooth(four), four);
+        const Points five{{0, 0}, {1, 12}, {2, 0}, {3, 24}, {4, 0}};
+        QCOMPARE(smooth(five), (Points{{0, 0}, {1.5, 9}, {2, 7.2}, {2.5, 9}, {4, 0}}));
+    }
+
+    void simplifyKeepsCornersOnce()
+    {
+        const Points zigzag{{0, 0}, {5, 0.1}, {10, 0}, {10, 5}, {10, 10}};
+        QCOMPARE(simplify(zigzag, 1), (Points{{0, 0}, {10, 0}, {10, 10}}));
+        QCOMPARE(simplify(zigzag, 100).size(), 2U);
+    }
+
+    void simplifySplitsAtTheFirstOfEquallyFarPoints()
+    {
+        QCOMPARE(simplify(Points{{0, 0}, {1, 5}, {9, 5}, {10, 0}}, 4.5), (Points{{0, 0}, {1, 5}, {10, 0}}));
+    }
+
+    void overlapIsCutAtTheNearestOfTheLastQuarter()
+    {
+        const Points stroke{{0, 0}, {9, 0}, {9, 9}, {5, 5}, {4, 4}, {1, 0}, {0, 9}, {1, 7}, {5, 5}, {6, 6}};
+        QCOMPARE(trimOverlap(stroke).size(), 8U); // ties with (5, 5), which comes later
+        Points nearer = stroke;
+        nearer.back() = {1, 1};
+        QCOMPARE(trimOverlap(nearer).size(), 10U);
+        QCOMPARE(trimOverlap(std::span(stroke).first(4)).size(), 4U);
+    }
+
+    void linesSnapWithinFourDegrees()
+    {
+        const Points snapped = snapLine({0, 0}, {100, 6}); // 3.4 degrees
+        QVERIFY(gap(snapped[1], {std::hypot(100, 6), 0}) < 1e-9);
+        QCOMPARE(snapLine({0, 0}, {100, 8}), (Points{{0, 0}, {100, 8}})); // 4.6 degrees
+        const Points diagonal = snapLine({10, 10}, {-88, -92});
+        QVERIFY(std::abs((diagonal[1].x - 10) - (diagonal[1].y - 10)) < 1e-9);
+        QVERIFY(diagonal[1].x < 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(StrokeGeometryTest)
+#include "StrokeGeometryTest.moc"

@@ -1,0 +1,79 @@
+#include "shapes/Templates.h"
+#include "shapes/StrokeGeometry.h"
+#include "support/Strokes.h"
+
+#include <QTest>
+
+using namespace ShapeRecognizer;
+
+namespace {
+
+Points ring(const Points &outline)
+{
+    Points points = resample(outline, 65);
+    points.pop_back();
+    return points;
+}
+
+} // namespace
+
+class TemplatesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aHeartMatchesFromAnyStartInBothDirections()
+    {
+        for (const double share : {0.0, 0.21, 0.5, 0.83}) {
+            const Points drawn = Strokes::startedAt(Strokes::heart(120), share);
+            QVERIFY(matchTemplatesOnce(ring(drawn), true).value().score < 0.03);
+            QVERIFY(matchTemplatesOnce(ring(Strokes::reversed(drawn)), true).value().score < 0.03);
+        }
+    }
+
+    void theOutlineFillsTheStrokesBox()
+    {
+        const Points drawn = ring(Strokes::heart(120));
+        const Points outline = matchTemplatesOnce(drawn, true).value().result.points;
+        QCOMPARE(outline.size(), 201U);
+        QCOMPARE(outline.front(), outline.back());
+        QVERIFY(std::abs(bounds(outline).x - bounds(drawn).x) < 1e-9);
+        QVERIFY(std::abs(bounds(outline).height - bounds(drawn).height) < 1e-9);
+    }
+
+    void aHeartPointsDownwardsOnEitherKindOfPaper()
+    {
+        const Points upsideDown = Strokes::scaled(Strokes::heart(120), 1, -1);
+        QVERIFY(!matchTemplates(ring(upsideDown), true));
+        const Points outline = matchTemplates(ring(upsideDown), false).value().points;
+        QVERIFY(outline[100].y > outline[0].y + 30); // from the notch to the point
+    }
+
+    void flatHeartsAreNoHearts()
+    {
+        QVERIFY(matchTemplatesOnce(ring(Strokes::scaled(Strokes::heart(120), 1.9, 1)), true));
+        QVERIFY(!matchTemplatesOnce(ring(Strokes::scaled(Strokes::heart(120), 2.2, 1)), true));
+        QVERIFY(!matchTemplatesOnce(ring(Strokes::heart(3.9)), true));
+    }
+
+    void theOutlineIsTiltedLikeTheStroke()
+    {
+        for (const double tilt : {-0.3, 0.2}) {
+            const Points outline
+                = matchTemplates(ring(Strokes::turned(Strokes::heart(120), tilt)), true).value().points;
+            const Point axis{outline[0].x - outline[100].x, outline[0].y - outline[100].y};
+            QVERIFY(std::abs(std::atan2(axis.y, axis.x) - Strokes::turn / 4 - tilt) < 0.02);
+        }
+    }
+
+    void exactOutlinesShareTheBoxOfThePoints()
+    {
+        const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
+        const Template made = makeTemplate("x", square, Points{{5, 5}, {20, 0}});
+        QCOMPARE(made.points.size(), 64U);
+        QCOMPARE(made.points[16], (Point{1, 0}));
+        QCOMPARE(made.exact, (Points{{0.5, 0.5}, {2, 0}}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TemplatesTest)
+#include "TemplatesTest.moc"
