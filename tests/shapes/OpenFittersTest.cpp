@@ -1,5 +1,4 @@
 #include "shapes/OpenFitters.h"
-#include "shapes/StrokeGeometry.h"
 #include "support/Strokes.h"
 
 #include <QTest>
@@ -8,29 +7,37 @@ using namespace ShapeRecognizer;
 
 namespace {
 
-Points spaced(const Points &vertices) { return resample(vertices, 64); }
-
-double diagonal(const Points &points)
-{
-    const Bounds box = bounds(points);
-    return std::hypot(box.width, box.height);
-}
-
-std::optional<Result> arrowOf(const Points &vertices)
-{
-    return arrow(spaced(vertices), diagonal(spaced(vertices)));
-}
-
-std::optional<Result> checkOf(const Points &vertices, bool yUp = true)
-{
-    return check(spaced(vertices), diagonal(spaced(vertices)), yUp);
-}
+constexpr Point tip{200, 0};
 
 // The end of a barb that leaves the tip at an angle to the way back.
-Point barb(Point tip, double length, double degrees)
+Point barb(double length, double degrees)
 {
     const double angle = Strokes::radians(180 - degrees);
     return {tip.x + length * std::cos(angle), tip.y + length * std::sin(angle)};
+}
+
+// Two arms that meet at the origin, given by their lengths and directions.
+Points arms(double first, double firstDegrees, double second, double secondDegrees)
+{
+    const auto end = [](double length, double degrees) {
+        return Point{length * std::cos(Strokes::radians(degrees)),
+                     length * std::sin(Strokes::radians(degrees))};
+    };
+    return {end(first, firstDegrees), {0, 0}, end(second, secondDegrees)};
+}
+
+// A check mark whose long arm swings `size` to either side, `count` times.
+Points shaken(double size, int count)
+{
+    const double length = std::hypot(80, 90);
+    Points vertices{{0, 40}, {30, 0}};
+    for (int i = 1; i <= count; ++i) {
+        const double t = static_cast<double>(i) / (count + 1);
+        const double aside = (i % 2 == 1 ? size : -size) / length;
+        vertices.push_back({30 + 80 * t + aside * 90, 90 * t - aside * 80});
+    }
+    vertices.push_back({110, 90});
+    return vertices;
 }
 
 } // namespace
@@ -39,81 +46,102 @@ class OpenFittersTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void aBarbFoldsBackAlongTheShaft_data()
-    {
-        QTest::addColumn<double>("length");
-        QTest::addColumn<double>("angle");
-        QTest::addColumn<bool>("accepted");
-        QTest::newRow("plain") << 60.0 << 40.0 << true;
-        QTest::newRow("just folding back") << 60.0 << 73.0 << true;
-        QTest::newRow("sticking out") << 60.0 << 77.0 << false;
-        QTest::newRow("as long as a head may be") << 86.0 << 40.0 << true;
-        QTest::newRow("too long for a head") << 93.0 << 40.0 << false;
-    }
-
-    void aBarbFoldsBackAlongTheShaft()
-    {
-        QFETCH(double, length);
-        QFETCH(double, angle);
-        QTEST(arrowOf({{0, 0}, {200, 0}, barb({200, 0}, length, angle)}).has_value(), "accepted");
-    }
-
-    void arrowsAreRejected_data()
+    void arrowsHaveBounds_data()
     {
         QTest::addColumn<Points>("vertices");
-        QTest::newRow("no head") << Points{{0, 0}, {200, 0}};
-        QTest::newRow("short shaft") << Points{{0, 0}, {100, 0}, {60, 40}, {100, 0}, {60, -200}};
-        QTest::newRow("scribbled head")
-            << Points{{0, 0}, {200, 0}, {160, 30}, {200, 0}, {160, -30}, {200, 0}, {150, 40}, {190, 40}};
-        QTest::newRow("zigzag") << Points{{0, 0}, {60, 60}, {120, 0}, {180, 60}};
+        QTest::addColumn<double>("diag");
+        QTest::addColumn<bool>("accepted");
+        // A head that goes to and fro between the tip and the ends of its barbs.
+        const auto row = [](const char *name, Points head, double diag, bool accepted, Points bulge = {}) {
+            Points vertices{{0, 0}};
+            vertices.insert(vertices.end(), bulge.begin(), bulge.end());
+            vertices.push_back(tip);
+            vertices.insert(vertices.end(), head.begin(), head.end());
+            QTest::newRow(name) << vertices << diag << accepted;
+        };
+        const Point left = barb(60, 40);
+        row("no head", {}, 240, false);
+        row("folding back", {barb(60, 73)}, 240, true);
+        row("sticking out", {barb(60, 77)}, 240, false);
+        row("long shaft", {left}, 355, true);
+        row("short shaft", {left}, 372, false);
+        row("barb off the line", {barb(18, 40)}, 283, true);
+        row("barb lost in the line", {barb(18, 40)}, 320, false);
+        row("barb long enough to count", {barb(17, 40)}, 240, true);
+        row("barb too short to count", {barb(15, 40)}, 240, false);
+        row("barb within reach", {barb(86, 40)}, 240, true);
+        row("barb out of reach", {barb(93, 40)}, 240, false);
+        row("head short enough", {barb(78, 40), tip, barb(78, -40)}, 240, true);
+        row("head too long", {barb(82, 40), tip, barb(82, -40)}, 240, false);
+        row("six vertices", {barb(40, 40), tip, barb(40, -40), tip}, 240, true);
+        row("seven vertices", {barb(40, 40), tip, barb(40, -40), tip, barb(40, 40)}, 240, false);
+        row("shaft straight enough", {left}, 355, true, {{100, -17.8}});
+        row("shaft too bent", {left}, 355, false, {{100, -18.5}});
     }
 
-    void arrowsAreRejected()
+    void arrowsHaveBounds()
     {
         QFETCH(Points, vertices);
-        QVERIFY(!arrowOf(vertices));
+        QFETCH(double, diag);
+        QTEST(arrow(Strokes::along(vertices, 4), diag).has_value(), "accepted");
     }
 
-    void oneBarbBecomesTwo()
-    {
-        const Points outline = arrowOf({{0, 0}, {200, 0}, {160, 30}}).value().points;
-        QCOMPARE(outline.size(), 5U);
-        QCOMPARE(outline[1], outline[3]);
-        QVERIFY(std::abs(outline[2].x - outline[4].x) < 1);
-        QVERIFY(std::abs(outline[2].y + outline[4].y - 2 * outline[1].y) < 1);
-    }
-
-    void barbsHaveBounds()
+    void anyHeadBecomesTwoBarbs()
     {
         for (const auto &[scale, length] :
              {std::pair(0.2, 12.0), std::pair(1.0, 44.0), std::pair(3.0, 60.0)}) {
-            const Points vertices = Strokes::scaled({{0, 0}, {200, 0}, {160, 30}}, scale, scale);
-            const Points outline = arrowOf(vertices).value().points;
-            QVERIFY(std::abs(Strokes::gap(outline[1], outline[2]) - length) < 1);
+            const Points drawn
+                = Strokes::scaled(Strokes::along({{0, 0}, tip, barb(50, 37)}, 4), scale, scale);
+            const Points outline = arrow(drawn, 205 * scale).value().points;
+            QCOMPARE(outline.size(), 5U);
+            QCOMPARE(outline[0], drawn.front());
+            QCOMPARE(outline[1], outline[3]);
+            QVERIFY(std::abs(Strokes::gap(outline[1], outline[2]) - length) < 1e-9);
+            QVERIFY(std::abs(Strokes::gap(outline[2], outline[4]) - 2 * length * std::sin(0.5)) < 1e-9);
+            QVERIFY(outline[2].x < outline[1].x);
         }
     }
 
-    void checksAreDrawnShortArmFirst_data()
+    void checksHaveBounds_data()
     {
         QTest::addColumn<Points>("vertices");
+        QTest::addColumn<double>("diag");
         QTest::addColumn<bool>("accepted");
-        QTest::newRow("plain") << Points{{0, 40}, {30, 0}, {110, 90}} << true;
-        QTest::newRow("long arm first") << Points{{110, 90}, {30, 0}, {0, 40}} << false;
-        QTest::newRow("upside down") << Points{{0, -40}, {30, 0}, {110, -90}} << false;
-        QTest::newRow("too sharp") << Points{{20, 40}, {30, 0}, {60, 90}} << false;
-        QTest::newRow("too blunt") << Points{{-30, 20}, {30, 0}, {150, 60}} << false;
-        QTest::newRow("end below start") << Points{{0, 60}, {30, 0}, {120, 55}} << false;
-        QTest::newRow("arms alike") << Points{{0, 50}, {40, 0}, {80, 55}} << false;
-        QTest::newRow("short arm missing") << Points{{18, 11}, {30, 0}, {110, 90}} << false;
-        QTest::newRow("bulging") << Points{{0, 40}, {30, 0}, {90, 20}, {110, 90}} << false;
+        QTest::newRow("long arm first") << Points{{110, 90}, {30, 0}, {0, 40}} << 140.0 << false;
+        QTest::newRow("upside down") << Points{{0, -40}, {30, 0}, {110, -90}} << 140.0 << false;
+        QTest::newRow("sharp") << arms(60, 88, 120, 40) << 130.0 << true;
+        QTest::newRow("too sharp") << arms(60, 82, 120, 40) << 130.0 << false;
+        QTest::newRow("blunt") << arms(60, 157, 120, 40) << 160.0 << true;
+        QTest::newRow("too blunt") << arms(60, 163, 120, 40) << 160.0 << false;
+        QTest::newRow("arms differ") << arms(80, 140, 100, 60) << 130.0 << true;
+        QTest::newRow("arms alike") << arms(80, 140, 92, 60) << 130.0 << false;
+        QTest::newRow("end below start") << arms(80, 110, 120, 30) << 130.0 << false;
+        QTest::newRow("short arm seen") << arms(30, 130, 120, 40) << 190.0 << true;
+        QTest::newRow("short arm missing") << arms(30, 130, 120, 40) << 210.0 << false;
+        QTest::newRow("bulging a little") << shaken(20, 1) << 150.0 << true;
+        QTest::newRow("bulging too much") << shaken(20, 1) << 132.0 << false;
+        QTest::newRow("shaken a little") << shaken(11, 7) << 150.0 << true;
+        QTest::newRow("shaken too much") << shaken(12, 7) << 150.0 << false;
     }
 
-    void checksAreDrawnShortArmFirst()
+    void checksHaveBounds()
     {
         QFETCH(Points, vertices);
+        QFETCH(double, diag);
         QFETCH(bool, accepted);
-        QCOMPARE(checkOf(vertices).has_value(), accepted);
-        QCOMPARE(checkOf(Strokes::scaled(vertices, 1, -1), false).has_value(), accepted);
+        const Points drawn = Strokes::along(vertices, 2);
+        QCOMPARE(check(drawn, diag, true).has_value(), accepted);
+        QCOMPARE(check(Strokes::scaled(drawn, 1, -1), diag, false).has_value(), accepted);
+    }
+
+    void aCheckIsNotAllOneArm()
+    {
+        for (const int steps : {2, 3}) {
+            Points drawn = Strokes::along({{0, 40}, {30, 0}}, 50.0 / steps);
+            const Points arm = Strokes::along({{30, 0}, {110, 90}}, 4);
+            drawn.insert(drawn.end(), arm.begin() + 1, arm.end());
+            QCOMPARE(check(drawn, 140, true).has_value(), steps == 3);
+        }
     }
 };
 

@@ -10,8 +10,7 @@ namespace {
 
 std::optional<Result> starOf(const Points &outline, bool yUp = true)
 {
-    Points ring = resample(outline, 65);
-    ring.pop_back();
+    const Points ring = Strokes::ring(outline);
     const Bounds box = bounds(ring);
     return star(ring, findCorners(ring), std::hypot(box.width, box.height), yUp);
 }
@@ -21,6 +20,21 @@ double tilt(const Result &result)
     const Points &points = result.points;
     const Point centre = centroid(std::span(points).first(points.size() - 1));
     return std::atan2(points[0].y - centre.y, points[0].x - centre.x) * 360 / Strokes::turn;
+}
+
+// An outlined star with one gap between its tips that differs from the others.
+Points starWithGap(double degrees)
+{
+    Points vertices;
+    for (int tip = 0; tip < 5; ++tip) {
+        const double step = tip == 0 ? degrees : (360 - degrees) / 4;
+        const double angle = tip == 0 ? 0 : degrees + (tip - 1) * step;
+        vertices.push_back(
+            {100 * std::cos(Strokes::radians(angle)), 100 * std::sin(Strokes::radians(angle))});
+        const double valley = Strokes::radians(angle + step / 2);
+        vertices.push_back({45 * std::cos(valley), 45 * std::sin(valley)});
+    }
+    return Strokes::closed(vertices);
 }
 
 } // namespace
@@ -64,33 +78,30 @@ private slots:
 
     void theOutlineTurnsAsItWasDrawn()
     {
-        const auto area = [](const Points &points) {
-            double sum = 0;
-            for (std::size_t i = 1; i < points.size(); ++i)
-                sum += points[i - 1].x * points[i].y - points[i].x * points[i - 1].y;
-            return sum;
-        };
-        QVERIFY(area(starOf(Strokes::star(100, 40)).value().points) > 0);
-        QVERIFY(area(starOf(Strokes::reversed(Strokes::star(100, 40))).value().points) < 0);
+        const Points upwards = Strokes::star(100, 40); // from the topmost tip to the left
+        QVERIFY(starOf(upwards).value().points[1].x < 0);
+        QVERIFY(starOf(Strokes::reversed(upwards)).value().points[1].x > 0);
     }
 
-    void starsAreRejected_data()
+    void starsHaveBounds_data()
     {
         QTest::addColumn<Points>("outline");
-        QTest::newRow("shallow notches") << Strokes::star(100, 74);
-        QTest::newRow("a circle") << Strokes::ellipse(80, 80);
-        QTest::newRow("squeezed tips") << Strokes::scaled(Strokes::star(100, 40), 0.35, 1);
-        Points fourTips;
-        for (int i = 0; i < 8; ++i)
-            fourTips.push_back({(i % 2 ? 35 : 100) * std::cos(i * Strokes::turn / 8),
-                                (i % 2 ? 35 : 100) * std::sin(i * Strokes::turn / 8)});
-        QTest::newRow("four tips") << Strokes::closed(fourTips);
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("deep notches") << Strokes::star(100, 64) << true;
+        QTest::newRow("shallow notches") << Strokes::star(100, 67) << false;
+        QTest::newRow("narrow gap") << starWithGap(48) << true;
+        QTest::newRow("gap too narrow") << starWithGap(41) << false;
+        QTest::newRow("wide gap") << starWithGap(97) << true;
+        QTest::newRow("gap too wide") << starWithGap(108) << false;
+        QTest::newRow("sharp tips") << Strokes::scaled(Strokes::star(60, 0), 2.4, 1) << true;
+        QTest::newRow("a blunt tip") << Strokes::scaled(Strokes::star(60, 0), 3, 1) << false;
+        QTest::newRow("a circle") << Strokes::ellipse(80, 80) << false;
     }
 
-    void starsAreRejected()
+    void starsHaveBounds()
     {
         QFETCH(Points, outline);
-        QVERIFY(!starOf(outline));
+        QTEST(starOf(outline).has_value(), "accepted");
     }
 };
 

@@ -1,4 +1,7 @@
 #include "shapes/StrokeGeometry.h"
+#include "shapes/Corners.h"
+#include "shapes/Cyclic.h"
+#include "shapes/Polygon.h"
 #include "shapes/ShapeRecognizer.h"
 #include "support/Strokes.h"
 
@@ -6,6 +9,7 @@
 
 using namespace ShapeRecognizer;
 using Strokes::gap;
+using Strokes::ring;
 
 class StrokeGeometryTest : public QObject {
     Q_OBJECT
@@ -16,14 +20,6 @@ private slots:
         QCOMPARE(segmentDistance({13, 4}, {0, 0}, {10, 0}), 5.0);
         QCOMPARE(segmentDistance({-3, 4}, {0, 0}, {10, 0}), 5.0);
         QCOMPARE(segmentDistance({3, 4}, {0, 0}, {0, 0}), 5.0);
-    }
-
-    void nothingHasNoSize()
-    {
-        QCOMPARE(pathLength({}), 0.0);
-        QCOMPARE(bounds({}).width, 0.0);
-        QVERIFY(resample({}, 64).empty());
-        QVERIFY(trimOverlap({}).empty());
     }
 
     void resampledPointsAreEvenlySpaced()
@@ -87,6 +83,49 @@ private slots:
         const Points diagonal = snapLine({10, 10}, {-88, -92});
         QVERIFY(std::abs((diagonal[1].x - 10) - (diagonal[1].y - 10)) < 1e-9);
         QVERIFY(diagonal[1].x < 0);
+    }
+
+    void aSquareHasFourCorners()
+    {
+        const Points square = ring(Strokes::closed({{50, 0}, {100, 0}, {100, 100}, {0, 100}, {0, 0}}));
+        QCOMPARE(findCorners(square), (Corners{8, 24, 40, 56}));
+    }
+
+    void aHexagonHasCornersAHeptagonNone()
+    {
+        const auto cornersOf = [](int sides) {
+            Points points = Strokes::along(Strokes::polygon(sides, 60), 5);
+            points.pop_back();
+            return findCorners(points).size();
+        };
+        QCOMPARE(cornersOf(6), 6U); // 60 degrees each
+        QCOMPARE(cornersOf(7), 0U); // 51 degrees
+    }
+
+    void aTurnIsSeenFromThreePointsAway()
+    {
+        const Points square = ring(Strokes::closed({{50, 0}, {100, 0}, {100, 100}, {0, 100}, {0, 0}}));
+        QVERIFY(turningAngle(square, 8 - 3) > Strokes::radians(10));
+        QVERIFY(turningAngle(square, 8 - 4) < Strokes::radians(1));
+    }
+
+    void theFirstOfEqualPeaksCounts()
+    {
+        const std::vector<double> values{1, 5, 5, 1, 0, 0, 0};
+        QVERIFY(isPeak(values, 1, 2));
+        QVERIFY(!isPeak(values, 2, 2));
+        const std::vector<double> acrossTheEnd{5, 1, 0, 0, 0, 1, 5};
+        QVERIFY(!isPeak(acrossTheEnd, 0, 2));
+        QVERIFY(isPeak(acrossTheEnd, 6, 2));
+    }
+
+    void crossingEdgesAreNotSimple()
+    {
+        QVERIFY(!isSimple(Points{{0, 0}, {10, 10}, {10, 0}, {0, 10}}));
+        QVERIFY(!isSimple(Points{{0, 0}, {10, 0}, {0, 10}, {10, 10}}));
+        QVERIFY(isSimple(Points{{0, 0}, {10, 0}, {10, 10}, {0, 10}}));
+        QVERIFY(isSimple(Points{{0, 0}, {10, 10}, {10, 0}}));
+        QVERIFY(isSimple(Points{{0, 0}, {10, 0}, {5, 0}, {5, 10}})); // touching only
     }
 };
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "shapes/Point.h"
+#include "shapes/ShapeRecognizer.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <numbers>
+#include <random>
 
 // Strokes as a hand might draw them: outlines given by their vertices, followed
 // at an even pace and shaken a little. y grows upwards.
@@ -18,22 +18,12 @@ constexpr double turn = 2 * std::numbers::pi;
 
 constexpr double radians(double degrees) { return degrees * turn / 360; }
 
-// The same numbers on every machine and in every run (xorshift).
-class Dice {
-public:
-    explicit Dice(std::uint64_t seed) : m_state(seed * 0x9e3779b97f4a7c15ULL | 1) {}
+using Dice = std::mt19937; // the same numbers on every machine and in every run
 
-    double between(double low, double high)
-    {
-        m_state ^= m_state << 13;
-        m_state ^= m_state >> 7;
-        m_state ^= m_state << 17;
-        return low + (high - low) * static_cast<double>(m_state >> 11) * 0x1p-53;
-    }
-
-private:
-    std::uint64_t m_state;
-};
+inline double between(double low, double high, Dice &dice)
+{
+    return low + (high - low) * static_cast<double>(dice()) / static_cast<double>(Dice::max());
+}
 
 inline double gap(Point a, Point b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
@@ -67,6 +57,14 @@ inline Points ellipse(double a, double b, double from = 0, double sweep = turn)
         points.push_back({a * std::cos(t), b * std::sin(t)});
     }
     return points;
+}
+
+inline Points polygon(int sides, double radius)
+{
+    Points vertices;
+    for (int i = 0; i < sides; ++i)
+        vertices.push_back({radius * std::cos(i * turn / sides), radius * std::sin(i * turn / sides)});
+    return closed(vertices);
 }
 
 // Tips and valleys by turns, or a pentagram when the inner radius is 0.
@@ -123,15 +121,23 @@ inline Points startedAt(Points ring, double share)
     return closed(ring);
 }
 
+// 64 evenly spaced points, as the recognisers of closed strokes see them.
+inline Points ring(const Points &outline)
+{
+    Points points = ShapeRecognizer::resample(outline, 65);
+    points.pop_back();
+    return points;
+}
+
 // A slow tremble of the hand, at most `size` points in each direction.
 inline Points wobbly(Points points, double size, Dice &dice)
 {
-    const double phase = dice.between(0, turn);
-    const double pace = dice.between(0.2, 0.4);
+    const double phase = between(0, turn, dice);
+    const double pace = between(0.2, 0.4, dice);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const double t = phase + pace * static_cast<double>(i);
-        points[i].x += size * (0.7 * std::sin(t) + dice.between(-0.3, 0.3));
-        points[i].y += size * (0.7 * std::cos(0.7 * t) + dice.between(-0.3, 0.3));
+        points[i].x += size * (0.7 * std::sin(t) + between(-0.3, 0.3, dice));
+        points[i].y += size * (0.7 * std::cos(0.7 * t) + between(-0.3, 0.3, dice));
     }
     return points;
 }
