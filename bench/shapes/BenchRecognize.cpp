@@ -43,7 +43,7 @@ const Stroke strokes[] = {
     {"triangulo", closed({{0, 0}, {150, 0}, {60, 120}})},
     {"rectangulo", closed({{0, 0}, {150, 0}, {150, 90}, {0, 90}})},
     {"rombo", closed({{0, -90}, {60, 0}, {0, 90}, {-60, 0}})},
-    {"cuadrilatero", closed({{0, 0}, {120, 0}, {110, 85}, {35, 75}})},
+    {"cuadrilatero", closed({{0, 0}, {130, 0}, {142, 69}, {58, 100}})},
     {"corazon", heart(150)},
     {"open, rejected", {{0, 0}, {60, 90}, {120, 0}, {180, 90}, {240, 0}, {300, 90}}},
     {"spiral, rejected", spiral()},

@@ -117,7 +117,7 @@ inline Points startedAt(Points ring, double share)
 {
     ring.pop_back();
     const auto shift = static_cast<std::ptrdiff_t>(share * static_cast<double>(ring.size()));
-    std::ranges::rotate(ring, ring.begin() + shift);
+    std::rotate(ring.begin(), ring.begin() + shift, ring.end());
     return closed(ring);
 }
 
