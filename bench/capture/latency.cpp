@@ -4,6 +4,7 @@
 //
 //   latency shortcut X Y X Y   from the key press to the dimming of both pixels
 //   latency drag X Y WIDTH     one step of a drag that ends WIDTH pixels further
+//   latency draw X Y WIDTH     the same for a rectangle drawn above 200 strokes
 //
 // Prints the median and the 95th percentile in milliseconds.
 #include <xcb/xcb.h>
@@ -26,7 +27,9 @@ namespace {
 constexpr int rounds = 15;
 constexpr int steps = 40;
 constexpr auto patience = 5s;
-constexpr std::uint8_t keyX = 53, keyShift = 50, keySuper = 133, keyEscape = 9;
+constexpr int strokes = 200;
+constexpr std::uint8_t keyA = 38, keyP = 33, keyR = 27, keyX = 53;
+constexpr std::uint8_t keyControl = 37, keyEscape = 9, keyShift = 50, keySuper = 133;
 
 xcb_connection_t *connection = nullptr;
 xcb_window_t root = XCB_WINDOW_NONE;
@@ -95,12 +98,14 @@ void letGo()
     xcb_flush(connection);
 }
 
-void escape()
+void type(std::uint8_t key)
 {
-    fake(XCB_KEY_PRESS, keyEscape);
-    fake(XCB_KEY_RELEASE, keyEscape);
+    fake(XCB_KEY_PRESS, key);
+    fake(XCB_KEY_RELEASE, key);
     xcb_flush(connection);
 }
+
+void escape() { type(keyEscape); }
 
 std::vector<double> timeShortcut(Pixel first, Pixel second)
 {
@@ -120,15 +125,61 @@ std::vector<double> timeShortcut(Pixel first, Pixel second)
     return times;
 }
 
+void freeze(Pixel watched)
+{
+    const std::uint32_t plain = colour(watched);
+    shortcut();
+    waited(Clock::now(), [&] { return colour(watched) != plain; });
+    letGo();
+}
+
+// Wavy lines from the left to the right, all over the place that is drawn on.
+void scribble(Pixel from, int width)
+{
+    type(keyP);
+    for (int i = 0; i < strokes; ++i) {
+        const Pixel start{from.x + (i % 10) * width / 10, from.y + 20 + (i / 10) * width / 42};
+        moveTo(start);
+        button(true);
+        for (int step = 1; step <= 20; ++step)
+            moveTo({start.x + step * width / 240, start.y + (step % 4) * 10});
+        button(false);
+        std::this_thread::sleep_for(3ms); // or the server drops moves
+    }
+    std::this_thread::sleep_for(500ms); // all of them are drawn
+}
+
+// The corner that follows the pointer brings its own colour.
+std::vector<double> timeDraw(Pixel from, int width)
+{
+    freeze(from);
+    fake(XCB_KEY_PRESS, keyControl);
+    type(keyA);
+    fake(XCB_KEY_RELEASE, keyControl);
+    scribble(from, width);
+    type(keyR);
+    moveTo(from);
+    button(true);
+    std::vector<double> times;
+    for (int i = 1; i <= steps; ++i) {
+        const int reach = 100 + (width - 100) * i / steps;
+        const Pixel to{from.x + reach, from.y + reach / 2};
+        const std::uint32_t before = colour(to);
+        const auto start = Clock::now();
+        moveTo(to);
+        times.push_back(waited(start, [&] { return colour(to) != before; }));
+    }
+    button(false);
+    escape();
+    return times;
+}
+
 // Watches a pixel a little inside the corner that is dragged: it brightens with
 // the step that uncovers it.
 std::vector<double> timeDrag(Pixel from, int width)
 {
     constexpr Pixel inside{24, 12}; // less than a step, but clear of the handle
-    const std::uint32_t plain = colour(from);
-    shortcut();
-    waited(Clock::now(), [&] { return colour(from) != plain; });
-    letGo();
+    freeze(from);
     moveTo(from);
     button(true);
     std::vector<double> times;
@@ -162,6 +213,8 @@ int main(int argc, char **argv)
         return EXIT_FAILURE;
     root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const Pixel first{std::atoi(argv[2]), std::atoi(argv[3])};
+    if (std::strcmp(argv[1], "draw") == 0)
+        return report(timeDraw(first, std::atoi(argv[4])));
     if (std::strcmp(argv[1], "drag") == 0)
         return report(timeDrag(first, std::atoi(argv[4])));
     return argc > 5 ? report(timeShortcut(first, {std::atoi(argv[4]), std::atoi(argv[5])})) : EXIT_FAILURE;

@@ -15,9 +15,17 @@ struct EditorState {
     std::optional<QRectF> selection = std::nullopt;
     std::optional<Tool> tool = std::nullopt; // absent: the selection itself is moved and resized
     QColor color = Qt::red;
-    double lineWidth = 3;
+    double lineWidth = 3;                        // points
     std::vector<AnnotationPtr> annotations = {}; // oldest first
+    AnnotationPtr current = {};                  // the mark being drawn, if any
+
+    // Pixelations first, so that they never hide a stroke drawn earlier.
+    [[nodiscard]] std::vector<AnnotationPtr> drawOrder() const;
 
     // Takes the marks along by as much as the selection really moves.
     void moveSelectionTo(const QRectF &target);
+
+    // Gives the last mark its hand-drawn stroke back, or takes the mark away
+    // when it has none. Answers the mark, null when there is nothing to undo.
+    AnnotationPtr undoLast();
 };

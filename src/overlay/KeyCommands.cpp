@@ -8,10 +8,11 @@
 
 namespace {
 
-constexpr std::array<std::pair<Qt::Key, Command>, 4> withCommand{{
+constexpr std::array<std::pair<Qt::Key, Command>, 5> withCommand{{
     {Qt::Key_C, Command::copy},
     {Qt::Key_S, Command::save},
     {Qt::Key_P, Command::print},
+    {Qt::Key_Z, Command::undo},
     {Qt::Key_A, Command::selectAll},
 }};
 
@@ -31,18 +32,21 @@ bool isLatin(Qt::Key key)
 
 namespace KeyCommands {
 
-std::optional<Command> meaning(QKeyCombination key)
+std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection)
 {
+    const bool command = isCommand(key.keyboardModifiers());
     if (key.key() == Qt::Key_Escape)
         return Command::close;
-    if (isCommand(key.keyboardModifiers())) {
+    if (command) {
         const auto *row = std::ranges::find(withCommand, key.key(), &std::pair<Qt::Key, Command>::first);
         if (row != withCommand.end())
             return row->second;
     }
     if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
         return Command::copy;
-    return std::nullopt;
+    if (command || !hasSelection || key.key() > Qt::Key_Z)
+        return std::nullopt;
+    return toolForLetter(QChar(static_cast<char16_t>(key.key())));
 }
 
 Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode)

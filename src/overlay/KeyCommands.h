@@ -1,18 +1,24 @@
 #pragma once
 
+#include "overlay/Tool.h"
+
 #include <QKeyCombination>
 
 #include <cstdint>
 #include <optional>
+#include <variant>
 
-enum class Command { close, copy, save, print, selectAll };
+enum class Command { close, copy, save, print, undo, selectAll };
 
 // What a key press means, worked out without doing it.
 namespace KeyCommands {
 
+using Meaning = std::variant<Command, Tool>;
+
 // Absent when the key means nothing here and belongs to someone else. Command
-// is the Control key or the Super key, whichever the hand finds.
-[[nodiscard]] std::optional<Command> meaning(QKeyCombination key);
+// is the Control key or the Super key, whichever the hand finds. The letters of
+// the tools need a selection.
+[[nodiscard]] std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection);
 
 // The key to go by on a keyboard that types no Latin letters: what its position
 // types on a US keyboard. The position is an evdev code, 0 when unknown.

@@ -1,6 +1,9 @@
 #include "overlay/OverlayView.h"
 
+#include "base/Painting.h"
 #include "overlay/Backdrop.h"
+#include "overlay/Cursors.h"
+#include "overlay/MarkFootprint.h"
 #include "overlay/OverlaySession.h"
 #include "overlay/Printing.h"
 #include "overlay/Rendering.h"
@@ -32,7 +35,14 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
 {
     m_state.bounds = m_space.bounds();
     m_state.color = Theme::drawColors.front();
+    Annotation::background = m_shot.image;
+    Annotation::backgroundScale = m_shot.scale;
+    Annotation::viewHeight = m_shot.pointSize.height();
     m_paintedChrome = Chrome::footprint(scene(), m_space);
+    m_drawing.onRest = [this](QPointF at) {
+        if (onRest)
+            onRest(at);
+    };
     m_output.onCopied = [this] { copied(); };
     m_output.onSaved = [this] { m_session.finish(); };
     resize(m_shot.pointSize.toSize());
@@ -41,14 +51,16 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     setCursor(Qt::CrossCursor);
 }
 
-void OverlayView::addMark(AnnotationPtr mark)
+OverlayView::~OverlayView()
 {
-    m_state.annotations.push_back(std::move(mark));
-    refresh();
+    // A picture of the screen is not kept longer than it is looked at.
+    if (Annotation::background.cacheKey() == m_shot.image.cacheKey())
+        Annotation::background = {};
 }
 
-std::optional<QImage> OverlayView::renderSelection() const
+std::optional<QImage> OverlayView::renderSelection()
 {
+    m_text.commitText();
     return Rendering::renderSelection(m_state, m_shot);
 }
 
@@ -91,11 +103,48 @@ void OverlayView::selectAll()
     refresh();
 }
 
-void OverlayView::cancel() { m_session.finish(); }
+void OverlayView::undo()
+{
+    if (m_text.isOpen())
+        return m_text.discard();
+    const QRegion before
+        = m_state.annotations.empty() ? QRegion() : MarkFootprint::of(*m_state.annotations.back(), m_space);
+    if (const AnnotationPtr mark = m_state.undoLast())
+        update(before + MarkFootprint::of(*mark, m_space));
+}
+
+void OverlayView::cancel()
+{
+    if (m_text.isOpen())
+        m_text.commitText();
+    else
+        m_session.finish();
+}
+
+void OverlayView::toggleTool(Tool tool)
+{
+    m_text.commitText();
+    m_state.tool = m_state.tool == tool ? std::nullopt : std::optional(tool);
+    setCursor(Cursors::cursorAt(m_state, m_space.fromWidget(mapFromGlobal(QCursor::pos()))));
+}
+
+void OverlayView::setColor(const QColor &color)
+{
+    m_state.color = color;
+    m_text.followState();
+}
+
+void OverlayView::setLineWidth(double width)
+{
+    m_state.lineWidth = width;
+    m_text.followState();
+}
 
 void OverlayView::discardSelection()
 {
     m_output.closePanel();
+    m_text.discard();
+    m_drawing.discard();
     m_state.selection.reset();
     m_state.annotations.clear();
     refresh();
@@ -120,7 +169,12 @@ void OverlayView::refresh()
     const auto area = [&](const std::optional<QRectF> &selection) {
         return selection ? QRegion(m_space.toWidget(*selection).toAlignedRect()) : QRegion();
     };
-    update(m_paintedChrome + chrome + area(m_paintedSelection).xored(area(m_state.selection)));
+    const bool marksMoved = !m_state.annotations.empty() && m_paintedSelection && m_state.selection
+                            && m_paintedSelection->size() == m_state.selection->size()
+                            && *m_paintedSelection != *m_state.selection;
+    const QRegion before = area(m_paintedSelection);
+    const QRegion now = area(m_state.selection);
+    update(m_paintedChrome + chrome + (marksMoved ? before + now : before.xored(now)));
     m_paintedChrome = chrome;
     m_paintedSelection = m_state.selection;
 }
@@ -130,5 +184,20 @@ void OverlayView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     Backdrop::draw(painter, m_shot, m_state.selection, event->region());
     painter.setTransform(m_space.upwards(), true);
+    if (m_state.selection)
+        drawMarks(painter, event->region());
     Chrome::draw(painter, scene());
+}
+
+// Marks never show outside the selection.
+void OverlayView::drawMarks(QPainter &painter, const QRegion &exposed) const
+{
+    const Painting::Saved saved(painter);
+    painter.setClipRect(*m_state.selection, Qt::IntersectClip);
+    const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
+    for (const AnnotationPtr &mark : m_state.drawOrder())
+        if (exposed.intersects(MarkFootprint::of(*mark, m_space)))
+            mark->draw(painter, part);
+    if (m_state.current)
+        m_state.current->draw(painter, part);
 }

@@ -3,10 +3,12 @@
 #include "base/ViewSpace.h"
 #include "capture/ScreenShot.h"
 #include "overlay/Chrome.h"
+#include "overlay/DrawingInput.h"
 #include "overlay/EditorState.h"
 #include "overlay/KeyCommands.h"
 #include "overlay/Output.h"
 #include "overlay/SelectionDrag.h"
+#include "overlay/TextEditing.h"
 
 #include <QDeadlineTimer>
 #include <QWidget>
@@ -27,25 +29,36 @@ class OverlayView final : public QWidget {
 public:
     // The session and the desktop must outlive the view.
     OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desktop, QWidget *parent = nullptr);
+    ~OverlayView() override;
 
     [[nodiscard]] const EditorState &state() const { return m_state; }
     [[nodiscard]] const ScreenShot &shot() const { return m_shot; }
-    // Adds a mark as if it had just been drawn.
-    void addMark(AnnotationPtr mark);
-
     // The region without any chrome; absent without a selection.
-    [[nodiscard]] std::optional<QImage> renderSelection() const;
+    // A text being typed becomes part of it.
+    [[nodiscard]] std::optional<QImage> renderSelection();
     void copyImage();
     void saveImage();
     void printImage();
     void selectAll();
-    // Leaves without output.
+    // Discards the text being typed, or else takes the last step back.
+    void undo();
+    // Commits the text being typed, or else leaves without output.
     void cancel();
+
+    // Chooses the tool, or none when it was chosen already.
+    void toggleTool(Tool tool);
+    void setColor(const QColor &color);
+    void setLineWidth(double width); // points
     // Another screen has the selection now.
     void discardSelection();
 
     // What the glow is told, if there is one.
     std::function<void(Pulse)> onPulse;
+    std::function<void(bool paused)> onPause;
+    // Where the pointer rests while a freehand stroke is drawn, and the stroke
+    // when it is let go.
+    std::function<void(QPointF at)> onRest;
+    std::function<void(const Annotation &stroke, bool snapped)> onStrokeEnded;
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -57,8 +70,13 @@ protected:
 private:
     void startSelection(QPointF at);
     void pressInside(QPointF at);
+    void startDrawing(QPointF at);
+    void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
+    void finishDrawing();
     void pressOutside(QPointF at);
+    void obey(const KeyCommands::Meaning &meaning);
     void run(Command command);
+    void drawMarks(QPainter &painter, const QRegion &exposed) const;
     void copied();
     void pulse(Pulse kind);
     void refresh();
@@ -72,6 +90,8 @@ private:
 
     EditorState m_state;
     SelectionDrag m_selectionDrag{m_state};
+    DrawingInput m_drawing{m_state};
+    TextEditing m_text{*this, m_space, m_state};
     Output m_output;
     QDeadlineTimer m_copied{0}; // until when the feedback shows
 

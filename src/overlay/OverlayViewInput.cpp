@@ -1,6 +1,8 @@
 #include "overlay/OverlayView.h"
 
+#include "base/Overloaded.h"
 #include "overlay/Cursors.h"
+#include "overlay/MarkFootprint.h"
 #include "overlay/OverlaySession.h"
 #include "overlay/SelectionGeometry.h"
 #include "platform/Desktop.h"
@@ -33,6 +35,8 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
     if (m_output.panelOpen())
         return m_desktop.beep();
     const QPointF at = pointOf(*event);
+    if (m_drawing.active())
+        return;
     if (!m_state.selection)
         startSelection(at);
     else if (const auto handle = SelectionGeometry::handleAt(*m_state.selection, at))
@@ -46,21 +50,55 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
 
 void OverlayView::pressInside(QPointF at)
 {
+    if (m_state.tool)
+        return startDrawing(at);
     m_selectionDrag.move(at);
     setCursor(Qt::ClosedHandCursor);
+}
+
+void OverlayView::startDrawing(QPointF at)
+{
+    m_text.commitText();
+    if (*m_state.tool == Tool::text)
+        return m_text.startText(at);
+    m_drawing.begin(at);
+    update(MarkFootprint::of(*m_state.current, m_space));
+    if (onPause)
+        onPause(true);
+}
+
+void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
+{
+    const Annotation &mark = *m_state.current;
+    const bool freehand = isFreehand(mark.tool);
+    const QRegion before = freehand ? QRegion() : MarkFootprint::of(mark, m_space);
+    m_drawing.extend(to, modifiers.testFlag(Qt::ShiftModifier));
+    update(before + (freehand ? MarkFootprint::ofLastStep(mark, m_space) : MarkFootprint::of(mark, m_space)));
+}
+
+void OverlayView::finishDrawing()
+{
+    if (isFreehand(m_state.current->tool) && onStrokeEnded)
+        onStrokeEnded(*m_state.current, m_drawing.snapped());
+    if (onPause)
+        onPause(false);
+    // Among the other marks it may have another place than on top of them.
+    update(MarkFootprint::of(*m_state.current, m_space));
+    m_drawing.commit();
 }
 
 // A click outside never throws marks away.
 void OverlayView::pressOutside(QPointF at)
 {
-    if (m_state.annotations.empty())
-        startSelection(at);
-    else
-        m_desktop.beep();
+    if (m_state.annotations.empty() && !m_text.isOpen())
+        return startSelection(at);
+    m_text.commitText();
+    m_desktop.beep();
 }
 
 void OverlayView::startSelection(QPointF at)
 {
+    m_text.commitText();
     m_state.annotations.clear();
     m_session.selectionStarted(*this);
     m_selectionDrag.create(at);
@@ -69,6 +107,8 @@ void OverlayView::startSelection(QPointF at)
 void OverlayView::mouseMoveEvent(QMouseEvent *event)
 {
     const QPointF at = pointOf(*event);
+    if (m_drawing.active())
+        return continueDrawing(SelectionGeometry::clamped(at, m_state.bounds), event->modifiers());
     if (!m_selectionDrag.active())
         return setCursor(Cursors::cursorAt(m_state, at));
     m_selectionDrag.drag(SelectionGeometry::clamped(at, m_state.bounds));
@@ -79,7 +119,9 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    if (m_selectionDrag.release())
+    if (m_drawing.active())
+        finishDrawing();
+    else if (m_selectionDrag.release())
         pulse(Pulse::gentle);
     setCursor(Cursors::cursorAt(m_state, pointOf(*event)));
     refresh();
@@ -88,10 +130,21 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
     const auto key = KeyCommands::latinKey(static_cast<Qt::Key>(event->key()), evdevCode(*event));
-    if (const auto command = KeyCommands::meaning(QKeyCombination(event->modifiers(), key)))
-        run(*command);
+    const auto meaning
+        = KeyCommands::meaning(QKeyCombination(event->modifiers(), key), m_state.selection.has_value());
+    if (meaning && !event->isAutoRepeat())
+        obey(*meaning);
     else
         QWidget::keyPressEvent(event);
+}
+
+void OverlayView::obey(const KeyCommands::Meaning &meaning)
+{
+    const Overloaded follow{
+        [this](Command command) { run(command); },
+        [this](Tool tool) { toggleTool(tool); },
+    };
+    std::visit(follow, meaning);
 }
 
 void OverlayView::run(Command command)
@@ -101,6 +154,7 @@ void OverlayView::run(Command command)
     case Command::copy: return copyImage();
     case Command::save: return saveImage();
     case Command::print: return printImage();
+    case Command::undo: return undo();
     case Command::selectAll: return selectAll();
     }
 }

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-// The picture that leaves the program: the frozen screen inside the selection,
-// in the screen's own pixels, never resampled.
+// The picture that leaves the program: the frozen screen inside the selection
+// with the marks on it, in the screen's own pixels, never resampled.
 namespace Rendering {
 
 // Opaque, its device pixel ratio the screen's scale. Absent without a

@@ -79,7 +79,9 @@ private slots:
     void oneScreenHasASelectionAtATime()
     {
         select(0);
-        view(0).addMark(std::make_shared<Annotation>(Tool::line, Qt::red, 3, QList<QPointF>{{150, 150}}));
+        view(0).toggleTool(Tool::line);
+        Mouse(view(0), 600).drag({120, 120}, {150, 150});
+        QCOMPARE(view(0).state().annotations.size(), 1U);
         QCOMPARE(placer.calls.last(), "keyboard A");
         select(1);
         QCOMPARE(placer.calls.last(), "keyboard B");

@@ -9,24 +9,44 @@ private slots:
     void keysMeanCommands_data()
     {
         QTest::addColumn<QKeyCombination>("key");
-        QTest::addColumn<std::optional<Command>>("command");
-        QTest::newRow("escape") << QKeyCombination(Qt::Key_Escape) << std::optional(Command::close);
-        QTest::newRow("return") << QKeyCombination(Qt::Key_Return) << std::optional(Command::copy);
-        QTest::newRow("keypad enter") << (Qt::KeypadModifier | Qt::Key_Enter) << std::optional(Command::copy);
-        QTest::newRow("return with command") << (Qt::CTRL | Qt::Key_Return) << std::optional(Command::copy);
-        QTest::newRow("control as command") << (Qt::CTRL | Qt::Key_C) << std::optional(Command::copy);
-        QTest::newRow("super as command") << (Qt::META | Qt::Key_S) << std::optional(Command::save);
-        QTest::newRow("print") << (Qt::CTRL | Qt::Key_P) << std::optional(Command::print);
-        QTest::newRow("all") << (Qt::CTRL | Qt::Key_A) << std::optional(Command::selectAll);
-        QTest::newRow("a letter alone") << QKeyCombination(Qt::Key_C) << std::optional<Command>();
-        QTest::newRow("another modifier") << (Qt::ALT | Qt::Key_C) << std::optional<Command>();
-        QTest::newRow("another letter") << (Qt::CTRL | Qt::Key_X) << std::optional<Command>();
+        QTest::addColumn<std::optional<KeyCommands::Meaning>>("meaning");
+        const auto row
+            = [](const char *name, QKeyCombination key, std::optional<KeyCommands::Meaning> meaning) {
+                  QTest::newRow(name) << key << meaning;
+              };
+        row("escape", Qt::Key_Escape, Command::close);
+        row("return", Qt::Key_Return, Command::copy);
+        row("keypad enter", Qt::KeypadModifier | Qt::Key_Enter, Command::copy);
+        row("return with command", Qt::CTRL | Qt::Key_Return, Command::copy);
+        row("control as command", Qt::CTRL | Qt::Key_C, Command::copy);
+        row("super as command", Qt::META | Qt::Key_S, Command::save);
+        row("print", Qt::CTRL | Qt::Key_P, Command::print);
+        row("undo", Qt::META | Qt::Key_Z, Command::undo);
+        row("all", Qt::CTRL | Qt::Key_A, Command::selectAll);
+        row("a tool", Qt::Key_A, Tool::arrow);
+        row("a tool with shift", Qt::SHIFT | Qt::Key_X, Tool::pixelate);
+        row("no tool has this letter", Qt::Key_C, std::nullopt);
+        row("nor with command", Qt::CTRL | Qt::Key_X, std::nullopt);
+        row("a key that types nothing", Qt::Key_F5, std::nullopt);
     }
 
     void keysMeanCommands()
     {
         QFETCH(QKeyCombination, key);
-        QTEST(KeyCommands::meaning(key), "command");
+        QTEST(KeyCommands::meaning(key, true), "meaning");
+    }
+
+    void toolsNeedASelection()
+    {
+        QVERIFY(!KeyCommands::meaning(Qt::Key_A, false));
+        QVERIFY(KeyCommands::meaning(Qt::CTRL | Qt::Key_A, false)
+                == KeyCommands::Meaning(Command::selectAll));
+    }
+
+    void everyToolHasItsOwnLetter()
+    {
+        for (const Tool tool : allTools)
+            QCOMPARE(toolForLetter(QChar(keyLetter(tool)).toLower()), tool);
     }
 
     void aKeyboardWithoutLatinLettersGoesByPosition()

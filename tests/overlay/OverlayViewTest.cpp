@@ -50,6 +50,13 @@ struct Editor {
         return image;
     }
 
+    void draw(Tool tool, QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
+    {
+        view->toggleTool(tool);
+        mouse->drag(from, to, modifiers);
+        view->toggleTool(tool);
+    }
+
     QScreen *screen = nullptr;
     ScreenShot shot;
     RecordingSession session;
@@ -58,11 +65,6 @@ struct Editor {
     std::unique_ptr<OverlayView> view;
     std::optional<Mouse> mouse;
 };
-
-AnnotationPtr mark(QList<QPointF> points)
-{
-    return std::make_shared<Annotation>(Tool::line, Qt::red, 3, std::move(points));
-}
 
 // The toolkit rounds a translucent fill in more than one way.
 bool alike(QRgb a, QRgb b)
@@ -76,9 +78,13 @@ int differing(const QImage &a, const QImage &b)
     if (a.size() != b.size())
         return -1;
     int count = 0;
-    for (int y = 0; y < a.height(); ++y)
+    for (int y = 0; y < a.height(); ++y) {
+        if (a.format() == b.format()
+            && std::memcmp(a.constScanLine(y), b.constScanLine(y), size_t(a.width()) * 4) == 0)
+            continue;
         for (int x = 0; x < a.width(); ++x)
             count += !alike(a.pixel(x, y), b.pixel(x, y));
+    }
     return count;
 }
 
@@ -131,7 +137,7 @@ private slots:
     {
         Editor editor;
         editor.mouse->drag({10, 10}, {110, 110});
-        editor.view->addMark(mark({{20, 20}, {30, 30}}));
+        editor.draw(Tool::line, {20, 30}, {30, 40});
         editor.view->state().annotations.front()->original = QList<QPointF>{{25, 25}};
         editor.mouse->press({50, 50});
         QCOMPARE(editor.view->cursor().shape(), Qt::ClosedHandCursor);
@@ -139,7 +145,7 @@ private slots:
         editor.mouse->release({20, 60});
         QCOMPARE(editor.selection(), QRectF(0, 20, 100, 100));
         const auto &moved = *editor.view->state().annotations.front();
-        QCOMPARE(moved.points, (QList<QPointF>{{10, 30}, {20, 40}}));
+        QCOMPARE(moved.points, (QList<QPointF>{{10, 40}, {20, 50}}));
         QCOMPARE(moved.original, (QList<QPointF>{{15, 35}}));
         QCOMPARE(editor.view->cursor().shape(), Qt::OpenHandCursor);
     }
@@ -167,7 +173,7 @@ private slots:
         editor.mouse->drag({100, 100}, {200, 200});
         editor.mouse->drag({400, 400}, {500, 500});
         QCOMPARE(editor.selection(), QRectF(400, 400, 100, 100));
-        editor.view->addMark(mark({{420, 420}, {430, 430}}));
+        editor.draw(Tool::line, {420, 420}, {430, 430});
         editor.mouse->drag({100, 100}, {200, 200});
         QCOMPARE(editor.selection(), QRectF(400, 400, 100, 100));
         QCOMPARE(editor.view->state().annotations.size(), 1U);
@@ -192,22 +198,61 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
         QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
         QRandomGenerator random(7);
-        const QSize size = editor.screen->size();
         const double scale = editor.shot.scale;
-        const auto anywhere = [&] {
-            return QPointF(random.bounded(size.width() * int(scale)),
-                           random.bounded(size.height() * int(scale)))
-                   / scale;
+        const auto within = [&](const QRectF &area) {
+            return area.topLeft()
+                   + QPointF(random.bounded(int(area.width() * scale)),
+                             random.bounded(int(area.height() * scale)))
+                         / scale;
         };
-        for (int round = 0; round < 12; ++round) {
-            editor.mouse->press(anywhere());
+        const auto dragAbout = [&](const QRectF &area) {
+            editor.mouse->press(within(area));
             for (int step = 0; step < 3; ++step) {
-                editor.mouse->move(anywhere());
+                editor.mouse->move(within(area));
                 QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
             }
-            editor.mouse->release(anywhere());
+            editor.mouse->release(within(area));
+            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+        };
+        for (int round = 0; round < 6; ++round)
+            dragAbout({QPointF(0, 0), editor.shot.pointSize});
+        editor.mouse->drag({100, 100}, {700, 500});
+        for (const Tool tool : allTools) {
+            editor.view->toggleTool(tool);
+            dragAbout({120, 120, 560, 360});
+        }
+        QTest::keyClicks(editor.view->focusWidget() ? editor.view->focusWidget() : editor.view.get(), "p");
+        dragAbout({300, 200, 100, 100});
+        while (!editor.view->state().annotations.empty()) {
+            editor.view->undo();
             QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
         }
+    }
+
+    void whatIsCopiedIsWhatIsSeen_data() { scales(); }
+    void whatIsCopiedIsWhatIsSeen()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        editor.mouse->drag({100, 100}, {500, 400});
+        const double pixel = 1 / editor.shot.scale;
+        QPointF at(130, 130);
+        for (const Tool tool : {Tool::pencil, Tool::marker, Tool::line, Tool::arrow, Tool::rectangle,
+                                Tool::ellipse, Tool::pixelate}) {
+            editor.draw(tool, at, at + QPointF(150 + pixel, 90));
+            at += QPointF(25 + pixel, 20 - pixel);
+        }
+        QCOMPARE(editor.view->state().annotations.size(), 7U);
+        const QImage copied = *editor.view->renderSelection();
+        const QImage seen = editor.repainted();
+        const QRect region(
+            QPointF(100 * editor.shot.scale, (editor.shot.pointSize.height() - 400) * editor.shot.scale)
+                .toPoint(),
+            copied.size());
+        const int chrome = qCeil(20 * editor.shot.scale); // the handles reach that far inside
+        const QRect inner = QRect(QPoint(0, 0), copied.size()).adjusted(chrome, chrome, -chrome, -chrome);
+        QCOMPARE(differing(copied.copy(inner), seen.copy(inner.translated(region.topLeft()))), 0);
+        QVERIFY(differing(copied, editor.shot.image.copy(region)) > 1000);
     }
 
     void theSelectedPixelsAreTheScreensOwn_data() { scales(); }
@@ -258,6 +303,42 @@ private slots:
         QCOMPARE(editor.pulses, (QList{Pulse::gentle, Pulse::strong}));
         QCOMPARE(editor.session.finished, 0); // the feedback is to be seen first
         QTRY_COMPARE(editor.session.finished, 1);
+    }
+
+    void lettersChooseToolsAndTheSameLetterLetsGo()
+    {
+        Editor editor;
+        QTest::keyClick(editor.view.get(), Qt::Key_R);
+        QVERIFY(!editor.view->state().tool); // without a selection
+        editor.mouse->drag({100, 100}, {300, 300});
+        QTest::keyClick(editor.view.get(), Qt::Key_R);
+        QCOMPARE(editor.view->state().tool, Tool::rectangle);
+        editor.mouse->drag({150, 150}, {160, 190}, Qt::ShiftModifier);
+        QCOMPARE(editor.view->state().annotations.front()->rectFromPoints(), QRectF(150, 150, 40, 40));
+        QTest::keyClick(editor.view.get(), Qt::Key_E);
+        QCOMPARE(editor.view->state().tool, Tool::ellipse);
+        QTest::keyClick(editor.view.get(), Qt::Key_E);
+        QVERIFY(!editor.view->state().tool);
+        QTest::keyClick(editor.view.get(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(editor.view->state().annotations.empty());
+        QTest::keyClick(editor.view.get(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(editor.desktop.beeps, 0);
+    }
+
+    void whoWatchesAStrokeIsTold()
+    {
+        Editor editor;
+        QStringList news;
+        editor.view->onPause = [&](bool paused) { news.append(paused ? "pause" : "go on"); };
+        editor.view->onRest = [&](QPointF at) { news.append(QString("rest %1").arg(at.x())); };
+        editor.view->onStrokeEnded = [&](const Annotation &stroke, bool snapped) {
+            news.append(QString("ended %1 %2").arg(stroke.points.size()).arg(snapped));
+        };
+        editor.mouse->drag({100, 100}, {300, 300});
+        editor.draw(Tool::marker, {150, 150}, {154, 150});
+        editor.draw(Tool::line, {150, 150}, {200, 150});
+        QCOMPARE(news,
+                 (QStringList{"rest 150", "pause", "rest 154", "ended 4 0", "go on", "pause", "go on"}));
     }
 
     void withoutASelectionSavingAndPrintingBeep()

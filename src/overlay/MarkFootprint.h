@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QRectF>
+#include <QRegion>
+
+struct Annotation;
+class ViewSpace;
+
+// Which part of the screen a mark touches. A frame touches little of the screen
+// it goes round, and only that little has to be repainted.
+namespace MarkFootprint {
+
+// In widget points, y downwards, rounded outwards.
+[[nodiscard]] QRegion of(const Annotation &mark, const ViewSpace &space);
+// Only of the end that a freehand stroke has last grown by.
+[[nodiscard]] QRegion ofLastStep(const Annotation &stroke, const ViewSpace &space);
+
+// A rectangle round all of it, in view points.
+[[nodiscard]] QRectF bounds(const Annotation &mark);
+
+} // namespace MarkFootprint

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "base/ViewSpace.h"
+#include "overlay/Annotation.h"
+
+#include <QImage>
+#include <QPainter>
+
+// A sheet of points with y upwards to draw marks on and look at single pixels.
+class Canvas {
+public:
+    explicit Canvas(double scale = 1, QSizeF size = {400, 300}, const QColor &ground = Qt::white)
+        : space(size)
+        , m_image((size * scale).toSize(), QImage::Format_ARGB32_Premultiplied)
+    {
+        m_image.setDevicePixelRatio(scale);
+        m_image.fill(ground);
+    }
+
+    void draw(const Annotation &mark)
+    {
+        QPainter painter(&m_image);
+        painter.setTransform(space.upwards(), true);
+        mark.draw(painter, space.bounds());
+    }
+
+    // The pixel whose lower left corner is at a point.
+    [[nodiscard]] QColor at(QPointF point) const
+    {
+        const double scale = m_image.devicePixelRatio();
+        const QPointF down = space.fromWidget(point);
+        return m_image.pixelColor(int(down.x() * scale), int(down.y() * scale) - 1);
+    }
+
+    // How many pixels differ from the ground on a column of the sheet.
+    [[nodiscard]] int inkOnColumn(double x, const QColor &ground = Qt::white) const
+    {
+        int count = 0;
+        for (int y = 0; y < m_image.height(); ++y)
+            count += m_image.pixelColor(int(x * m_image.devicePixelRatio()), y) != ground;
+        return count;
+    }
+
+    [[nodiscard]] int ink(const QColor &ground = Qt::white) const
+    {
+        int count = 0;
+        for (int x = 0; x < m_image.width(); ++x)
+            count += inkOnColumn(x / m_image.devicePixelRatio(), ground);
+        return count;
+    }
+
+    [[nodiscard]] const QImage &image() const { return m_image; }
+
+    const ViewSpace space;
+
+private:
+    QImage m_image;
+};

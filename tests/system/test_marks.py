@@ -1,0 +1,74 @@
+"""Drawing with real input: what is copied is what was on the screen."""
+import unittest
+
+from case import SystemTest
+from desktop import wait_for
+
+
+class Marks(SystemTest):
+    window_manager = "openbox"
+
+    def start_on(self, x, y):
+        self.desktop.witness((0, 0, 3520, 900))
+        self.desktop.start()
+        self.desktop.xdotool("mousemove", x, y)
+        self.desktop.press_shortcut()
+
+    def copied(self, area):
+        """The picture on the clipboard and what the screen showed just before, both without the frame and its handles."""
+        desktop = self.desktop
+        screen = desktop.screenshot()
+        desktop.key("ctrl+c")
+        wait_for(lambda: f"copiado {area[2]}x{area[3]} " in desktop.log(), "the copy")
+        desktop.wait_until_over()
+        margin = 24
+        width, height = area[2] - 2 * margin, area[3] - 2 * margin
+        return (desktop.pixels_of(desktop.clipboard("png"), (margin, margin, width, height)),
+                desktop.pixels_of(screen, (area[0] + margin, area[1] + margin, width, height)))
+
+    def test_every_tool_on_the_dense_screen(self):
+        desktop = self.desktop
+        area = (100, 100, 1200, 800)
+        self.start_on(100, 100)
+        plain = desktop.screenshot()
+        desktop.drag((100, 100), (1300, 900))
+        for i, letter in enumerate("plarem"):
+            desktop.key(letter)
+            desktop.drag((151 + 170 * i, 160), (290 + 170 * i, 281))
+        desktop.key("x")
+        desktop.drag((200, 400), (600, 621))
+        desktop.key("t")
+        desktop.xdotool("mousemove", 701, 501, "click", 1)
+        desktop.type("Hello, world")
+        desktop.key("Escape")  # ends the text, not the capture
+        desktop.key("t")
+        got, seen = self.copied(area)
+        self.assert_same_pixels(got, seen)
+        self.assertNotEqual(got, desktop.pixels_of(plain, (124, 124, 1152, 752)))
+
+    def test_shift_undo_and_the_text_that_is_still_open(self):
+        desktop = self.desktop
+        area = (2000, 100, 400, 300)
+        self.start_on(2000, 100)
+        desktop.drag((2000, 100), (2400, 400))
+        desktop.key("r")
+        desktop.xdotool("keydown", "shift")
+        desktop.drag((2050, 150), (2100, 320))
+        desktop.xdotool("keyup", "shift")
+        desktop.key("p")
+        desktop.drag((2300, 150), (2380, 350))
+        desktop.key("super+z")  # the stroke goes, the square stays
+        desktop.key("t")
+        desktop.xdotool("mousemove", 2200, 250, "click", 1)
+        desktop.type("open")
+        got, _ = self.copied(area)
+        margin = 24
+        at = lambda x, y: 3 * ((y - 100 - margin) * (400 - 2 * margin) + x - 2000 - margin)
+        red = bytes((255, 59, 48))
+        self.assertEqual(got[at(2220, 200):][:3], red)  # the right edge of a square 170 wide
+        self.assertNotEqual(got[at(2340, 250):][:3], red)
+        self.assertIn(red, [got[at(x, 245):][:3] for x in range(2200, 2260)])  # inside a letter
+
+
+if __name__ == "__main__":
+    unittest.main()
