@@ -28,6 +28,7 @@ constexpr int rounds = 15;
 constexpr int steps = 40;
 constexpr auto patience = 5s;
 constexpr int strokes = 200;
+constexpr std::uint32_t markColour = 0xff3b30;
 constexpr std::uint8_t keyA = 38, keyP = 33, keyR = 27, keyX = 53;
 constexpr std::uint8_t keyControl = 37, keyEscape = 9, keyShift = 50, keySuper = 133;
 
@@ -165,6 +166,8 @@ std::vector<double> timeDraw(Pixel from, int width)
         const int reach = 100 + (width - 100) * i / steps;
         const Pixel to{from.x + reach, from.y + reach / 2};
         const std::uint32_t before = colour(to);
+        if (before == markColour)
+            continue; // a stroke is there already
         const auto start = Clock::now();
         moveTo(to);
         times.push_back(waited(start, [&] { return colour(to) != before; }));

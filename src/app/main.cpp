@@ -92,6 +92,8 @@ int main(int argc, char **argv)
     if (!displayReady(line))
         return EXIT_FAILURE;
     QApplication::setApplicationName(QStringLiteral("Vellumora"));
+    // A stroke is as true to the hand as the points that arrive.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication::setDesktopFileName(QStringLiteral("vellumora"));
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);

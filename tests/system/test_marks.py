@@ -69,6 +69,34 @@ class Marks(SystemTest):
         self.assertNotEqual(got[at(2340, 250):][:3], red)
         self.assertIn(red, [got[at(x, 245):][:3] for x in range(2200, 2260)])  # inside a letter
 
+    def test_accents_are_composed(self):
+        desktop = self.desktop
+        desktop.run("setxkbmap", "us", "-variant", "intl")
+        self.start_on(2000, 100)
+        desktop.drag((2000, 100), (2400, 400))
+        desktop.key("t")
+
+        place = (2090, 200, 60, 70)
+
+        def other_than(picture, what):
+            return wait_for(lambda: (now := desktop.pixels(place)) != picture and now, what)
+
+        def shown_after(*keys):
+            """What the screen shows when these keys have been typed into a new text."""
+            bare = desktop.pixels(place)
+            desktop.xdotool("mousemove", 2100, 250, "click", 1)
+            invitation = other_than(bare, "an open text")
+            desktop.key(*keys)
+            picture = other_than(invitation, "the letter")
+            desktop.key("super+z")
+            wait_for(lambda: desktop.pixels(place) == bare, "the text to go")
+            return picture
+
+        plain = shown_after("e")
+        self.assertNotEqual(shown_after("dead_acute", "e"), plain)
+        desktop.key("Escape")
+        desktop.wait_until_over()
+
 
 if __name__ == "__main__":
     unittest.main()
