@@ -8,6 +8,10 @@
 
 namespace {
 
+constexpr double coarseFrom = 12; // points, as are the following
+constexpr double thinnest = 1;
+constexpr double thickest = 36;
+
 constexpr std::array<std::pair<Qt::Key, Command>, 5> withCommand{{
     {Qt::Key_C, Command::copy},
     {Qt::Key_S, Command::save},
@@ -46,7 +50,16 @@ std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection)
         return Command::copy;
     if (command || !hasSelection || key.key() > Qt::Key_Z)
         return std::nullopt;
+    if (key.key() == Qt::Key_I)
+        return Command::pickColor;
     return toolForLetter(QChar(static_cast<char16_t>(key.key())));
+}
+
+double nextLineWidth(double width, WheelSteps::Step step)
+{
+    const double next = step == WheelSteps::Step::up ? width + (width >= coarseFrom ? 2 : 1)
+                                                     : width - (width > coarseFrom ? 2 : 1);
+    return std::clamp(next, thinnest, thickest);
 }
 
 Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "overlay/Tool.h"
+#include "overlay/WheelSteps.h"
 
 #include <QKeyCombination>
 
@@ -8,7 +9,7 @@
 #include <optional>
 #include <variant>
 
-enum class Command { close, copy, save, print, undo, selectAll };
+enum class Command { close, copy, save, print, undo, selectAll, pickColor };
 
 // What a key press means, worked out without doing it.
 namespace KeyCommands {
@@ -19,6 +20,9 @@ using Meaning = std::variant<Command, Tool>;
 // is the Control key or the Super key, whichever the hand finds. The letters of
 // the tools need a selection.
 [[nodiscard]] std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection);
+
+// One step of the wheel: fine for thin lines, double from 12 points on.
+[[nodiscard]] double nextLineWidth(double width, WheelSteps::Step step);
 
 // The key to go by on a keyboard that types no Latin letters: what its position
 // types on a US keyboard. The position is an evdev code, 0 when unknown.

@@ -1,12 +1,15 @@
 #include "overlay/OverlayView.h"
 
 #include "base/Painting.h"
+#include "base/Rect.h"
 #include "overlay/Backdrop.h"
 #include "overlay/Cursors.h"
+#include "overlay/Loupe.h"
 #include "overlay/MarkFootprint.h"
 #include "overlay/OverlaySession.h"
 #include "overlay/Printing.h"
 #include "overlay/Rendering.h"
+#include "overlay/WidthPreview.h"
 #include "platform/Desktop.h"
 #include "toolbar/Theme.h"
 
@@ -125,7 +128,7 @@ void OverlayView::toggleTool(Tool tool)
 {
     m_text.commitText();
     m_state.tool = m_state.tool == tool ? std::nullopt : std::optional(tool);
-    setCursor(Cursors::cursorAt(m_state, m_space.fromWidget(mapFromGlobal(QCursor::pos()))));
+    followPointer();
 }
 
 void OverlayView::setColor(const QColor &color)
@@ -145,10 +148,20 @@ void OverlayView::discardSelection()
     m_output.closePanel();
     m_text.discard();
     m_drawing.discard();
+    if (m_eyedropper.picking())
+        stopPicking();
     m_state.selection.reset();
     m_state.annotations.clear();
     refresh();
 }
+
+void OverlayView::followPointer()
+{
+    setCursor(m_eyedropper.picking() ? Qt::BlankCursor : Cursors::cursorAt(m_state, m_pointer));
+}
+
+// Asks for a new picture of a part of the view, in view points.
+void OverlayView::touch(const QRectF &area) { update(m_space.toWidget(grown(area, 1)).toAlignedRect()); }
 
 void OverlayView::pulse(Pulse kind)
 {
@@ -187,6 +200,10 @@ void OverlayView::paintEvent(QPaintEvent *event)
     if (m_state.selection)
         drawMarks(painter, event->region());
     Chrome::draw(painter, scene());
+    if (m_state.selection && !m_widthHint.hasExpired())
+        WidthPreview::draw(painter, m_state, m_hintPoint);
+    if (const auto at = m_eyedropper.pickPoint())
+        Loupe::draw(painter, m_shot, *at);
 }
 
 // Marks never show outside the selection.

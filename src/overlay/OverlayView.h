@@ -5,18 +5,22 @@
 #include "overlay/Chrome.h"
 #include "overlay/DrawingInput.h"
 #include "overlay/EditorState.h"
+#include "overlay/Eyedropper.h"
 #include "overlay/KeyCommands.h"
 #include "overlay/Output.h"
 #include "overlay/SelectionDrag.h"
 #include "overlay/TextEditing.h"
+#include "overlay/WheelSteps.h"
 
 #include <QDeadlineTimer>
+#include <QPointF>
 #include <QWidget>
 
 #include <functional>
 
 class Desktop;
 class OverlaySession;
+class QSinglePointEvent;
 
 // A flash of the glow: gentle for a new selection, strong for a copy.
 enum class Pulse { gentle, strong };
@@ -49,6 +53,8 @@ public:
     void toggleTool(Tool tool);
     void setColor(const QColor &color);
     void setLineWidth(double width); // points
+    // The next click takes its colour off the screen.
+    void startPicking();
     // Another screen has the selection now.
     void discardSelection();
 
@@ -64,6 +70,8 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void enterEvent(QEnterEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -73,6 +81,11 @@ private:
     void startDrawing(QPointF at);
     void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
     void finishDrawing();
+    void moveLoupe(QPointF to);
+    void takeColor(QPointF at);
+    void stopPicking();
+    void showWidth(QPointF at);
+    void leave();
     void pressOutside(QPointF at);
     void obey(const KeyCommands::Meaning &meaning);
     void run(Command command);
@@ -80,7 +93,9 @@ private:
     void copied();
     void pulse(Pulse kind);
     void refresh();
-    [[nodiscard]] QPointF pointOf(const QMouseEvent &event) const;
+    void touch(const QRectF &area);
+    void followPointer();
+    [[nodiscard]] QPointF pointOf(const QSinglePointEvent &event) const;
     [[nodiscard]] Chrome::Scene scene() const;
 
     const ScreenShot m_shot;
@@ -92,8 +107,14 @@ private:
     SelectionDrag m_selectionDrag{m_state};
     DrawingInput m_drawing{m_state};
     TextEditing m_text{*this, m_space, m_state};
+    Eyedropper m_eyedropper;
+    WheelSteps m_wheel;
     Output m_output;
-    QDeadlineTimer m_copied{0}; // until when the feedback shows
+    QPointF m_pointer;             // where it was last
+    QDeadlineTimer m_copied{0};    // until when the feedback shows
+    QDeadlineTimer m_widthHint{0}; // until when the sample of the width shows
+    QPointF m_hintPoint;           // beside which
+    QRectF m_paintedHint;          // and where it is on the screen
 
     std::optional<QRectF> m_paintedSelection; // as it is on the screen
     QRegion m_paintedChrome;

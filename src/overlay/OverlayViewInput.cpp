@@ -2,15 +2,26 @@
 
 #include "base/Overloaded.h"
 #include "overlay/Cursors.h"
+#include "overlay/Loupe.h"
 #include "overlay/MarkFootprint.h"
 #include "overlay/OverlaySession.h"
+#include "overlay/ScreenPixels.h"
 #include "overlay/SelectionGeometry.h"
+#include "overlay/WidthPreview.h"
 #include "platform/Desktop.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto widthShows = 1200ms;
+constexpr auto widthGone = 1250ms; // a little after, so that it is gone then
 
 constexpr std::uint32_t scanCodeOffset = 8; // the native scan code is the kernel's key code plus this
 
@@ -23,7 +34,7 @@ std::uint32_t evdevCode(const QKeyEvent &event)
 
 // The position in the scene is exact; the event's own position is rounded to
 // whole points, which is a pixel off on a dense screen.
-QPointF OverlayView::pointOf(const QMouseEvent &event) const
+QPointF OverlayView::pointOf(const QSinglePointEvent &event) const
 {
     return m_space.fromWidget(mapFrom(window(), event.scenePosition()));
 }
@@ -34,7 +45,9 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
         return;
     if (m_output.panelOpen())
         return m_desktop.beep();
-    const QPointF at = pointOf(*event);
+    const QPointF at = m_pointer = pointOf(*event);
+    if (m_eyedropper.picking())
+        return takeColor(at);
     if (m_drawing.active())
         return;
     if (!m_state.selection)
@@ -106,11 +119,13 @@ void OverlayView::startSelection(QPointF at)
 
 void OverlayView::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPointF at = pointOf(*event);
+    const QPointF at = m_pointer = pointOf(*event);
+    if (m_eyedropper.picking())
+        return moveLoupe(at);
     if (m_drawing.active())
         return continueDrawing(SelectionGeometry::clamped(at, m_state.bounds), event->modifiers());
     if (!m_selectionDrag.active())
-        return setCursor(Cursors::cursorAt(m_state, at));
+        return followPointer();
     m_selectionDrag.drag(SelectionGeometry::clamped(at, m_state.bounds));
     refresh();
 }
@@ -123,8 +138,66 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
         finishDrawing();
     else if (m_selectionDrag.release())
         pulse(Pulse::gentle);
-    setCursor(Cursors::cursorAt(m_state, pointOf(*event)));
+    m_pointer = pointOf(*event);
+    followPointer();
     refresh();
+}
+
+void OverlayView::enterEvent(QEnterEvent *event)
+{
+    m_pointer = pointOf(*event);
+    followPointer();
+}
+
+void OverlayView::startPicking()
+{
+    m_text.commitText();
+    m_eyedropper.startPicking(m_pointer);
+    touch(Loupe::area(m_pointer));
+    followPointer();
+}
+
+void OverlayView::moveLoupe(QPointF to)
+{
+    touch(Loupe::area(*m_eyedropper.pickPoint()));
+    m_eyedropper.pointerMoved(to);
+    touch(Loupe::area(to));
+}
+
+void OverlayView::takeColor(QPointF at)
+{
+    if (const auto color = ScreenPixels::pixelColor(m_shot, at))
+        setColor(*color);
+    stopPicking();
+}
+
+void OverlayView::stopPicking()
+{
+    touch(Loupe::area(*m_eyedropper.pickPoint()));
+    m_eyedropper.stop();
+    followPointer();
+}
+
+// The wheel sets the width of the marks to come.
+void OverlayView::wheelEvent(QWheelEvent *event)
+{
+    event->accept();
+    m_pointer = pointOf(*event);
+    const auto step = m_wheel.turned(event->angleDelta().y());
+    if (!step || !m_state.selection)
+        return;
+    setLineWidth(KeyCommands::nextLineWidth(m_state.lineWidth, *step));
+    showWidth(m_pointer);
+}
+
+void OverlayView::showWidth(QPointF at)
+{
+    touch(m_paintedHint);
+    m_hintPoint = at;
+    m_paintedHint = WidthPreview::panel(m_state, at);
+    touch(m_paintedHint);
+    m_widthHint.setRemainingTime(widthShows);
+    QTimer::singleShot(widthGone, this, [this] { touch(m_paintedHint); });
 }
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
@@ -147,14 +220,23 @@ void OverlayView::obey(const KeyCommands::Meaning &meaning)
     std::visit(follow, meaning);
 }
 
+void OverlayView::leave()
+{
+    if (m_eyedropper.picking())
+        stopPicking();
+    else
+        cancel();
+}
+
 void OverlayView::run(Command command)
 {
     switch (command) {
-    case Command::close: return cancel();
+    case Command::close: return leave();
     case Command::copy: return copyImage();
     case Command::save: return saveImage();
     case Command::print: return printImage();
     case Command::undo: return undo();
     case Command::selectAll: return selectAll();
+    case Command::pickColor: return startPicking();
     }
 }

@@ -25,6 +25,7 @@ private slots:
         row("all", Qt::CTRL | Qt::Key_A, Command::selectAll);
         row("a tool", Qt::Key_A, Tool::arrow);
         row("a tool with shift", Qt::SHIFT | Qt::Key_X, Tool::pixelate);
+        row("the eyedropper", Qt::Key_I, Command::pickColor);
         row("no tool has this letter", Qt::Key_C, std::nullopt);
         row("nor with command", Qt::CTRL | Qt::Key_X, std::nullopt);
         row("a key that types nothing", Qt::Key_F5, std::nullopt);
@@ -47,6 +48,41 @@ private slots:
     {
         for (const Tool tool : allTools)
             QCOMPARE(toolForLetter(QChar(keyLetter(tool)).toLower()), tool);
+    }
+
+    void theWheelStepsFinelyForThinLines_data()
+    {
+        QTest::addColumn<QList<double>>("widths");
+        QTest::addColumn<bool>("up");
+        QTest::newRow("up") << QList<double>{1, 2} << true;
+        QTest::newRow("up through twelve") << QList<double>{11, 12, 14, 16} << true;
+        QTest::newRow("up to the end") << QList<double>{35, 36, 36} << true;
+        QTest::newRow("down through twelve") << QList<double>{16, 14, 12, 11, 10} << false;
+        QTest::newRow("down from thirteen") << QList<double>{13, 11} << false;
+        QTest::newRow("down to the end") << QList<double>{2, 1, 1} << false;
+    }
+
+    void theWheelStepsFinelyForThinLines()
+    {
+        QFETCH(QList<double>, widths);
+        QFETCH(bool, up);
+        const auto step = up ? WheelSteps::Step::up : WheelSteps::Step::down;
+        for (qsizetype i = 1; i < widths.size(); ++i)
+            QCOMPARE(KeyCommands::nextLineWidth(widths[i - 1], step), widths[i]);
+    }
+
+    void touchpadsFeelLikeSteps()
+    {
+        WheelSteps wheel;
+        QCOMPARE(wheel.turned(120), WheelSteps::Step::up);
+        QCOMPARE(wheel.turned(-960), WheelSteps::Step::down); // one event, one step
+        int steps = 0;
+        for (int i = 0; i < 100; ++i)
+            steps += wheel.turned(12) == WheelSteps::Step::up;
+        QCOMPARE(steps, 10);
+        QVERIFY(!wheel.turned(100));
+        QVERIFY(!wheel.turned(-100)); // turning back starts anew
+        QVERIFY(!wheel.turned(0));
     }
 
     void aKeyboardWithoutLatinLettersGoesByPosition()

@@ -1,94 +1,11 @@
-#include "overlay/OverlayView.h"
+#include "support/Editor.h"
 
 #include "base/Rect.h"
 
-#include "fakes/FakeDesktop.h"
-#include "fakes/RecordingSession.h"
-#include "support/Mouse.h"
-#include "support/Pictures.h"
 #include "support/TempHome.h"
 
-#include <QBackingStore>
 #include <QClipboard>
 #include <QMimeData>
-#include <QPainter>
-#include <QRandomGenerator>
-#include <QTest>
-
-namespace {
-
-// The editor on one of the screens of the offscreen platform, with a mouse.
-struct Editor {
-    explicit Editor(const QString &screenName = "B")
-    {
-        for (QScreen *candidate : QGuiApplication::screens())
-            if (candidate->name() == screenName)
-                screen = candidate;
-        shot = patternShot(screen->size(), screen->devicePixelRatio(), screen);
-        view = std::make_unique<OverlayView>(shot, session, desktop);
-        view->onPulse = [this](Pulse pulse) { pulses.append(pulse); };
-        view->setScreen(screen);
-        view->setGeometry(screen->geometry());
-        view->show();
-        mouse.emplace(*view, shot.pointSize.height());
-    }
-
-    [[nodiscard]] std::optional<QRectF> selection() const { return view->state().selection; }
-
-    // The screen as it is, and as a whole repaint would make it.
-    [[nodiscard]] QImage shown() const
-    {
-        QTest::qWait(0);
-        const auto *pixels = dynamic_cast<QImage *>(view->backingStore()->paintDevice());
-        return pixels ? pixels->convertToFormat(QImage::Format_RGB32) : QImage();
-    }
-    [[nodiscard]] QImage repainted() const
-    {
-        QImage image(shot.image.size(), QImage::Format_RGB32);
-        image.setDevicePixelRatio(shot.scale);
-        view->render(&image);
-        return image;
-    }
-
-    void draw(Tool tool, QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
-    {
-        view->toggleTool(tool);
-        mouse->drag(from, to, modifiers);
-        view->toggleTool(tool);
-    }
-
-    QScreen *screen = nullptr;
-    ScreenShot shot;
-    RecordingSession session;
-    FakeDesktop desktop;
-    QList<Pulse> pulses;
-    std::unique_ptr<OverlayView> view;
-    std::optional<Mouse> mouse;
-};
-
-// The toolkit rounds a translucent fill in more than one way.
-bool alike(QRgb a, QRgb b)
-{
-    const auto near = [](int x, int y) { return std::abs(x - y) <= 2; };
-    return near(qRed(a), qRed(b)) && near(qGreen(a), qGreen(b)) && near(qBlue(a), qBlue(b));
-}
-
-int differing(const QImage &a, const QImage &b)
-{
-    if (a.size() != b.size())
-        return -1;
-    int count = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        if (a.format() == b.format()
-            && std::memcmp(a.constScanLine(y), b.constScanLine(y), size_t(a.width()) * 4) == 0)
-            continue;
-        for (int x = 0; x < a.width(); ++x)
-            count += !alike(a.pixel(x, y), b.pixel(x, y));
-    }
-    return count;
-}
-
-} // namespace
 
 class OverlayViewTest : public QObject {
     Q_OBJECT
@@ -187,92 +104,6 @@ private slots:
         Editor editor;
         QTest::mouseClick(editor.view.get(), Qt::RightButton, {}, {300, 300});
         QVERIFY(!editor.selection());
-    }
-
-    // Every pixel that a step leaves stale shows up here.
-    void whatIsRepaintedIsAllThatChanged_data() { scales(); }
-    void whatIsRepaintedIsAllThatChanged()
-    {
-        QFETCH(QString, screen);
-        Editor editor(screen);
-        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
-        QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
-        QRandomGenerator random(7);
-        const double scale = editor.shot.scale;
-        const auto within = [&](const QRectF &area) {
-            return area.topLeft()
-                   + QPointF(random.bounded(int(area.width() * scale)),
-                             random.bounded(int(area.height() * scale)))
-                         / scale;
-        };
-        const auto dragAbout = [&](const QRectF &area) {
-            editor.mouse->press(within(area));
-            for (int step = 0; step < 3; ++step) {
-                editor.mouse->move(within(area));
-                QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
-            }
-            editor.mouse->release(within(area));
-            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
-        };
-        for (int round = 0; round < 6; ++round)
-            dragAbout({QPointF(0, 0), editor.shot.pointSize});
-        editor.mouse->drag({100, 100}, {700, 500});
-        for (const Tool tool : allTools) {
-            editor.view->toggleTool(tool);
-            dragAbout({120, 120, 560, 360});
-        }
-        QTest::keyClicks(editor.view->focusWidget() ? editor.view->focusWidget() : editor.view.get(), "p");
-        dragAbout({300, 200, 100, 100});
-        while (!editor.view->state().annotations.empty()) {
-            editor.view->undo();
-            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
-        }
-    }
-
-    void whatIsCopiedIsWhatIsSeen_data() { scales(); }
-    void whatIsCopiedIsWhatIsSeen()
-    {
-        QFETCH(QString, screen);
-        Editor editor(screen);
-        editor.mouse->drag({100, 100}, {500, 400});
-        const double pixel = 1 / editor.shot.scale;
-        QPointF at(130, 130);
-        for (const Tool tool : {Tool::pencil, Tool::marker, Tool::line, Tool::arrow, Tool::rectangle,
-                                Tool::ellipse, Tool::pixelate}) {
-            editor.draw(tool, at, at + QPointF(150 + pixel, 90));
-            at += QPointF(25 + pixel, 20 - pixel);
-        }
-        QCOMPARE(editor.view->state().annotations.size(), 7U);
-        const QImage copied = *editor.view->renderSelection();
-        const QImage seen = editor.repainted();
-        const QRect region(
-            QPointF(100 * editor.shot.scale, (editor.shot.pointSize.height() - 400) * editor.shot.scale)
-                .toPoint(),
-            copied.size());
-        const int chrome = qCeil(20 * editor.shot.scale); // the handles reach that far inside
-        const QRect inner = QRect(QPoint(0, 0), copied.size()).adjusted(chrome, chrome, -chrome, -chrome);
-        QCOMPARE(differing(copied.copy(inner), seen.copy(inner.translated(region.topLeft()))), 0);
-        QVERIFY(differing(copied, editor.shot.image.copy(region)) > 1000);
-    }
-
-    void theSelectedPixelsAreTheScreensOwn_data() { scales(); }
-    void theSelectedPixelsAreTheScreensOwn()
-    {
-        QFETCH(QString, screen);
-        Editor editor(screen);
-        editor.mouse->drag({200, 200}, {400, 400});
-        const QImage image = editor.repainted();
-        const auto at = [&](QPointF p) {
-            return QPoint(qRound(p.x() * editor.shot.scale),
-                          qRound((editor.shot.pointSize.height() - p.y()) * editor.shot.scale));
-        };
-        const QRect inside(at({220, 380}), at({380, 220}));
-        QImage selected = image.copy(inside);
-        selected.setDevicePixelRatio(1);
-        QCOMPARE(selected, editor.shot.image.copy(inside));
-        const QPoint outside = at({500, 100});
-        const QColor whole = editor.shot.image.pixelColor(outside);
-        QVERIFY(alike(image.pixel(outside), whole.darker(182).rgb())); // to 55 %
     }
 
     void keysLeaveCopyAndSelectAll()

@@ -1,0 +1,167 @@
+#include "support/Editor.h"
+
+#include <QRandomGenerator>
+#include <QtMath>
+
+// What the overlay shows, and that it repaints all that it has to.
+class OverlayPaintTest : public QObject {
+    Q_OBJECT
+
+    static void scales()
+    {
+        QTest::addColumn<QString>("screen");
+        QTest::newRow("1x") << "B";
+        QTest::newRow("1.25x") << "C";
+        QTest::newRow("2x") << "A";
+    }
+
+private slots:
+    // Every pixel that a step leaves stale shows up here.
+    void whatIsRepaintedIsAllThatChanged_data() { scales(); }
+    void whatIsRepaintedIsAllThatChanged()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+        QRandomGenerator random(7);
+        const double scale = editor.shot.scale;
+        const auto within = [&](const QRectF &area) {
+            return area.topLeft()
+                   + QPointF(random.bounded(int(area.width() * scale)),
+                             random.bounded(int(area.height() * scale)))
+                         / scale;
+        };
+        const auto dragAbout = [&](const QRectF &area) {
+            editor.mouse->press(within(area));
+            for (int step = 0; step < 3; ++step) {
+                editor.mouse->move(within(area));
+                QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+            }
+            editor.mouse->release(within(area));
+            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+        };
+        for (int round = 0; round < 6; ++round)
+            dragAbout({QPointF(0, 0), editor.shot.pointSize});
+        editor.mouse->drag({100, 100}, {700, 500});
+        for (const Tool tool : allTools) {
+            editor.view->toggleTool(tool);
+            dragAbout({120, 120, 560, 360});
+        }
+        QTest::keyClicks(editor.view->focusWidget() ? editor.view->focusWidget() : editor.view.get(), "p");
+        dragAbout({300, 200, 100, 100});
+        while (!editor.view->state().annotations.empty()) {
+            editor.view->undo();
+            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+        }
+    }
+
+    void whatIsCopiedIsWhatIsSeen_data() { scales(); }
+    void whatIsCopiedIsWhatIsSeen()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        editor.mouse->drag({100, 100}, {500, 400});
+        const double pixel = 1 / editor.shot.scale;
+        QPointF at(130, 130);
+        for (const Tool tool : {Tool::pencil, Tool::marker, Tool::line, Tool::arrow, Tool::rectangle,
+                                Tool::ellipse, Tool::pixelate}) {
+            editor.draw(tool, at, at + QPointF(150 + pixel, 90));
+            at += QPointF(25 + pixel, 20 - pixel);
+        }
+        QCOMPARE(editor.view->state().annotations.size(), 7U);
+        const QImage copied = *editor.view->renderSelection();
+        const QImage seen = editor.repainted();
+        const QRect region(
+            QPointF(100 * editor.shot.scale, (editor.shot.pointSize.height() - 400) * editor.shot.scale)
+                .toPoint(),
+            copied.size());
+        const int chrome = qCeil(20 * editor.shot.scale); // the handles reach that far inside
+        const QRect inner = QRect(QPoint(0, 0), copied.size()).adjusted(chrome, chrome, -chrome, -chrome);
+        QCOMPARE(differing(copied.copy(inner), seen.copy(inner.translated(region.topLeft()))), 0);
+        QVERIFY(differing(copied, editor.shot.image.copy(region)) > 1000);
+    }
+
+    void theSelectedPixelsAreTheScreensOwn_data() { scales(); }
+    void theSelectedPixelsAreTheScreensOwn()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        editor.mouse->drag({200, 200}, {400, 400});
+        const QImage image = editor.repainted();
+        const auto at = [&](QPointF p) {
+            return QPoint(qRound(p.x() * editor.shot.scale),
+                          qRound((editor.shot.pointSize.height() - p.y()) * editor.shot.scale));
+        };
+        const QRect inside(at({220, 380}), at({380, 220}));
+        QImage selected = image.copy(inside);
+        selected.setDevicePixelRatio(1);
+        QCOMPARE(selected, editor.shot.image.copy(inside));
+        const QPoint outside = at({500, 100});
+        const QColor whole = editor.shot.image.pixelColor(outside);
+        QVERIFY(alike(image.pixel(outside), whole.darker(182).rgb())); // to 55 %
+    }
+
+    void theEyedropperTakesAColourOffTheFrozenScreen_data() { scales(); }
+    void theEyedropperTakesAColourOffTheFrozenScreen()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        editor.mouse->drag({100, 100}, {300, 300});
+        editor.draw(Tool::rectangle, {150, 150}, {250, 250});
+        const double pixel = 1 / editor.shot.scale;
+        QTest::keyClick(editor.view.get(), Qt::Key_I);
+        QCOMPARE(editor.view->cursor().shape(), Qt::BlankCursor);
+        for (const QPointF to : {QPointF(0, pixel), QPointF(150, 200), QPointF(400, 20)}) {
+            editor.mouse->hover(to);
+            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+        }
+        const QPointF onTheMark(150 + pixel, 200);
+        editor.mouse->drag(onTheMark, {600, 300});
+        QCOMPARE(editor.selection(), QRectF(100, 100, 200, 200));
+        QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+        const QPoint at(qFloor(onTheMark.x() * editor.shot.scale),
+                        qFloor((editor.shot.pointSize.height() - 200) * editor.shot.scale));
+        QCOMPARE(editor.view->state().color, editor.shot.image.pixelColor(at)); // not the mark's
+    }
+
+    void escapeLeavesTheEyedropperFirst()
+    {
+        Editor editor;
+        QTest::keyClick(editor.view.get(), Qt::Key_I); // nothing without a selection
+        QVERIFY(editor.view->cursor().shape() != Qt::BlankCursor);
+        editor.mouse->drag({100, 100}, {300, 300});
+        const QColor before = editor.view->state().color;
+        QTest::keyClick(editor.view.get(), Qt::Key_I);
+        QTest::keyClick(editor.view.get(), Qt::Key_Escape);
+        QCOMPARE(editor.view->state().color, before);
+        QVERIFY(editor.view->cursor().shape() != Qt::BlankCursor);
+        QCOMPARE(editor.session.finished, 0);
+        QTest::keyClick(editor.view.get(), Qt::Key_Escape);
+        QCOMPARE(editor.session.finished, 1);
+    }
+
+    void theWheelShowsASampleOfTheWidth_data() { scales(); }
+    void theWheelShowsASampleOfTheWidth()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        editor.turnWheel({50, 50}, 120); // nothing without a selection
+        QCOMPARE(editor.view->state().lineWidth, 3.0);
+        editor.mouse->drag({100, 100}, {300, 300});
+        const QImage bare = editor.repainted();
+        for (const Tool tool : allTools) {
+            editor.view->toggleTool(tool);
+            editor.turnWheel({editor.shot.pointSize.width() - 10, 30}, 120);
+            QCOMPARE(differing(editor.shown(), editor.repainted()), 0);
+            QVERIFY(differing(bare, editor.shown()) > 5000);
+        }
+        QCOMPARE(editor.view->state().lineWidth, 11.0);
+        QTRY_COMPARE(differing(bare, editor.shown()), 0);
+    }
+};
+
+QTEST_MAIN(OverlayPaintTest)
+#include "OverlayPaintTest.moc"

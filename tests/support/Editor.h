@@ -1,0 +1,95 @@
+#pragma once
+
+#include "overlay/OverlayView.h"
+
+#include "fakes/FakeDesktop.h"
+#include "fakes/RecordingSession.h"
+#include "support/Mouse.h"
+#include "support/Pictures.h"
+
+#include <QBackingStore>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <cstring>
+
+// The editor on one of the screens of the offscreen platform, with a mouse.
+struct Editor {
+    explicit Editor(const QString &screenName = "B")
+    {
+        for (QScreen *candidate : QGuiApplication::screens())
+            if (candidate->name() == screenName)
+                screen = candidate;
+        shot = patternShot(screen->size(), screen->devicePixelRatio(), screen);
+        view = std::make_unique<OverlayView>(shot, session, desktop);
+        view->onPulse = [this](Pulse pulse) { pulses.append(pulse); };
+        view->setScreen(screen);
+        view->setGeometry(screen->geometry());
+        view->show();
+        mouse.emplace(*view, shot.pointSize.height());
+    }
+
+    [[nodiscard]] std::optional<QRectF> selection() const { return view->state().selection; }
+
+    // The screen as it is, and as a whole repaint would make it.
+    [[nodiscard]] QImage shown() const
+    {
+        QTest::qWait(0);
+        const auto *pixels = dynamic_cast<QImage *>(view->backingStore()->paintDevice());
+        return pixels ? pixels->convertToFormat(QImage::Format_RGB32) : QImage();
+    }
+    [[nodiscard]] QImage repainted() const
+    {
+        QImage image(shot.image.size(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(shot.scale);
+        view->render(&image);
+        return image;
+    }
+
+    void draw(Tool tool, QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
+    {
+        view->toggleTool(tool);
+        mouse->drag(from, to, modifiers);
+        view->toggleTool(tool);
+    }
+
+    void turnWheel(QPointF at, int eighths)
+    {
+        const QPointF down(at.x(), shot.pointSize.height() - at.y());
+        QWheelEvent event(down, down, {}, {0, eighths}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(view.get(), &event);
+    }
+
+    QScreen *screen = nullptr;
+    ScreenShot shot;
+    RecordingSession session;
+    FakeDesktop desktop;
+    QList<Pulse> pulses;
+    std::unique_ptr<OverlayView> view;
+    std::optional<Mouse> mouse;
+};
+
+// The toolkit rounds a translucent fill in more than one way.
+inline bool alike(QRgb a, QRgb b)
+{
+    const auto near = [](int x, int y) { return std::abs(x - y) <= 2; };
+    return near(qRed(a), qRed(b)) && near(qGreen(a), qGreen(b)) && near(qBlue(a), qBlue(b));
+}
+
+inline int differing(const QImage &a, const QImage &b)
+{
+    if (a.size() != b.size())
+        return -1;
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        if (a.format() == b.format()
+            && std::memcmp(a.constScanLine(y), b.constScanLine(y), size_t(a.width()) * 4) == 0)
+            continue;
+        for (int x = 0; x < a.width(); ++x)
+            count += !alike(a.pixel(x, y), b.pixel(x, y));
+    }
+    return count;
+}
