@@ -12,6 +12,16 @@
 
 namespace {
 
+// Whether the window shows above the overlays because it belongs to one: a panel
+// or the menu of one.
+bool belongsToOverlay(const QWidget &window)
+{
+    for (const QWidget *part = window.parentWidget(); part; part = part->parentWidget())
+        if (qobject_cast<const OverlayWindow *>(part))
+            return true;
+    return false;
+}
+
 bool isKeyboardEvent(QEvent::Type type)
 {
     return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride
@@ -77,14 +87,15 @@ void CaptureSession::makeKey(OverlayWindow &window)
 }
 
 // The system may hand the keys to another overlay than the one that is meant to
-// have them; they are passed on.
+// have them, or to a window that opened below the overlays, where nobody sees what
+// is typed; they are passed on.
 bool CaptureSession::eventFilter(QObject *watched, QEvent *event)
 {
     if (!isKeyboardEvent(event->type()) || !m_keyWindow)
         return false;
     const auto *widget = qobject_cast<QWidget *>(watched);
-    const auto *window = widget ? qobject_cast<OverlayWindow *>(widget->window()) : nullptr;
-    if (!window || window == m_keyWindow)
+    const QWidget *window = widget ? widget->window() : nullptr;
+    if (!window || window == m_keyWindow || window->windowType() == Qt::Popup || belongsToOverlay(*window))
         return false;
     QWidget *focus = m_keyWindow->focusWidget();
     QCoreApplication::sendEvent(focus ? focus : &m_keyWindow->view(), event);

@@ -8,6 +8,8 @@
 #include "fakes/FakeScreens.h"
 #include "support/Mouse.h"
 
+#include <QDialog>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -97,6 +99,30 @@ private slots:
         QVERIFY(!view(2).state().selection);
         QTest::keyClick(session->windows().at(2).get(), Qt::Key_Escape);
         QCOMPARE(finished, 1);
+    }
+
+    void aWindowThatOpensBelowDoesNotTakeTheKeys()
+    {
+        QLineEdit settings;
+        settings.show();
+        QTest::keyClick(&settings, Qt::Key_B);
+        QCOMPARE(settings.text(), "");
+        QTest::keyClick(&settings, Qt::Key_Escape);
+        QCOMPARE(finished, 1);
+        QTest::keyClick(&settings, Qt::Key_B);
+        QCOMPARE(settings.text(), "b");
+    }
+
+    void aDialogOfAnOverlayKeepsItsKeys()
+    {
+        QDialog question(&view(1));
+        QLineEdit answer(&question);
+        question.show();
+        QTest::keyClick(&answer, Qt::Key_B);
+        QCOMPARE(answer.text(), "b");
+        QTest::keyClick(&question, Qt::Key_Escape);
+        QVERIFY(!question.isVisible());
+        QCOMPARE(finished, 0);
     }
 
     void theKeyboardIsGivenBackBeforeTheWindowsGo()
