@@ -85,23 +85,58 @@ class TrayOnTheBus(SystemTest):
         wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
         self.assertEqual(self.desktop.log().count("registro de atajo"), 1)
 
+    def test_settings_that_open_during_a_capture_do_not_take_its_keys(self):
+        first = self.desktop.start()
+        self.desktop.press_shortcut()
+        self.assertEqual(Process(self.desktop, "again", first.process.args).status(), 0)
+        (settings,) = wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
+        wait_for(lambda: self.desktop.focus() == int(settings), "the focus of the settings")
+        self.desktop.key("Escape")
+        self.desktop.wait_until_over()
+
 
 class TrayOnX11(SystemTest):
     window_manager = "openbox"
+    bus = True
+
+    def dock(self):
+        """Starts a tray later than the program; the middle of the icon in it."""
+        Process(self.desktop, "trayer", ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height",
+                                         "24", "--monitor", "0"])
+        return wait_for(self.icon, "the icon in the tray")
+
+    def open_menu(self, place):
+        desktop = self.desktop
+        desktop.xdotool("mousemove", *place, "click", 1)
+        wait_for(lambda: len(desktop.xdotool("search", "--onlyvisible", "--class", "vellumora").split()) == 2,
+                 "the menu beside the icon")
 
     def test_a_click_on_the_icon_opens_the_menu(self):
         desktop = self.desktop
         desktop.start()
-        Process(desktop, "trayer", ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height",
-                                    "24", "--monitor", "0"])  # later than the program
-        place = wait_for(self.icon, "the icon in the tray")
-        desktop.xdotool("mousemove", *place, "click", 1)
-        wait_for(lambda: len(desktop.xdotool("search", "--onlyvisible", "--class", "vellumora").split()) == 2,
-                 "the menu beside the icon")
+        place = self.dock()
+        self.open_menu(place)
         desktop.key("Down", "Return")
         desktop.wait_for_overlays()
         desktop.key("Escape")
         desktop.wait_until_over()
+        self.assertEqual(self.icon(), place)  # the capture has left it alone
+
+    def test_an_open_menu_is_not_in_the_picture(self):
+        desktop = self.desktop
+        desktop.witness((1000, 0, 920, 600), 150)  # slow to repaint what the menu has covered
+        desktop.start()
+        place = self.dock()
+        covered = (1500, 60, 300, 200)
+        screen = desktop.screenshot()
+        self.open_menu(place)
+        wait_for(lambda: desktop.pixels(covered) != desktop.pixels_of(screen, covered), "the painted menu")
+        self.assertEqual(desktop.start("--capturar").status(), 0)
+        desktop.wait_for_overlays()
+        desktop.drag(covered[:2], (1800, 260))
+        desktop.key("Return")
+        desktop.wait_until_over()
+        self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), desktop.pixels_of(screen, covered))
 
     def icon(self):
         """The middle of the icon once it is docked at the end of monitor A, in pixels of the root window."""

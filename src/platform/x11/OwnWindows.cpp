@@ -23,12 +23,17 @@ constexpr auto quietTime = 60ms; // without change after a closing animation
 constexpr auto pollPause = 1ms;
 constexpr const char *exemptProperty = "vellumoraExempt";
 
+// The icon in the tray is a window too, but a part of the panel, and most panels
+// would not take it back.
 bool isOrdinary(const QWidget &widget)
 {
     const auto type = widget.windowType();
     return widget.isWindow() && (type == Qt::Window || type == Qt::Dialog)
+           && !widget.windowFlags().testFlag(Qt::BypassWindowManagerHint)
            && !widget.property(exemptProperty).toBool();
 }
+
+bool isMenu(const QWidget &widget) { return widget.isWindow() && widget.windowType() == Qt::Popup; }
 
 std::vector<QWidget *> visibleOrdinaryWindows()
 {
@@ -102,6 +107,16 @@ void waitUntilGone(const std::vector<xcb_window_t> &frames, const QDeadlineTimer
             QThread::usleep(std::chrono::microseconds(pollPause).count());
 }
 
+// Whether there were any.
+bool closeMenus()
+{
+    const bool open = QApplication::activePopupWidget() != nullptr;
+    while (QWidget *menu = QApplication::activePopupWidget())
+        if (!menu->close())
+            break;
+    return open;
+}
+
 void waitUntilQuiet(const QDeadlineTimer &deadline)
 {
     ChangeWatch watch;
@@ -124,8 +139,9 @@ void OwnWindows::exempt(QWidget &window) { window.setProperty(exemptProperty, tr
 
 void OwnWindows::hide()
 {
+    const bool menusClosed = closeMenus();
     const auto windows = visibleOrdinaryWindows();
-    if (windows.empty())
+    if (windows.empty() && !menusClosed)
         return;
     const QDeadlineTimer deadline(longestWait);
     std::vector<xcb_window_t> frames;
@@ -158,7 +174,7 @@ bool OwnWindows::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
         return false;
     const auto *widget = qobject_cast<QWidget *>(watched);
-    if (!widget || !isOrdinary(*widget))
+    if (!widget || !(isOrdinary(*widget) || isMenu(*widget)))
         return false;
     if (event->type() == QEvent::Show)
         keepPixelsBelow(!compositorRuns());

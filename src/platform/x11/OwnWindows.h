@@ -17,9 +17,9 @@ public:
     ~OwnWindows() override;
 
     // Takes every ordinary own window off the screen and waits until the screen
-    // no longer shows it, half a second at most.
+    // no longer shows it, half a second at most. Open menus are closed.
     void hide();
-    // Shows them again where they were, without taking the keyboard.
+    // Shows the windows again where they were, without taking the keyboard.
     void restore();
 
     // Marks a window as part of a session, so that it is left alone.
