@@ -79,6 +79,7 @@ class MainJob:
         desktop.xdotool("windowmove", settings, 2300, 250)
         wait_for(lambda: desktop.pixels_of(desktop.screenshot(), (2120, 100, 800, 600))
                  != desktop.pixels_of(screen, (2120, 100, 800, 600)), "the settings over the witness")
+        wait_for(lambda: desktop.focus() == int(settings), "the focus of the settings")
         desktop.xdotool("mousemove", 2150, 150)
         desktop.press_shortcut()
         desktop.drag((2120, 100), (2920, 700))
@@ -88,6 +89,7 @@ class MainJob:
         self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")),
                                 desktop.pixels_of(screen, (2120, 100, 800, 600)))
         wait_for(lambda: desktop.windows("^Vellumora Settings$"), "the settings to come back")
+        wait_for(lambda: desktop.focus() == int(settings), "the focus of the settings")
 
     def test_saving_from_the_panel_above_the_overlay(self):
         desktop = self.desktop

@@ -143,6 +143,7 @@ void OwnWindows::hide()
     const auto windows = visibleOrdinaryWindows();
     if (windows.empty() && !menusClosed)
         return;
+    m_active = QApplication::activeWindow();
     const QDeadlineTimer deadline(longestWait);
     std::vector<xcb_window_t> frames;
     for (QWidget *window : windows) {
@@ -166,7 +167,10 @@ void OwnWindows::restore()
         window->setAttribute(Qt::WA_ShowWithoutActivating, true);
         window->show();
         window->setAttribute(Qt::WA_ShowWithoutActivating, false);
+        if (window == m_active)
+            window->activateWindow();
     }
+    m_active.clear();
 }
 
 bool OwnWindows::eventFilter(QObject *watched, QEvent *event)

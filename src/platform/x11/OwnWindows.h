@@ -19,7 +19,8 @@ public:
     // Takes every ordinary own window off the screen and waits until the screen
     // no longer shows it, half a second at most. Open menus are closed.
     void hide();
-    // Shows the windows again where they were, without taking the keyboard.
+    // Shows the windows again where they were. The one that had the keyboard has
+    // it again, the others do not take it.
     void restore();
 
     // Marks a window as part of a session, so that it is left alone.
@@ -32,5 +33,6 @@ private:
     void keepPixelsBelow(bool wanted);
 
     std::vector<QPointer<QWidget>> m_hidden;
+    QPointer<QWidget> m_active; // one of the hidden, or none
     bool m_pixelsKept = false;
 };
