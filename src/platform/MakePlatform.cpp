@@ -45,11 +45,12 @@ void prepareEnvironment()
     nameRuntimeFolder();
 }
 
-// Whether the user has chosen a display of the toolkit's that is not X11.
-bool otherToolkitPlatform()
+// Whether the user has chosen a display that only the toolkit sees. Any other
+// choice is overruled: where it cannot be opened, the toolkit aborts.
+bool imaginaryDisplay()
 {
     const QString chosen = qEnvironmentVariable("QT_QPA_PLATFORM");
-    return !chosen.isEmpty() && !chosen.startsWith(u"xcb");
+    return chosen.startsWith(u"offscreen") || chosen.startsWith(u"minimal");
 }
 
 Platform makeX11Platform()
@@ -79,7 +80,7 @@ Platform makePlatform()
 std::optional<QString> prepareDisplay()
 {
     prepareEnvironment();
-    if (otherToolkitPlatform())
+    if (imaginaryDisplay())
         return std::nullopt;
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         return QStringLiteral("there is no display to run on: DISPLAY is not set");
