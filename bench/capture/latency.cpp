@@ -197,6 +197,7 @@ std::vector<double> timeDrag(Pixel from, int width)
     }
     button(false);
     escape();
+    waited(Clock::now(), [&] { return colour(from) == plain; });
     return times;
 }
 
