@@ -13,7 +13,7 @@ BUILD = ROOT / "build/release"
 os.environ.setdefault("VELLUMORA", str(BUILD / "vellumora"))
 os.environ.setdefault("VELLUMORA_HELPERS", str(BUILD / "tests"))
 sys.path.insert(0, str(ROOT / "tests/system"))
-from desktop import Desktop, Process  # noqa: E402
+from desktop import Desktop  # noqa: E402
 
 MONITORS = ((0, 0, 3840, 2160), (3840, 0, 1920, 1080))
 REPETITIONS = 5
@@ -54,7 +54,7 @@ def on_a_display():
         ratio_row("capture, 4K + 1080p", capture, copy, "memcpy")
         ratio_row("", capture, toolkit, "grabWindow")
         desktop.run("xsetroot", "-solid", "#6688aa")
-        Process(desktop, "witness", [Path(os.environ["VELLUMORA_HELPERS"]) / "witness", "0", "0", "5760", "1080"])
+        desktop.witness((0, 0, 5760, 1080))
         desktop.start()
         median, high = latency(desktop, "shortcut", 100, 1900, 3940, 100)
         row("shortcut -> both overlays painted", f"{median:.1f} (p95 {high:.1f}) ms", f"memcpy {copy:.2f} ms",
