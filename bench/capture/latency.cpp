@@ -126,12 +126,14 @@ std::vector<double> timeShortcut(Pixel first, Pixel second)
     return times;
 }
 
-void freeze(Pixel watched)
+// Answers the pixel's colour from before.
+std::uint32_t freeze(Pixel watched)
 {
     const std::uint32_t plain = colour(watched);
     shortcut();
     waited(Clock::now(), [&] { return colour(watched) != plain; });
     letGo();
+    return plain;
 }
 
 // Wavy lines from the left to the right, all over the place that is drawn on.
@@ -153,7 +155,7 @@ void scribble(Pixel from, int width)
 // The corner that follows the pointer brings its own colour.
 std::vector<double> timeDraw(Pixel from, int width)
 {
-    freeze(from);
+    const std::uint32_t plain = freeze(from);
     fake(XCB_KEY_PRESS, keyControl);
     type(keyA);
     fake(XCB_KEY_RELEASE, keyControl);
@@ -174,6 +176,7 @@ std::vector<double> timeDraw(Pixel from, int width)
     }
     button(false);
     escape();
+    waited(Clock::now(), [&] { return colour(from) == plain; });
     return times;
 }
 
@@ -182,7 +185,7 @@ std::vector<double> timeDraw(Pixel from, int width)
 std::vector<double> timeDrag(Pixel from, int width)
 {
     constexpr Pixel inside{24, 12}; // less than a step, but clear of the handle
-    freeze(from);
+    const std::uint32_t plain = freeze(from);
     moveTo(from);
     button(true);
     std::vector<double> times;

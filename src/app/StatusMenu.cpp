@@ -3,6 +3,10 @@
 #include "l10n/L10n.h"
 #include "platform/StatusItem.h"
 
+#include <QKeyEvent>
+
+#include <algorithm>
+
 StatusMenu::StatusMenu(const Actions &actions)
 {
     const auto add = [this](QStringView title, const std::function<void()> &action) {
@@ -18,6 +22,19 @@ StatusMenu::StatusMenu(const Actions &actions)
     add(u"Buscar actualizaciones…", actions.updates);
     m_menu.addSeparator();
     add(u"Salir de Vellumora", actions.quit)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+void StatusMenu::Menu::keyPressEvent(QKeyEvent *event)
+{
+    const QKeySequence pressed(event->keyCombination());
+    const auto all = actions();
+    const auto meant = std::ranges::find_if(all, [&](const QAction *action) {
+        return !action->shortcut().isEmpty() && action->shortcut() == pressed;
+    });
+    if (meant == all.end())
+        return QMenu::keyPressEvent(event);
+    close();
+    (*meant)->trigger();
 }
 
 void StatusMenu::showIn(StatusItem &item) { item.show(m_menu); }

@@ -20,7 +20,6 @@ public:
 
     explicit StatusMenu(const Actions &actions);
 
-    // The item must not outlive the menu.
     void showIn(StatusItem &item);
 
     // The shortcut as it is displayed, such as "⇧⌘X".
@@ -29,6 +28,12 @@ public:
     [[nodiscard]] const QMenu &menu() const { return m_menu; }
 
 private:
-    QMenu m_menu;
+    // A menu whose shortcuts work while it is open; the toolkit only shows them.
+    class Menu final : public QMenu {
+    protected:
+        void keyPressEvent(QKeyEvent *event) override;
+    };
+
+    Menu m_menu;
     QAction *m_capture;
 };

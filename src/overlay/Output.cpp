@@ -51,7 +51,7 @@ void write(const QString &path, const QByteArray &png)
     QSaveFile file(path);
     const bool written = file.open(QIODevice::WriteOnly) && file.write(png) == png.size() && file.commit();
     if (!written)
-        Log::write(QStringLiteral("guardado %1 -> FALLO (%2)").arg(path, file.errorString()));
+        return Log::write(QStringLiteral("guardado %1 -> FALLO (%2)").arg(path, file.errorString()));
     Defaults::setValue(Defaults::lastFolderKey, QFileInfo(path).absolutePath());
 }
 

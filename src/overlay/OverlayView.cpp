@@ -148,6 +148,7 @@ void OverlayView::discardSelection()
     m_output.closePanel();
     m_text.discard();
     m_drawing.discard();
+    m_selectionDrag.cancel();
     if (m_eyedropper.picking())
         stopPicking();
     m_state.selection.reset();

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -12,6 +13,31 @@
 namespace {
 
 constexpr int margin = 14; // points
+const QString extension = QStringLiteral("png");
+
+// Tells files apart by their names alone. The toolkit's own provider opens every
+// file of a folder to see what is in it, and waits where reading waits.
+class NameOnlyIcons final : public QFileIconProvider {
+public:
+    QIcon icon(const QFileInfo &info) const override
+    {
+        return QFileIconProvider::icon(info.isDir() ? QFileIconProvider::Folder : QFileIconProvider::File);
+    }
+    QString type(const QFileInfo &info) const override { return info.isDir() ? QString() : info.suffix(); }
+    using QFileIconProvider::icon;
+};
+
+QFileIconProvider &nameOnlyIcons()
+{
+    static NameOnlyIcons icons;
+    return icons;
+}
+
+QString withExtension(const QString &path)
+{
+    const bool has = QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) == 0;
+    return has ? path : path + u'.' + extension;
+}
 
 QString question(const char *text, const QString &name)
 {
@@ -26,10 +52,11 @@ SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &nam
     , m_answers(new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No, this))
 {
     setOption(DontUseNativeDialog);
+    setIconProvider(&nameOnlyIcons());
     setAcceptMode(AcceptSave);
     setFileMode(AnyFile);
     setNameFilter(QStringLiteral("PNG (*.png)"));
-    setDefaultSuffix(QStringLiteral("png"));
+    setDefaultSuffix(extension);
     selectFile(name);
     setWindowFlags(Qt::Widget);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -67,10 +94,10 @@ void SavePanel::accept()
     const QStringList files = selectedFiles();
     if (files.isEmpty())
         return;
-    const QFileInfo file(files.first());
-    if (file.isDir())
-        setDirectory(file.filePath());
-    else if (!QFileInfo(file.path()).isDir())
+    if (QFileInfo(files.first()).isDir())
+        return setDirectory(files.first());
+    const QFileInfo file(withExtension(files.first()));
+    if (!QFileInfo(file.path()).isDir())
         ask(question("%1\nDirectory not found.\nPlease verify the correct directory name was given.",
                      file.path()),
             QString());

@@ -17,6 +17,8 @@ public:
 
     void drag(QPointF to);
 
+    void cancel() { m_drag = None{}; }
+
     // Returns true when a new selection came out of it. One too small to be
     // meant is dropped.
     bool release();

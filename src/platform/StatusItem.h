@@ -8,7 +8,7 @@ public:
     virtual ~StatusItem() = default;
 
     // Shows the icon as soon as there is a place for it, now or later; its
-    // clicks open the menu, which must outlive the item. Where there never is a
+    // clicks open the menu, for as long as that exists. Where there never is a
     // place, nothing shows and nothing is said.
     virtual void show(QMenu &menu) = 0;
 };

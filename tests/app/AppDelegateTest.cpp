@@ -102,6 +102,17 @@ private slots:
         QCOMPARE(desktop->opened, QList{QUrl("https://vellumora.example/en/")});
     }
 
+    void theShortcutsInTheMenuWorkWhileItIsOpen()
+    {
+        launch();
+        tray->menu->popup({10, 10});
+        QTest::keyClick(tray->menu, Qt::Key_Comma, Qt::ControlModifier);
+        QVERIFY(!tray->menu->isVisible());
+        QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget *widget) {
+            return widget->isVisible() && widget->windowTitle() == "Vellumora Settings";
+        }));
+    }
+
     void theSavedShortcutIsTakenAndLogged()
     {
         Prefs::setShortcut({96, Shortcut::option});

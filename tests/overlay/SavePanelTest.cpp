@@ -10,10 +10,13 @@
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
+#include <QFileSystemModel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
+
+#include <sys/stat.h>
 
 // Saving, from the key to the file.
 class SavePanelTest : public QObject {
@@ -76,6 +79,29 @@ private slots:
         QCOMPARE(saved.pixel(0, 0), view->shot().image.pixel(100, 500));
     }
 
+    void whateverTheNameItIsAPng()
+    {
+        saveAs(home.path("foto v1.2"));
+        QVERIFY(QFile::exists(home.path("foto v1.2.png")));
+        init();
+        saveAs(home.path("FOTO.PNG"));
+        QVERIFY(QFile::exists(home.path("FOTO.PNG")));
+    }
+
+    // Reading may wait for ever: for another program, or for a server that is gone.
+    void listingAFolderOpensNoFile()
+    {
+        const QString pipe = home.path("pipe");
+        QVERIFY(mkfifo(qPrintable(pipe), 0600) == 0);
+        QVERIFY(QFile(home.path("notes")).open(QIODevice::WriteOnly));
+        askToSave();
+        panel()->setDirectory(home.path());
+        const auto *files = panel()->findChild<QFileSystemModel *>();
+        QTRY_VERIFY(files->index(home.path("notes")).isValid());
+        QCOMPARE(files->type(files->index(home.path("notes"))), QString());
+        QFile::remove(pipe);
+    }
+
     void theLastFolderIsRemembered()
     {
         QVERIFY(QDir(home.path()).mkpath("shots"));
@@ -136,6 +162,9 @@ private slots:
         saveAs("/proc/shot.png");
         QCOMPARE(session.finished, 1);
         QVERIFY(home.log().contains("guardado /proc/shot.png -> FALLO"));
+        init();
+        askToSave();
+        QVERIFY(panel()->directory().path() != "/proc"); // where nothing can be saved
     }
 };
 

@@ -122,7 +122,7 @@ class WithOpenbox(MainJob, SystemTest):
 
     def test_printing_after_the_overlays_have_gone(self):
         desktop = self.desktop
-        desktop.witness((0, 0, 3520, 900))
+        _, window = desktop.witness((0, 0, 3520, 900))
         desktop.start()
         screen = desktop.screenshot()
         desktop.xdotool("mousemove", 2120, 100)
@@ -134,6 +134,7 @@ class WithOpenbox(MainJob, SystemTest):
         wait_for(lambda: desktop.focus() == int(dialog), "the focus of the dialog")
         desktop.key("Return")
         paper = desktop.home / "Vellumora.pdf"
+        wait_for(lambda: desktop.focus() == window, "the focus of the witness again")
         wait_for(lambda: paper.exists() and paper.read_bytes().rstrip().endswith(b"%%EOF"), "the paper")
         subprocess.run(["pdfimages", "-png", str(paper), str(desktop.folder / "paper")], check=True)
         self.assert_same_pixels(desktop.pixels_of(desktop.folder / "paper-000.png"),

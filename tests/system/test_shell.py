@@ -121,6 +121,10 @@ class TrayOnX11(SystemTest):
         desktop.key("Escape")
         desktop.wait_until_over()
         self.assertEqual(self.icon(), place)  # the capture has left it alone
+        self.open_menu(place)
+        desktop.press_shortcut()  # the menu holds the keyboard, but it is ours
+        desktop.key("Escape")
+        desktop.wait_until_over()
 
     def test_an_open_menu_is_not_in_the_picture(self):
         desktop = self.desktop

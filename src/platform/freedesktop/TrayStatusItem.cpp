@@ -50,7 +50,7 @@ void TrayStatusItem::showWhereHosted()
     m_icon->setToolTip(QStringLiteral("Vellumora"));
     m_icon->setContextMenu(m_menu);
     connect(&*m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
+        if (reason == QSystemTrayIcon::Trigger && m_menu)
             m_menu->popup(QCursor::pos());
     });
     followPanel();

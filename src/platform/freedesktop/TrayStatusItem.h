@@ -3,7 +3,9 @@
 #include "platform/StatusItem.h"
 #include "platform/freedesktop/TrayHost.h"
 
+#include <QMenu>
 #include <QObject>
+#include <QPointer>
 #include <QSystemTrayIcon>
 
 #include <memory>
@@ -32,6 +34,6 @@ private:
 
     std::vector<std::unique_ptr<TrayHost>> m_hosts;
     std::shared_ptr<const SettingsPortal> m_settings;
-    QMenu *m_menu = nullptr;
+    QPointer<QMenu> m_menu;
     std::optional<QSystemTrayIcon> m_icon; // absent until a tray is there
 };

@@ -4,8 +4,10 @@
 #include "platform/x11/Keyboard.h"
 #include "platform/x11/Xcb.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QTimer>
+
+#include <algorithm>
 
 X11HotKeys::X11HotKeys() { QCoreApplication::instance()->installNativeEventFilter(this); }
 
@@ -45,6 +47,15 @@ void X11HotKeys::unregisterShortcut()
     m_keyCode = 0;
 }
 
+// An open menu of this program holds the whole keyboard, and the server then
+// knows no shortcuts.
+bool X11HotKeys::isPressedInOwnMenu(const xcb_key_press_event_t &key) const
+{
+    constexpr unsigned buttonsFrom = 0x100;
+    const auto modifiers = static_cast<std::uint16_t>(key.state % buttonsFrom);
+    return QApplication::activePopupWidget() && std::ranges::find(m_masks, modifiers) != m_masks.end();
+}
+
 bool X11HotKeys::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
     if (m_keyCode == 0 || eventType != "xcb_generic_event_t")
@@ -54,7 +65,7 @@ bool X11HotKeys::nativeEventFilter(const QByteArray &eventType, void *message, q
     if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
         return false;
     const auto &key = *static_cast<xcb_key_press_event_t *>(message);
-    if (key.event != Xcb::root() || key.detail != m_keyCode)
+    if (key.detail != m_keyCode || !(key.event == Xcb::root() || isPressedInOwnMenu(key)))
         return false;
     if (type == XCB_KEY_RELEASE)
         m_lastRelease = key.time;

@@ -4,6 +4,8 @@
 
 #include <QAbstractNativeEventFilter>
 
+#include <xcb/xcb.h>
+
 #include <vector>
 
 // Grabs the key on the root window, once for every state of the lock keys.
@@ -18,6 +20,8 @@ public:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
+    [[nodiscard]] bool isPressedInOwnMenu(const xcb_key_press_event_t &key) const;
+
     std::uint8_t m_keyCode = 0;         // 0 while nothing is registered
     std::vector<std::uint16_t> m_masks; // those that were granted
     std::uint32_t m_lastRelease = 0;    // server time, milliseconds
