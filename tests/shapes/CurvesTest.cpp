@@ -47,6 +47,7 @@ private slots:
         QVERIFY(!ellipseFit(ring(Strokes::ellipse(3, 3))));
         QVERIFY(!ellipseFit(ring(Strokes::ellipse(60, 3.9))));
         QVERIFY(ellipseFit(ring(Strokes::ellipse(60, 4.4))));
+        QVERIFY(!ellipseFit(ring(Strokes::closed({{60, 0}, {0, 4.5}, {-60, 0}, {0, -4.5}})))); // on average
     }
 
     void circlesGoThroughTheirPoints()

@@ -141,7 +141,18 @@ private slots:
             const Points arm = Strokes::along({{30, 0}, {110, 90}}, 4);
             drawn.insert(drawn.end(), arm.begin() + 1, arm.end());
             QCOMPARE(check(drawn, 140, true).has_value(), steps == 3);
+
+            drawn = Strokes::along({{0, 40}, {30, 0}}, 4);
+            const Points coarse = Strokes::along({{30, 0}, {110, 90}}, 120.0 / steps);
+            drawn.insert(drawn.end(), coarse.begin() + 1, coarse.end());
+            QCOMPARE(check(drawn, 140, true).has_value(), steps == 3);
         }
+    }
+
+    void theArmsMeetInTheFirstOfEquallyLowPoints()
+    {
+        const Points flat = Strokes::along({{0, 40}, {30, 0}, {36, 0}, {110, 90}}, 2);
+        QCOMPARE(check(flat, 140, true).value().points[1], (Point{30, 0}));
     }
 };
 

@@ -49,6 +49,13 @@ private slots:
         QCOMPARE(starOf(Strokes::star(100, 40)).value().points.size(), 11U);
     }
 
+    void aPentagramIsDrawnFromTipToTipAcross()
+    {
+        const Points tips = starOf(Strokes::star(100, 0)).value().points;
+        QVERIFY(Strokes::gap(tips[0], tips[1]) > 170); // tips side by side are 118 apart
+        QVERIFY(Strokes::gap(tips[1], tips[2]) > 170);
+    }
+
     void starsStandUprightWhenNearlySo_data()
     {
         QTest::addColumn<double>("inner");
@@ -95,6 +102,8 @@ private slots:
         QTest::newRow("gap too wide") << starWithGap(108) << false;
         QTest::newRow("sharp tips") << Strokes::scaled(Strokes::star(60, 0), 2.4, 1) << true;
         QTest::newRow("a blunt tip") << Strokes::scaled(Strokes::star(60, 0), 3, 1) << false;
+        QTest::newRow("sharp tips without crossings")
+            << Strokes::closed({{0, 0}, {100, 0}, {70, 52}, {50, 17.3}, {30, 52}}) << false;
         QTest::newRow("a circle") << Strokes::ellipse(80, 80) << false;
     }
 

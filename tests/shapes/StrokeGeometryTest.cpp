@@ -109,6 +109,16 @@ private slots:
         QVERIFY(turningAngle(square, 8 - 4) < Strokes::radians(1));
     }
 
+    void ofTwoTurnsFourPointsApartTheSharperIsTheCorner()
+    {
+        Points points = Strokes::along({{-20, 0}, {0, 0}, {0, 4}}, 1);
+        for (int i = 1; i <= 20; ++i)
+            points.push_back({i * std::cos(Strokes::radians(28)), 4 + i * std::sin(Strokes::radians(28))});
+        const Corners corners = findCorners(points);
+        QCOMPARE(std::ranges::count(corners, 20U), 1);
+        QCOMPARE(std::ranges::count(corners, 24U), 0); // 62 degrees
+    }
+
     void theFirstOfEqualPeaksCounts()
     {
         const std::vector<double> values{1, 5, 5, 1, 0, 0, 0};
