@@ -15,7 +15,7 @@ constexpr double smallestDiagonal = 16; // points
 constexpr std::size_t fewestPoints = 5;
 
 // A stroke is closed when its ends are near each other and the way between them
-// was long; the wider the gap, the longer the way. All of the diagonal.
+// was long; the wider the gap, the longer the way. Both as shares of the diagonal.
 struct Closing {
     double gap;
     double length;
