@@ -8,6 +8,7 @@ namespace Defaults {
 
 inline constexpr QStringView shortcutKey = u"shortcut";
 inline constexpr QStringView lastFolderKey = u"ultimaCarpeta";
+inline constexpr QStringView recentColorsKey = u"coloresRecientes";
 
 // Invalid when nothing is stored.
 [[nodiscard]] QVariant value(QStringView key);

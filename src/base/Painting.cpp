@@ -53,13 +53,20 @@ QSizeF sizeOf(const Label &label)
 void drawText(QPainter &painter, QPointF lowerLeft, const Label &label)
 {
     const Saved saved(painter);
-    const QFontMetricsF metrics(label.font);
     painter.translate(lowerLeft);
     painter.scale(1, -1); // glyphs would stand on their heads
+    drawTextDownwards(painter, {0, -QFontMetricsF(label.font).height()}, label);
+}
+
+void drawTextDownwards(QPainter &painter, QPointF upperLeft, const Label &label)
+{
+    const Saved saved(painter);
+    const QFontMetricsF metrics(label.font);
+    const double baseline = upperLeft.y() + metrics.height() - metrics.descent();
     painter.setFont(label.font);
     painter.setPen(label.color);
     layOut(label, metrics, [&](const QString &piece, double x) {
-        painter.drawText(QPointF{x, -metrics.descent()}, piece);
+        painter.drawText(QPointF{upperLeft.x() + x, baseline}, piece);
     });
 }
 

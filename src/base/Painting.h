@@ -35,6 +35,8 @@ struct Label {
 [[nodiscard]] QSizeF sizeOf(const Label &label);
 // Upright, with the lower left corner of its line box at the given point.
 void drawText(QPainter &painter, QPointF lowerLeft, const Label &label);
+// The same in a widget's own space, whose y grows downwards.
+void drawTextDownwards(QPainter &painter, QPointF upperLeft, const Label &label);
 
 // A rounded rectangle, with a border of one point inside its edge when the
 // border's colour is valid.
