@@ -1,0 +1,55 @@
+#pragma once
+
+#include "toolbar/BarLayout.h"
+
+#include <QList>
+#include <QWidget>
+
+class BarButton;
+class BarEffect;
+
+// The dark, floating panel that holds buttons in a row or a column and is just
+// as large as they need. Its owner says where it is.
+class Bar final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Bar(Qt::Orientation orientation, QWidget *parent = nullptr);
+
+    // The bar owns what is added to it. A view that is no button gets the size
+    // of one; a decoration covers the whole bar.
+    void addButton(BarButton *button);
+    void addView(QWidget *view);
+    void addSeparator();
+    void addDecoration(QWidget *decoration);
+    [[nodiscard]] const QList<BarButton *> &buttons() const { return m_buttons; }
+
+    // Places all that was added and sizes the bar.
+    void layoutButtons();
+
+    // Of the whole bar with its shadow.
+    [[nodiscard]] double alpha() const;
+    void setAlpha(double alpha);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    // A click beside the buttons must not reach the editor beneath.
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+
+private:
+    struct Entry {
+        BarLayout::Kind kind;
+        QWidget *widget = nullptr; // separators are only painted
+        BarButton *button = nullptr;
+    };
+    void add(const Entry &entry);
+
+    const Qt::Orientation m_orientation;
+    QList<Entry> m_entries;
+    QList<BarButton *> m_buttons;
+    QList<QRectF> m_separators;
+    BarEffect *m_effect;
+};

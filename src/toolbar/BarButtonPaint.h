@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QColor>
+#include <QRectF>
+#include <QString>
+
+#include <optional>
+
+class QPainter;
+
+// What a button of a bar shows.
+struct BarButtonState {
+    QString symbol;
+    bool isActive = false;             // stands for the tool in use
+    bool isPrimary = false;            // the main action, on a gradient
+    std::optional<QColor> swatch;      // a dot of this colour instead of the symbol
+    std::optional<QString> widthLabel; // beside the swatch, such as "3 px"
+    std::optional<QString> label;      // beside the symbol of a primary button
+    std::optional<QString> keyHint;    // in a capsule behind the label, such as "⌘C"
+    std::optional<QColor> dotColor;    // marks an active button
+    bool hovering = false;
+    bool pressed = false;
+};
+
+// How a button looks, as functions of its state. Points, y downwards.
+namespace BarButtonPaint {
+
+// The fill that the state asks for; all fills are white, so fading from one to
+// another only changes how opaque it is.
+[[nodiscard]] QColor fill(const BarButtonState &state);
+[[nodiscard]] QColor tint(const BarButtonState &state);
+[[nodiscard]] double preferredWidth(const BarButtonState &state);
+
+// The background has its own colour, since it may be on its way to fill().
+void draw(QPainter &painter, const QRectF &bounds, const BarButtonState &state, const QColor &background);
+
+} // namespace BarButtonPaint

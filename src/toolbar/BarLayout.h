@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <QRectF>
+
+// Where the pieces of a bar lie, in points from its top left corner. Everything
+// in it is as far from the top as from the bottom, so it counts either way.
+namespace BarLayout {
+
+enum class Kind {
+    button,
+    separator,
+    decoration, // covers the whole bar and takes no room
+};
+
+struct Item {
+    Kind kind;
+    double width = 32; // of a button in a horizontal bar; a vertical one makes it square
+};
+
+struct Frames {
+    QList<QRectF> items; // in the order of the items
+    QSizeF size;         // of the bar
+};
+
+[[nodiscard]] Frames layOut(Qt::Orientation orientation, const QList<Item> &items);
+
+// The highlight along the top.
+[[nodiscard]] QRectF edge(QSizeF bar);
+
+} // namespace BarLayout
