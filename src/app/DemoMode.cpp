@@ -3,6 +3,7 @@
 #include "overlay/OverlaySession.h"
 #include "overlay/OverlayView.h"
 
+#include <QBackingStore>
 #include <QCoreApplication>
 #include <QDir>
 #include <QImageReader>
@@ -68,10 +69,12 @@ public:
 
     void add(const QString &name, OverlayView &view)
     {
-        QImage picture(view.shot().image.size(), QImage::Format_RGB32);
-        picture.setDevicePixelRatio(view.shot().scale);
-        view.render(&picture);
-        add(name, picture);
+        // As it is on the screen: the toolkit's own way of painting a window into a
+        // picture leaves out what has a shadow.
+        view.update();
+        QCoreApplication::processEvents();
+        const auto *screen = dynamic_cast<QImage *>(view.backingStore()->paintDevice());
+        add(name, screen ? *screen : QImage());
     }
 
     [[nodiscard]] bool complete() const { return m_complete; }
@@ -86,6 +89,7 @@ bool play(const QImage &screen, const QString &folder, Desktop &desktop)
 {
     DemoSession session;
     OverlayView view({nullptr, screen, 1, QSizeF(screen.size())}, session, desktop);
+    view.show();
     Album album(folder);
     Hand hand(view);
     album.add(QStringLiteral("hint"), view);

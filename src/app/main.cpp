@@ -47,15 +47,15 @@ std::optional<int> answeredAtOnce(const CommandLine &line)
 
 bool displayReady(const CommandLine &line)
 {
-    const auto problem = prepareDisplay();
-    if (!problem)
-        return true;
     if (line.demo) {
+        // The same pictures on every machine, and nothing comes up on its screens.
         prepareOffscreen();
         return true;
     }
-    say(stderr, QStringLiteral("vellumora: ") + *problem);
-    return false;
+    const auto problem = prepareDisplay();
+    if (problem)
+        say(stderr, QStringLiteral("vellumora: ") + *problem);
+    return !problem;
 }
 
 // The toolkit's own dialogs in the language of the rest.

@@ -11,6 +11,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 using Painting::Label;
@@ -23,6 +25,8 @@ constexpr double hintFontSize = 13;
 constexpr double hintRadius = 8;
 constexpr double brandMargin = 16; // from the corner of the screen
 constexpr double brandKern = 2.2;
+constexpr double dashLength = 4; // points
+constexpr double gapLength = 3;
 constexpr double antialiasing = 1; // what a soft edge may spill over
 
 const QColor outlineColor = QColor::fromRgbF(0, 0, 0, 0.35F);
@@ -35,14 +39,38 @@ void drawOutline(QPainter &painter, const QRectF &selection)
     painter.drawRect(grown(selection, -0.5));
 }
 
+// The dashes of one edge, as lines; travelled is how far round the frame it
+// begins, so that the pattern goes on round the corners.
+void addDashes(QList<QLineF> &dashes, QPointF from, QPointF to, double travelled)
+{
+    const double length = QLineF(from, to).length();
+    const QPointF unit = (to - from) / std::max(length, 1.0);
+    double at = -std::fmod(travelled, dashLength + gapLength);
+    for (; at < length; at += dashLength + gapLength) {
+        const double begin = std::max(at, 0.0);
+        const double end = std::min(at + dashLength, length);
+        if (end > begin)
+            dashes.append({from + unit * begin, from + unit * end});
+    }
+}
+
+// Dash by dash: the toolkit's dashed pen shifts its pattern with the part of the
+// screen that is repainted.
 void drawDashedFrame(QPainter &painter, const QRectF &selection)
 {
+    const QRectF frame = grown(selection, 0.5);
+    const std::array corners{QPointF{minX(frame), minY(frame)}, QPointF{maxX(frame), minY(frame)},
+                             QPointF{maxX(frame), maxY(frame)}, QPointF{minX(frame), maxY(frame)}};
+    QList<QLineF> dashes;
+    double travelled = 0;
+    for (size_t i = 0; i < corners.size(); ++i) {
+        const QPointF next = corners[(i + 1) % corners.size()];
+        addDashes(dashes, corners[i], next, travelled);
+        travelled += QLineF(corners[i], next).length();
+    }
     const Saved saved(painter);
-    QPen pen(Theme::selectionBorder, 1, Qt::SolidLine, Qt::FlatCap);
-    pen.setDashPattern({4, 3});
-    painter.setPen(pen);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(grown(selection, 0.5));
+    painter.setPen(QPen(Theme::selectionBorder, 1, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLines(dashes);
 }
 
 void drawHandles(QPainter &painter, const Chrome::Scene &scene)

@@ -46,6 +46,10 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
         if (onRest)
             onRest(at);
     };
+    m_bars.onTool = [this](Tool tool) { toggleTool(tool); };
+    m_bars.onCommand = [this](Command command) { run(command); };
+    m_bars.onColor = [this](const QColor &color) { setColor(color); };
+    m_bars.followState(); // the colour has been chosen meanwhile
     m_output.onCopied = [this] { copied(); };
     m_output.onSaved = [this] { m_session.finish(); };
     resize(m_shot.pointSize.toSize());
@@ -128,6 +132,7 @@ void OverlayView::toggleTool(Tool tool)
 {
     m_text.commitText();
     m_state.tool = m_state.tool == tool ? std::nullopt : std::optional(tool);
+    m_bars.followState();
     followPointer();
 }
 
@@ -135,17 +140,20 @@ void OverlayView::setColor(const QColor &color)
 {
     m_state.color = color;
     m_text.followState();
+    m_bars.followState();
 }
 
 void OverlayView::setLineWidth(double width)
 {
     m_state.lineWidth = width;
     m_text.followState();
+    m_bars.followState();
 }
 
 void OverlayView::discardSelection()
 {
     m_output.closePanel();
+    m_bars.closePalette();
     m_text.discard();
     m_drawing.discard();
     m_selectionDrag.cancel();
@@ -191,6 +199,7 @@ void OverlayView::refresh()
     update(m_paintedChrome + chrome + (marksMoved ? before + now : before.xored(now)));
     m_paintedChrome = chrome;
     m_paintedSelection = m_state.selection;
+    m_bars.placeBars();
 }
 
 void OverlayView::paintEvent(QPaintEvent *event)
@@ -201,7 +210,7 @@ void OverlayView::paintEvent(QPaintEvent *event)
     if (m_state.selection)
         drawMarks(painter, event->region());
     Chrome::draw(painter, scene());
-    if (m_state.selection && !m_widthHint.hasExpired())
+    if (m_bars.barShows() && !m_widthHint.hasExpired())
         WidthPreview::draw(painter, m_state, m_hintPoint);
     if (const auto at = m_eyedropper.pickPoint())
         Loupe::draw(painter, m_shot, *at);

@@ -10,6 +10,7 @@
 #include "overlay/Output.h"
 #include "overlay/SelectionDrag.h"
 #include "overlay/TextEditing.h"
+#include "overlay/ToolBars.h"
 #include "overlay/WheelSteps.h"
 
 #include <QDeadlineTimer>
@@ -109,6 +110,7 @@ private:
     TextEditing m_text{*this, m_space, m_state};
     Eyedropper m_eyedropper;
     WheelSteps m_wheel;
+    ToolBars m_bars{*this, m_space, m_state};
     Output m_output;
     QPointF m_pointer;             // where it was last
     QDeadlineTimer m_copied{0};    // until when the feedback shows

@@ -9,6 +9,7 @@
 #include "overlay/SelectionGeometry.h"
 #include "overlay/WidthPreview.h"
 #include "platform/Desktop.h"
+#include "toolbar/RecentColors.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -48,6 +49,7 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
     const QPointF at = m_pointer = pointOf(*event);
     if (m_eyedropper.picking())
         return takeColor(at);
+    m_bars.closePalette();
     if (m_drawing.active())
         return;
     if (!m_state.selection)
@@ -85,6 +87,7 @@ void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
     const Annotation &mark = *m_state.current;
     const bool freehand = isFreehand(mark.tool);
     const QRegion before = freehand ? QRegion() : MarkFootprint::of(mark, m_space);
+    m_bars.fadeBar(SelectionGeometry::clamped(to, *m_state.selection));
     m_drawing.extend(to, modifiers.testFlag(Qt::ShiftModifier));
     update(before + (freehand ? MarkFootprint::ofLastStep(mark, m_space) : MarkFootprint::of(mark, m_space)));
 }
@@ -138,6 +141,7 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
         finishDrawing();
     else if (m_selectionDrag.release())
         pulse(Pulse::gentle);
+    m_bars.fadeBar(std::nullopt);
     m_pointer = pointOf(*event);
     followPointer();
     refresh();
@@ -151,6 +155,7 @@ void OverlayView::enterEvent(QEnterEvent *event)
 
 void OverlayView::startPicking()
 {
+    m_bars.closePalette();
     m_text.commitText();
     m_eyedropper.startPicking(m_pointer);
     touch(Loupe::area(m_pointer));
@@ -166,8 +171,10 @@ void OverlayView::moveLoupe(QPointF to)
 
 void OverlayView::takeColor(QPointF at)
 {
-    if (const auto color = ScreenPixels::pixelColor(m_shot, at))
+    if (const auto color = ScreenPixels::pixelColor(m_shot, at)) {
         setColor(*color);
+        RecentColors::add(*color);
+    }
     stopPicking();
 }
 

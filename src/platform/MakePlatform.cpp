@@ -94,4 +94,7 @@ void prepareOffscreen()
 {
     prepareEnvironment();
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The scale of a screen that is not used.
+    qunsetenv("QT_SCALE_FACTOR");
+    qunsetenv("QT_SCREEN_SCALE_FACTORS");
 }

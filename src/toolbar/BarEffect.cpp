@@ -65,10 +65,7 @@ void BarEffect::draw(QPainter *painter)
     painter->setOpacity(m_alpha);
     painter->drawImage(bar.topLeft() + QPointF{-reach, fall - reach},
                        shadow(bar.size(), painter->device()->devicePixelRatioF()));
-    if (m_alpha == 1) {
-        drawSource(painter);
-        return;
-    }
+    // Kept while the bar only moves, so that following the selection is cheap.
     QPoint offset;
     const QPixmap whole = sourcePixmap(Qt::LogicalCoordinates, &offset, NoPad);
     painter->drawPixmap(offset, whole);

@@ -6,14 +6,38 @@
 #include "fakes/RecordingSession.h"
 #include "support/Mouse.h"
 #include "support/Pictures.h"
+#include "toolbar/Bar.h"
 
 #include <QBackingStore>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QScreen>
 #include <QTest>
 #include <QWheelEvent>
 
 #include <cstring>
+
+// The toolkit rounds a translucent fill in more than one way.
+inline bool alike(QRgb a, QRgb b)
+{
+    const auto near = [](int x, int y) { return std::abs(x - y) <= 2; };
+    return near(qRed(a), qRed(b)) && near(qGreen(a), qGreen(b)) && near(qBlue(a), qBlue(b));
+}
+
+inline int differing(const QImage &a, const QImage &b)
+{
+    if (a.size() != b.size())
+        return -1;
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        if (a.format() == b.format()
+            && std::memcmp(a.constScanLine(y), b.constScanLine(y), size_t(a.width()) * 4) == 0)
+            continue;
+        for (int x = 0; x < a.width(); ++x)
+            count += !alike(a.pixel(x, y), b.pixel(x, y));
+    }
+    return count;
+}
 
 // The editor on one of the screens of the offscreen platform, with a mouse.
 struct Editor {
@@ -38,14 +62,24 @@ struct Editor {
     {
         QTest::qWait(0);
         const auto *pixels = dynamic_cast<QImage *>(view->backingStore()->paintDevice());
-        return pixels ? pixels->convertToFormat(QImage::Format_RGB32) : QImage();
+        return pixels ? pixels->convertToFormat(QImage::Format_RGB32).copy() : QImage();
     }
     [[nodiscard]] QImage repainted() const
     {
-        QImage image(shot.image.size(), QImage::Format_RGB32);
-        image.setDevicePixelRatio(shot.scale);
-        view->render(&image);
-        return image;
+        view->update();
+        return shown();
+    }
+
+    // How many pixels on the screen a whole repaint would change. The bar, whose
+    // buttons fade by themselves, does not count.
+    [[nodiscard]] int stale() const
+    {
+        QImage now = shown();
+        QImage then = repainted();
+        for (QImage *image : {&now, &then})
+            for (const auto *bar : view->findChildren<Bar *>())
+                QPainter(image).fillRect(bar->geometry().adjusted(-2, -2, 2, 2), Qt::black);
+        return differing(now, then);
     }
 
     void draw(Tool tool, QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
@@ -71,25 +105,3 @@ struct Editor {
     std::unique_ptr<OverlayView> view;
     std::optional<Mouse> mouse;
 };
-
-// The toolkit rounds a translucent fill in more than one way.
-inline bool alike(QRgb a, QRgb b)
-{
-    const auto near = [](int x, int y) { return std::abs(x - y) <= 2; };
-    return near(qRed(a), qRed(b)) && near(qGreen(a), qGreen(b)) && near(qBlue(a), qBlue(b));
-}
-
-inline int differing(const QImage &a, const QImage &b)
-{
-    if (a.size() != b.size())
-        return -1;
-    int count = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        if (a.format() == b.format()
-            && std::memcmp(a.constScanLine(y), b.constScanLine(y), size_t(a.width()) * 4) == 0)
-            continue;
-        for (int x = 0; x < a.width(); ++x)
-            count += !alike(a.pixel(x, y), b.pixel(x, y));
-    }
-    return count;
-}

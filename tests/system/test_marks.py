@@ -15,14 +15,15 @@ class Marks(SystemTest):
         self.desktop.press_shortcut()
 
     def copied(self, area):
-        """The picture on the clipboard and what the screen showed just before, both without the frame and its handles."""
+        """The picture on the clipboard and what the screen showed just before, both without the frame and its handles and
+        without the lower edge, on which the shadow of the bar falls."""
         desktop = self.desktop
         screen = desktop.screenshot()
         desktop.key("ctrl+c")
         wait_for(lambda: f"copiado {area[2]}x{area[3]} " in desktop.log(), "the copy")
         desktop.wait_until_over()
-        margin = 24
-        width, height = area[2] - 2 * margin, area[3] - 2 * margin
+        margin, shadow = 24, 130
+        width, height = area[2] - 2 * margin, area[3] - margin - shadow
         return (desktop.pixels_of(desktop.clipboard("png"), (margin, margin, width, height)),
                 desktop.pixels_of(screen, (area[0] + margin, area[1] + margin, width, height)))
 
@@ -44,7 +45,7 @@ class Marks(SystemTest):
         desktop.key("t")
         got, seen = self.copied(area)
         self.assert_same_pixels(got, seen)
-        self.assertNotEqual(got, desktop.pixels_of(plain, (124, 124, 1152, 752)))
+        self.assertNotEqual(got, desktop.pixels_of(plain, (124, 124, 1152, 646)))
 
     def test_shift_undo_and_the_text_that_is_still_open(self):
         desktop = self.desktop
