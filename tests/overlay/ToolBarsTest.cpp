@@ -8,6 +8,8 @@
 #include "toolbar/RecentColors.h"
 #include "toolbar/Theme.h"
 
+#include <QAccessible>
+
 // The bar of the real editor, and what its buttons do.
 class ToolBarsTest : public QObject {
     Q_OBJECT
@@ -42,6 +44,9 @@ private slots:
         for (const BarButton *each : bar(editor)->buttons()) {
             tips.append(each->toolTip());
             QCOMPARE(each->focusPolicy(), Qt::NoFocus); // the keys stay with the editor
+            auto *spoken = QAccessible::queryAccessibleInterface(const_cast<BarButton *>(each));
+            QVERIFY(spoken && spoken->role() == QAccessible::Button);
+            QVERIFY(each->toolTip().startsWith(spoken->text(QAccessible::Name)));
         }
         QCOMPARE(tips, (QStringList{"Pencil  P", "Line  L", "Arrow  A", "Rectangle  R", "Ellipse  E",
                                     "Highlighter  M", "Text  T", "Pixelate  X",

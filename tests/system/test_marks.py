@@ -70,6 +70,39 @@ class Marks(SystemTest):
         self.assertNotEqual(got[at(2340, 250):][:3], red)
         self.assertIn(red, [got[at(x, 245):][:3] for x in range(2200, 2260)])  # inside a letter
 
+    def test_the_bar_does_it_with_the_mouse(self):
+        desktop = self.desktop
+        area = (2000, 100, 800, 300)
+        self.start_on(2000, 100)
+        desktop.drag((2000, 100), (2800, 400))
+        # The bar is centred 12 points below; its buttons are 32 points wide, 34 apart.
+        bar = (2400 - 638 // 2, 412)
+        click = lambda x, y: desktop.xdotool("mousemove", x, y, "click", 1)
+        for i in range(8):
+            cell = (2030 + 95 * i, 150, 60, 60)
+            before = desktop.pixels(cell)
+            click(bar[0] + 21 + 34 * i, bar[1] + 21)
+            if i == 6:
+                click(cell[0] + 5, cell[1] + 40)
+                desktop.type("Ag")
+                desktop.key("Return")
+            else:
+                desktop.drag((cell[0] + 5, cell[1] + 5), (cell[0] + 55, cell[1] + 50))
+            wait_for(lambda: desktop.pixels(cell) != before, f"the mark of tool {i}")
+        below = (bar[0] + 250, bar[1] + 60, 100, 60)
+        closed = desktop.pixels(below)
+        for state in ("open", "closed"):
+            click(bar[0] + 306, bar[1] + 21)
+            wait_for(lambda: (desktop.pixels(below) != closed) == (state == "open"), f"the palette to be {state}")
+        desktop.key("r", "i")
+        desktop.xdotool("mousemove", 3000, 700)
+        click(3001, 701)  # off the frozen screen, not its dimmed picture
+        desktop.drag((2300, 130), (2500, 230))
+        got, _ = self.copied(area)
+        margin = 24
+        at = 3 * ((180 - 100 - margin) * (800 - 2 * margin) + 2300 - 2000 - margin)
+        self.assertEqual(got[at:at + 3], desktop.pixels((3001, 701, 1, 1)))
+
     def test_accents_are_composed(self):
         desktop = self.desktop
         desktop.run("setxkbmap", "us", "-variant", "intl")
