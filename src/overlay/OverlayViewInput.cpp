@@ -34,10 +34,13 @@ std::uint32_t evdevCode(const QKeyEvent &event)
 } // namespace
 
 // The position in the scene is exact; the event's own position is rounded to
-// whole points, which is a pixel off on a dense screen.
+// whole points, which is a pixel off on a dense screen. Only when the pointer
+// comes off a button is the exact one missing.
 QPointF OverlayView::pointOf(const QSinglePointEvent &event) const
 {
-    return m_space.fromWidget(mapFrom(window(), event.scenePosition()));
+    const QPointF exact = mapFrom(window(), event.scenePosition());
+    const bool plausible = (exact - event.position()).manhattanLength() <= 2;
+    return m_space.fromWidget(plausible ? exact : event.position());
 }
 
 void OverlayView::mousePressEvent(QMouseEvent *event)
@@ -155,8 +158,10 @@ void OverlayView::enterEvent(QEnterEvent *event)
 
 void OverlayView::startPicking()
 {
-    m_bars.closePalette();
+    m_bars.hideBar(); // the loupe is above everything, and every pixel can be picked
     m_text.commitText();
+    if (underMouse()) // perhaps over a button, which keeps its moves to itself
+        m_pointer = m_space.fromWidget(QPointF(mapFromGlobal(QCursor::pos())));
     m_eyedropper.startPicking(m_pointer);
     touch(Loupe::area(m_pointer));
     followPointer();
@@ -182,6 +187,7 @@ void OverlayView::stopPicking()
 {
     touch(Loupe::area(*m_eyedropper.pickPoint()));
     m_eyedropper.stop();
+    m_bars.placeBars();
     followPointer();
 }
 

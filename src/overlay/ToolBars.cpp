@@ -104,6 +104,12 @@ void ToolBars::placeBars()
     placePalette();
 }
 
+void ToolBars::hideBar()
+{
+    closePalette();
+    m_bar->hide();
+}
+
 // A narrow screen has no room for words.
 void ToolBars::fitToWidth()
 {

@@ -30,6 +30,8 @@ public:
     // After every change of the selection: shows the bar where it belongs, or
     // hides it.
     void placeBars();
+    // Until it is placed again; what lies under it can be seen and clicked.
+    void hideBar();
     // Makes way for a pointer that comes near while drawing; absent when it has
     // gone.
     void fadeBar(std::optional<QPointF> near);

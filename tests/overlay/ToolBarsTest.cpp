@@ -134,7 +134,9 @@ private slots:
         click(button(editor, "Colour"));
         palette(editor)->onEyedropper();
         QVERIFY(!palette(editor));
+        QVERIFY(bar(editor)->isHidden()); // the loupe is above everything
         editor.mouse->drag({100, 100}, {100, 100});
+        QVERIFY(!bar(editor)->isHidden());
         QCOMPARE(RecentColors::colors().front(), editor.view->state().color);
     }
 
