@@ -5,6 +5,7 @@
 //   latency shortcut X Y X Y   from the key press to the dimming of both pixels
 //   latency drag X Y WIDTH     one step of a drag that ends WIDTH pixels further
 //   latency draw X Y WIDTH     the same for a rectangle drawn above 200 strokes
+//   latency loupe X Y WIDTH    the same for the eyedropper's loupe, at two pixels a point
 //
 // Prints the median and the 95th percentile in milliseconds.
 #include <xcb/xcb.h>
@@ -29,7 +30,7 @@ constexpr int steps = 40;
 constexpr auto patience = 5s;
 constexpr int strokes = 200;
 constexpr std::uint32_t markColour = 0xff3b30;
-constexpr std::uint8_t keyA = 38, keyP = 33, keyR = 27, keyX = 53;
+constexpr std::uint8_t keyA = 38, keyI = 31, keyP = 33, keyR = 27, keyX = 53;
 constexpr std::uint8_t keyControl = 37, keyEscape = 9, keyShift = 50, keySuper = 133;
 
 xcb_connection_t *connection = nullptr;
@@ -152,55 +153,76 @@ void scribble(Pixel from, int width)
     std::this_thread::sleep_for(500ms); // all of them are drawn
 }
 
-// The corner that follows the pointer brings its own colour.
-std::vector<double> timeDraw(Pixel from, int width)
+void selectAll()
 {
-    const std::uint32_t plain = freeze(from);
     fake(XCB_KEY_PRESS, keyControl);
     type(keyA);
     fake(XCB_KEY_RELEASE, keyControl);
-    scribble(from, width);
-    type(keyR);
-    moveTo(from);
-    button(true);
+}
+
+// Moves in steps and waits for the pixel that lies at an offset from the pointer
+// to change its colour.
+std::vector<double> timeMoves(Pixel from, int width, Pixel offset)
+{
     std::vector<double> times;
     for (int i = 1; i <= steps; ++i) {
         const int reach = 100 + (width - 100) * i / steps;
         const Pixel to{from.x + reach, from.y + reach / 2};
-        const std::uint32_t before = colour(to);
+        const Pixel watched{to.x + offset.x, to.y + offset.y};
+        const std::uint32_t before = colour(watched);
         if (before == markColour)
             continue; // a stroke is there already
         const auto start = Clock::now();
         moveTo(to);
-        times.push_back(waited(start, [&] { return colour(to) != before; }));
+        times.push_back(waited(start, [&] { return colour(watched) != before; }));
     }
-    button(false);
-    escape();
-    waited(Clock::now(), [&] { return colour(from) == plain; });
     return times;
 }
 
-// Watches a pixel a little inside the corner that is dragged: it brightens with
-// the step that uncovers it.
+void leave(Pixel watched, std::uint32_t plain, int escapes)
+{
+    for (int i = 0; i < escapes; ++i)
+        escape();
+    waited(Clock::now(), [&] { return colour(watched) == plain; });
+}
+
+// The corner that follows the pointer brings its own colour.
+std::vector<double> timeDraw(Pixel from, int width)
+{
+    const std::uint32_t plain = freeze(from);
+    selectAll();
+    scribble(from, width);
+    type(keyR);
+    moveTo(from);
+    button(true);
+    const auto times = timeMoves(from, width, {0, 0});
+    button(false);
+    leave(from, plain, 1);
+    return times;
+}
+
+// The ring of the glass is white.
+std::vector<double> timeLoupe(Pixel from, int width)
+{
+    const std::uint32_t plain = freeze(from);
+    selectAll();
+    moveTo(from);
+    type(keyI);
+    const auto times = timeMoves(from, width, {132, 0});
+    leave(from, plain, 2);
+    return times;
+}
+
+// Brightens with the step that uncovers it: a pixel a little inside the corner
+// that is dragged, less than a step, but clear of the handle.
 std::vector<double> timeDrag(Pixel from, int width)
 {
-    constexpr Pixel inside{24, 12}; // less than a step, but clear of the handle
     const std::uint32_t plain = freeze(from);
     moveTo(from);
     button(true);
-    std::vector<double> times;
-    for (int i = 1; i <= steps; ++i) {
-        const int reach = 100 + (width - 100) * i / steps;
-        const Pixel to{from.x + reach, from.y + reach / 2};
-        const Pixel watched{to.x - inside.x, to.y - inside.y};
-        const std::uint32_t dimmed = colour(watched);
-        const auto start = Clock::now();
-        moveTo(to);
-        times.push_back(waited(start, [&] { return colour(watched) != dimmed; }));
-    }
+    const auto times = timeMoves(from, width, {-24, -12});
     button(false);
-    escape();
-    waited(Clock::now(), [&] { return colour(from) == plain; });
+    leave(from, plain, 1);
     return times;
 }
 
@@ -222,6 +244,8 @@ int main(int argc, char **argv)
     const Pixel first{std::atoi(argv[2]), std::atoi(argv[3])};
     if (std::strcmp(argv[1], "draw") == 0)
         return report(timeDraw(first, std::atoi(argv[4])));
+    if (std::strcmp(argv[1], "loupe") == 0)
+        return report(timeLoupe(first, std::atoi(argv[4])));
     if (std::strcmp(argv[1], "drag") == 0)
         return report(timeDrag(first, std::atoi(argv[4])));
     return argc > 5 ? report(timeShortcut(first, {std::atoi(argv[4]), std::atoi(argv[5])})) : EXIT_FAILURE;
