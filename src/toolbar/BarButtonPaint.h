@@ -10,14 +10,14 @@ class QPainter;
 
 // What a button of a bar shows.
 struct BarButtonState {
-    QString symbol;
-    bool isActive = false;             // stands for the tool in use
-    bool isPrimary = false;            // the main action, on a gradient
-    std::optional<QColor> swatch;      // a dot of this colour instead of the symbol
-    std::optional<QString> widthLabel; // beside the swatch, such as "3 px"
-    std::optional<QString> label;      // beside the symbol of a primary button
-    std::optional<QString> keyHint;    // in a capsule behind the label, such as "⌘C"
-    std::optional<QColor> dotColor;    // marks an active button
+    QString symbol = {};
+    bool isActive = false;                  // stands for the tool in use
+    bool isPrimary = false;                 // the main action, on a gradient
+    std::optional<QColor> swatch = {};      // a dot of this colour instead of the symbol
+    std::optional<QString> widthLabel = {}; // beside the swatch, such as "3 px"
+    std::optional<QString> label = {};      // beside the symbol of a primary button
+    std::optional<QString> keyHint = {};    // in a capsule behind the label, such as "⌘C"
+    std::optional<QColor> dotColor = {};    // marks an active button
     bool hovering = false;
     bool pressed = false;
 };
