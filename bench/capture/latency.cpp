@@ -130,6 +130,7 @@ std::vector<double> timeShortcut(Pixel first, Pixel second)
 // Answers the pixel's colour from before.
 std::uint32_t freeze(Pixel watched)
 {
+    moveTo(watched); // the screen under the pointer gets the keys
     const std::uint32_t plain = colour(watched);
     shortcut();
     waited(Clock::now(), [&] { return colour(watched) != plain; });
@@ -181,8 +182,10 @@ std::vector<double> timeMoves(Pixel from, int width, Pixel offset)
 
 void leave(Pixel watched, std::uint32_t plain, int escapes)
 {
-    for (int i = 0; i < escapes; ++i)
+    for (int i = 0; i < escapes; ++i) {
         escape();
+        std::this_thread::sleep_for(50ms); // or two of them pass for one that is held
+    }
     waited(Clock::now(), [&] { return colour(watched) == plain; });
 }
 

@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr double blur = 20;        // points, the standard deviation
-constexpr double fall = 10;        // points downwards
-constexpr double reach = 3 * blur; // beyond, the shadow is invisible
+constexpr double blur = 20;          // points, the standard deviation
+constexpr double fall = 10;          // points downwards
+constexpr double reach = 2.5 * blur; // beyond, the shadow is less than one shade of 255
 constexpr double opacity = 0.55;
 
 // How much of a blurred bar of that length covers each pixel, along one axis. A
