@@ -155,6 +155,8 @@ void OverlayView::discardSelection()
     m_output.closePanel();
     m_bars.closePalette();
     m_text.discard();
+    if (m_drawing.active() && onPause)
+        onPause(false);
     m_drawing.discard();
     m_selectionDrag.cancel();
     if (m_eyedropper.picking())

@@ -7,14 +7,6 @@
 class OverlayPaintTest : public QObject {
     Q_OBJECT
 
-    static void scales()
-    {
-        QTest::addColumn<QString>("screen");
-        QTest::newRow("1x") << "B";
-        QTest::newRow("1.25x") << "C";
-        QTest::newRow("2x") << "A";
-    }
-
 private slots:
     // Every pixel that a step leaves stale shows up here.
     void whatIsRepaintedIsAllThatChanged_data() { scales(); }

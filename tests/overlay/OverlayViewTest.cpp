@@ -12,14 +12,6 @@ class OverlayViewTest : public QObject {
 
     TempHome home;
 
-    static void scales()
-    {
-        QTest::addColumn<QString>("screen");
-        QTest::newRow("1x") << "B";
-        QTest::newRow("1.25x") << "C";
-        QTest::newRow("2x") << "A";
-    }
-
 private slots:
     void aDragSelects_data() { scales(); }
     void aDragSelects()
@@ -170,6 +162,10 @@ private slots:
         editor.draw(Tool::line, {150, 150}, {200, 150});
         QCOMPARE(news,
                  (QStringList{"rest 150", "pause", "rest 154", "ended 4 0", "go on", "pause", "go on"}));
+        editor.view->toggleTool(Tool::line);
+        editor.mouse->press({150, 150});
+        editor.view->discardSelection(); // another screen has it now
+        QCOMPARE(news.mid(7), (QStringList{"pause", "go on"}));
     }
 
     void withoutASelectionSavingAndPrintingBeep()

@@ -39,6 +39,15 @@ inline int differing(const QImage &a, const QImage &b)
     return count;
 }
 
+// One row for every screen of the offscreen platform, by its scale.
+inline void scales()
+{
+    QTest::addColumn<QString>("screen");
+    QTest::newRow("1x") << "B";
+    QTest::newRow("1.25x") << "C";
+    QTest::newRow("2x") << "A";
+}
+
 // The editor on one of the screens of the offscreen platform, with a mouse.
 struct Editor {
     explicit Editor(const QString &screenName = "B")
