@@ -1,0 +1,48 @@
+#pragma once
+
+#include "halo/HaloTile.h"
+
+#include <QRect>
+#include <QRectF>
+#include <QRegion>
+
+#include <array>
+#include <vector>
+
+// The shape of the glow: strokes along the outline of a selection that fade away
+// softly, one upon the other, and a crisp line where the selection ends. Device
+// pixels, y downwards.
+class HaloBand {
+public:
+    struct Ring {
+        double width; // points
+        double alpha;
+    };
+
+    static constexpr std::array<Ring, 7> rings{
+        {{4, 0.8}, {10, 0.5}, {18, 0.32}, {28, 0.2}, {42, 0.12}, {60, 0.07}, {84, 0.04}}}; // innermost first
+    static constexpr double lineWidth = 2;                                                 // points
+
+    struct Shape {
+        QRectF selection = {};
+        QRect hole = {};    // what must not be tinted: every pixel of the selection
+        double scale = 1;   // pixels per point
+        double swell = 1;   // how much larger than at rest the soft glow is, about the middle
+        double opacity = 1; // of the soft glow
+
+        bool operator==(const Shape &) const = default;
+    };
+
+    explicit HaloBand(const Shape &shape);
+
+    [[nodiscard]] const Shape &shape() const { return m_shape; }
+    // What the glow may touch of a screen.
+    [[nodiscard]] QRegion area(const QRect &screen) const;
+    [[nodiscard]] HaloTile tile(const QRect &pixels) const;
+
+private:
+    Shape m_shape;
+    QRectF m_outline; // that the rings follow
+    double m_reach;   // how far from it they are seen
+    std::vector<float> m_falloff;
+};

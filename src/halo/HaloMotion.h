@@ -1,0 +1,47 @@
+#pragma once
+
+// A flash of the glow: gentle for a new selection, strong for a copy.
+enum class Pulse { gentle, strong };
+
+// What moves at the glow, as a function of time alone. Times are seconds on any
+// clock that never runs backwards.
+class HaloMotion {
+public:
+    static constexpr double restOpacity = 0.85;
+
+    // What a pulse makes of the glow at one moment.
+    struct Flash {
+        double swell = 1; // how much larger the glow is
+        double opacity = restOpacity;
+    };
+
+    // Does nothing while it spins already.
+    void startSpin(double now);
+    // Neither spin nor pulse goes on.
+    void stop(double now);
+    // Everything stands still and later goes on where it stood.
+    void setPaused(bool paused, double now);
+    // Replaces a pulse that is still running.
+    void pulse(Pulse kind, double now);
+
+    // How far round the colours have gone, counter-clockwise; 1 is a whole turn.
+    [[nodiscard]] double turn(double now) const;
+    [[nodiscard]] Flash flash(double now) const;
+    [[nodiscard]] bool pulsing(double now) const;
+    [[nodiscard]] bool paused() const { return m_paused; }
+    // Whether the next moment looks different from this one.
+    [[nodiscard]] bool moving(double now) const;
+
+private:
+    [[nodiscard]] double clock(double now) const { return (m_paused ? m_pausedAt : now) - m_lost; }
+
+    bool m_paused = false;
+    bool m_spinning = false;
+    double m_pausedAt = 0;
+    double m_lost = 0;   // spent paused
+    double m_start = 0;  // of the spin, on the clock without pauses
+    double m_turned = 0; // before that
+    double m_pulseStart = 0;
+    double m_pulseLasts = 0; // zero without a pulse
+    double m_pulseSwell = 1;
+};

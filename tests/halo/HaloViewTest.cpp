@@ -1,0 +1,144 @@
+#include "halo/HaloView.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+constexpr QSize screenSize(400, 300);
+
+// The glow on a screen that paints what it is asked to.
+struct Screen {
+    Screen()
+    {
+        image.fill(Qt::black);
+        halo.onFrame = [this](const QRegion &area) {
+            ++frames;
+            lastArea = area;
+            paint(area);
+        };
+    }
+
+    void paint(const QRegion &area)
+    {
+        QPainter painter(&image);
+        painter.setClipRegion(area);
+        painter.fillRect(image.rect(), Qt::black);
+        halo.draw(painter, area);
+    }
+
+    [[nodiscard]] QImage repainted()
+    {
+        paint(QRect(QPoint(), screenSize));
+        return image.copy();
+    }
+
+    bool stillness = true;
+    int frames = 0;
+    QRegion lastArea;
+    QImage image{screenSize, QImage::Format_RGB32};
+    HaloView halo{screenSize, 1, [this] { return stillness; }};
+};
+
+} // namespace
+
+class HaloViewTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void smallSelectionsHaveNoGlow()
+    {
+        Screen screen;
+        screen.halo.update(QRectF(10, 10, 2, 100));
+        QVERIFY(screen.halo.isHidden());
+        screen.halo.update(QRectF(10, 10, 3, 3));
+        QVERIFY(!screen.halo.isHidden());
+        screen.halo.update(std::nullopt);
+        QVERIFY(screen.halo.isHidden());
+        QTRY_VERIFY(screen.halo.resting());
+        QCOMPARE(screen.image, Screen().image);
+    }
+
+    void aStillGlowAsksOnceForAFrame()
+    {
+        Screen screen;
+        screen.halo.update(QRectF(100, 100, 80, 60));
+        screen.halo.update(QRectF(100, 100, 80, 60));
+        screen.halo.pulse(Pulse::strong);
+        QVERIFY(!screen.halo.pulsing());
+        QTRY_VERIFY(screen.halo.resting());
+        QCOMPARE(screen.frames, 1);
+        screen.halo.update(QRectF(100, 100, 80, 60));
+        QVERIFY(screen.halo.resting());
+        QCOMPARE(screen.image.pixel(140, 170), qRgb(0, 0, 0)); // y counts upwards
+        QVERIFY(qBlue(screen.image.pixel(140, 201)) > 200);
+    }
+
+    // Pieces are painted at once, the rest with the next frame.
+    void nothingStaleIsLeftBehind()
+    {
+        Screen screen;
+        screen.halo.update(QRectF(20, 20, 200, 200));
+        QTRY_VERIFY(screen.halo.resting());
+        screen.halo.update(QRectF(40, 40, 200, 200));
+        screen.paint(QRect(0, 0, 400, 90));
+        screen.halo.update(QRectF(90, 60, 120, 130));
+        screen.paint(QRect(0, 200, 400, 100));
+        QTRY_VERIFY(screen.halo.resting());
+        const QImage shown = screen.image.copy();
+        QCOMPARE(shown, screen.repainted());
+        Screen fresh;
+        fresh.halo.update(QRectF(90, 60, 120, 130));
+        QTRY_VERIFY(fresh.halo.resting());
+        QCOMPARE(shown, fresh.image);
+    }
+
+    void framesComeOnlyWhileItMoves()
+    {
+        Screen screen;
+        screen.stillness = false;
+        screen.halo.update(QRectF(100, 100, 80, 60));
+        QTRY_VERIFY(screen.frames >= 3);
+        screen.halo.setPaused(true);
+        QTRY_VERIFY(screen.halo.resting());
+        const QImage paused = screen.image.copy();
+        const int frames = screen.frames;
+        screen.halo.setPaused(false);
+        QTRY_VERIFY(screen.frames >= frames + 3);
+        QVERIFY(screen.image != paused);
+        screen.stillness = true; // chosen meanwhile
+        QTRY_VERIFY(screen.halo.resting());
+        screen.halo.setPaused(true);
+        screen.halo.setPaused(false);
+        QVERIFY(screen.halo.resting());
+        screen.stillness = false;
+        screen.halo.update(QRectF(100, 100, 90, 60));
+        QTRY_VERIFY(screen.frames >= frames + 6);
+        screen.halo.update(std::nullopt);
+        QTRY_VERIFY(screen.halo.resting());
+    }
+
+    void aPulseLeavesNothingBehind()
+    {
+        Screen screen;
+        screen.stillness = false;
+        screen.halo.update(QRectF(150, 110, 100, 80));
+        screen.halo.pulse(Pulse::strong);
+        QRect widest;
+        while (screen.halo.pulsing()) {
+            QTest::qWait(5);
+            widest |= screen.lastArea.boundingRect();
+        }
+        QVERIFY(widest.width() > 100 + 2 * 60);
+        screen.stillness = true;
+        QTRY_VERIFY(screen.halo.resting());
+        const QImage shown = screen.image.copy();
+        QCOMPARE(shown, screen.repainted());
+        QCOMPARE(shown.pixel(90, 150), qRgb(0, 0, 0)); // beyond the glow at rest
+    }
+};
+
+QTEST_GUILESS_MAIN(HaloViewTest)
+#include "HaloViewTest.moc"
