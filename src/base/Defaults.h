@@ -8,6 +8,8 @@ namespace Defaults {
 
 inline constexpr QStringView shortcutKey = u"shortcut";
 inline constexpr QStringView lastFolderKey = u"ultimaCarpeta";
+inline constexpr QStringView shapeTipKey = u"pistaFiguras";
+inline constexpr QStringView keepStrokesKey = u"guardarTrazos";
 inline constexpr QStringView recentColorsKey = u"coloresRecientes";
 
 // Invalid when nothing is stored.

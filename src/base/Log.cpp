@@ -10,9 +10,11 @@ void write(const QString &message) { appendLine(path(), line(QDateTime::currentD
 
 QString path() { return QDir::homePath() + QStringLiteral("/Library/Logs/Vellumora.log"); }
 
-QString line(const QDateTime &at, const QString &message)
+QString date(const QDateTime &at)
 {
-    return at.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss '+0000 '")) + message;
+    return at.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss '+0000'"));
 }
+
+QString line(const QDateTime &at, const QString &message) { return date(at) + u' ' + message; }
 
 } // namespace Log

@@ -11,7 +11,9 @@ namespace Log {
 void write(const QString &message);
 
 [[nodiscard]] QString path();
-// The moment in UTC with its offset, a blank and the message, without line end.
+// A moment in UTC with its offset, as in "2026-01-31 09:15:02 +0000".
+[[nodiscard]] QString date(const QDateTime &at);
+// The date, a blank and the message, without line end.
 [[nodiscard]] QString line(const QDateTime &at, const QString &message);
 
 } // namespace Log

@@ -41,7 +41,7 @@ void drawVeil(QPainter &painter, const std::vector<QPainterPath> &paths, const A
         drawPaths(onLayer, paths, mark.color, mark.strokeWidth());
     }
     painter.setWorldTransform(toPixels.inverted() * painter.worldTransform()); // to the device's own pixels
-    painter.setOpacity(markerAlpha);
+    painter.setOpacity(painter.opacity() * markerAlpha);
     painter.drawImage(area.topLeft(), layer);
 }
 

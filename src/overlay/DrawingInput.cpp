@@ -64,8 +64,9 @@ void DrawingInput::extend(QPointF to, bool constrained)
 
 void DrawingInput::extendFreehand(QPointF to)
 {
-    if (!m_snapped)
-        m_state.current->points.append(to);
+    if (m_snapped)
+        return;
+    m_state.current->points.append(to);
     if (!m_rest || std::hypot(to.x() - m_rest->x(), to.y() - m_rest->y()) <= restRadius)
         return;
     m_rest = to;

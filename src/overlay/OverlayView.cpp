@@ -9,6 +9,7 @@
 #include "overlay/OverlaySession.h"
 #include "overlay/Printing.h"
 #include "overlay/Rendering.h"
+#include "overlay/StrokeLog.h"
 #include "overlay/WidthPreview.h"
 #include "platform/Desktop.h"
 #include "toolbar/Theme.h"
@@ -34,6 +35,7 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     , m_space(m_shot.pointSize)
     , m_session(session)
     , m_desktop(desktop)
+    , m_halo(m_shot.pointSize, m_shot.scale, [&desktop] { return desktop.reduceMotion(); })
     , m_output(*this, desktop)
 {
     m_state.bounds = m_space.bounds();
@@ -42,10 +44,11 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     Annotation::backgroundScale = m_shot.scale;
     Annotation::viewHeight = m_shot.pointSize.height();
     m_paintedChrome = Chrome::footprint(scene(), m_space);
-    m_drawing.onRest = [this](QPointF at) {
-        if (onRest)
-            onRest(at);
-    };
+    m_halo.onFrame = [this](const QRegion &area) { update(area); };
+    m_drawing.onRest = [this](QPointF) { m_hold.armHold(); };
+    m_hold.onSnapped = [this](const ShapeRecognizer::Result &shape) { snapped(shape); };
+    m_hold.onMissed = [this] { StrokeLog::saveMissedStroke(m_state.current->points); };
+    m_fade.onFrame = [this](const QRectF &area) { touch(area); };
     m_bars.onTool = [this](Tool tool) { toggleTool(tool); };
     m_bars.onCommand = [this](Command command) { run(command); };
     m_bars.onColor = [this](const QColor &color) { setColor(color); };
@@ -81,7 +84,7 @@ void OverlayView::copied()
 {
     m_copied.setRemainingTime(copiedShows);
     refresh();
-    pulse(Pulse::strong);
+    m_halo.pulse(Pulse::strong);
     QTimer::singleShot(copiedShows, this, [this] { refresh(); });
     QTimer::singleShot(copiedSeen, this, [this] { m_session.finish(); });
 }
@@ -155,8 +158,8 @@ void OverlayView::discardSelection()
     m_output.closePanel();
     m_bars.closePalette();
     m_text.discard();
-    if (m_drawing.active() && onPause)
-        onPause(false);
+    m_hold.cancel();
+    m_halo.setPaused(false);
     m_drawing.discard();
     m_selectionDrag.cancel();
     if (m_eyedropper.picking())
@@ -174,21 +177,19 @@ void OverlayView::followPointer()
 // Asks for a new picture of a part of the view, in view points.
 void OverlayView::touch(const QRectF &area) { update(m_space.toWidget(grown(area, 1)).toAlignedRect()); }
 
-void OverlayView::pulse(Pulse kind)
-{
-    if (onPulse)
-        onPulse(kind);
-}
-
 Chrome::Scene OverlayView::scene() const
 {
-    return {.state = m_state, .scale = m_shot.scale, .justCopied = !m_copied.hasExpired()};
+    return {.state = m_state,
+            .scale = m_shot.scale,
+            .haloShows = !m_halo.isHidden(),
+            .justCopied = !m_copied.hasExpired()};
 }
 
 // Repaints what the change made different and nothing else: on a large screen a
 // whole repaint would be felt in every step of a drag.
 void OverlayView::refresh()
 {
+    m_halo.update(m_state.selection);
     const QRegion chrome = Chrome::footprint(scene(), m_space);
     const auto area = [&](const std::optional<QRectF> &selection) {
         return selection ? QRegion(m_space.toWidget(*selection).toAlignedRect()) : QRegion();
@@ -208,12 +209,14 @@ void OverlayView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
     Backdrop::draw(painter, m_shot, m_state.selection, event->region());
+    m_halo.draw(painter, event->region());
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)
         drawMarks(painter, event->region());
     Chrome::draw(painter, scene());
     if (m_bars.barShows() && !m_widthHint.hasExpired())
         WidthPreview::draw(painter, m_state, m_hintPoint);
+    m_shapeHint.drawShapeHint(painter, m_state.bounds);
     if (const auto at = m_eyedropper.pickPoint())
         Loupe::draw(painter, m_shot, *at);
 }
@@ -225,8 +228,10 @@ void OverlayView::drawMarks(QPainter &painter, const QRegion &exposed) const
     painter.setClipRect(*m_state.selection, Qt::IntersectClip);
     const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
     for (const AnnotationPtr &mark : m_state.drawOrder())
-        if (exposed.intersects(MarkFootprint::of(*mark, m_space)))
+        if (!m_fade.draws(mark) && exposed.intersects(MarkFootprint::of(*mark, m_space)))
             mark->draw(painter, part);
-    if (m_state.current)
+    if (m_fade.running())
+        m_fade.draw(painter, part);
+    if (m_state.current && !m_fade.draws(m_state.current))
         m_state.current->draw(painter, part);
 }

@@ -2,13 +2,17 @@
 
 #include "base/ViewSpace.h"
 #include "capture/ScreenShot.h"
+#include "halo/HaloView.h"
 #include "overlay/Chrome.h"
 #include "overlay/DrawingInput.h"
 #include "overlay/EditorState.h"
 #include "overlay/Eyedropper.h"
+#include "overlay/HoldToSnap.h"
 #include "overlay/KeyCommands.h"
 #include "overlay/Output.h"
 #include "overlay/SelectionDrag.h"
+#include "overlay/ShapeHint.h"
+#include "overlay/SnapFade.h"
 #include "overlay/TextEditing.h"
 #include "overlay/ToolBars.h"
 #include "overlay/WheelSteps.h"
@@ -17,14 +21,9 @@
 #include <QPointF>
 #include <QWidget>
 
-#include <functional>
-
 class Desktop;
 class OverlaySession;
 class QSinglePointEvent;
-
-// A flash of the glow: gentle for a new selection, strong for a copy.
-enum class Pulse { gentle, strong };
 
 // The editor on one screen. It receives the events, asks the collaborator whose
 // turn it is, and repaints; the work is theirs.
@@ -59,13 +58,7 @@ public:
     // Another screen has the selection now.
     void discardSelection();
 
-    // What the glow is told, if there is one.
-    std::function<void(Pulse)> onPulse;
-    std::function<void(bool paused)> onPause;
-    // Where the pointer rests while a freehand stroke is drawn, and the stroke
-    // when it is let go.
-    std::function<void(QPointF at)> onRest;
-    std::function<void(const Annotation &stroke, bool snapped)> onStrokeEnded;
+    [[nodiscard]] const HaloView &halo() const { return m_halo; }
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -82,6 +75,8 @@ private:
     void startDrawing(QPointF at);
     void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
     void finishDrawing();
+    void snapped(const ShapeRecognizer::Result &shape);
+    void offerShapeHint();
     void moveLoupe(QPointF to);
     void takeColor(QPointF at);
     void stopPicking();
@@ -92,7 +87,6 @@ private:
     void run(Command command);
     void drawMarks(QPainter &painter, const QRegion &exposed) const;
     void copied();
-    void pulse(Pulse kind);
     void refresh();
     void touch(const QRectF &area);
     void followPointer();
@@ -106,7 +100,11 @@ private:
 
     EditorState m_state;
     SelectionDrag m_selectionDrag{m_state};
+    HaloView m_halo;
     DrawingInput m_drawing{m_state};
+    HoldToSnap m_hold{m_state};
+    SnapFade m_fade;
+    ShapeHint m_shapeHint;
     TextEditing m_text{*this, m_space, m_state};
     Eyedropper m_eyedropper;
     WheelSteps m_wheel;

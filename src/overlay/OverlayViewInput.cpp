@@ -1,5 +1,6 @@
 #include "overlay/OverlayView.h"
 
+#include "base/Log.h"
 #include "base/Overloaded.h"
 #include "overlay/Cursors.h"
 #include "overlay/Loupe.h"
@@ -23,6 +24,7 @@ namespace {
 
 constexpr auto widthShows = 1200ms;
 constexpr auto widthGone = 1250ms; // a little after, so that it is gone then
+constexpr auto tipGone = 3050ms;
 
 constexpr std::uint32_t scanCodeOffset = 8; // the native scan code is the kernel's key code plus this
 
@@ -81,8 +83,7 @@ void OverlayView::startDrawing(QPointF at)
         return m_text.startText(at);
     m_drawing.begin(at);
     update(MarkFootprint::of(*m_state.current, m_space));
-    if (onPause)
-        onPause(true);
+    m_halo.setPaused(true);
 }
 
 void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
@@ -95,12 +96,34 @@ void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
     update(before + (freehand ? MarkFootprint::ofLastStep(mark, m_space) : MarkFootprint::of(mark, m_space)));
 }
 
+// The stroke has become a shape while the button is still down.
+void OverlayView::snapped(const ShapeRecognizer::Result &shape)
+{
+    const AnnotationPtr &mark = m_state.current;
+    m_drawing.setSnapped();
+    Log::write(QStringLiteral("figura: ") + QString::fromStdString(shape.name));
+    m_desktop.hapticTick();
+    touch(SnapFade::area(*mark));
+    if (!m_desktop.reduceMotion())
+        m_fade.start(mark);
+}
+
+void OverlayView::offerShapeHint()
+{
+    const auto repaint = [this] { touch(m_shapeHint.area(m_state.bounds)); };
+    repaint(); // it may show elsewhere already
+    if (!m_shapeHint.offerShapeHint(*m_state.current, m_drawing.snapped()))
+        return;
+    repaint();
+    QTimer::singleShot(tipGone, this, repaint);
+}
+
 void OverlayView::finishDrawing()
 {
-    if (isFreehand(m_state.current->tool) && onStrokeEnded)
-        onStrokeEnded(*m_state.current, m_drawing.snapped());
-    if (onPause)
-        onPause(false);
+    m_hold.cancel();
+    if (isFreehand(m_state.current->tool))
+        offerShapeHint();
+    m_halo.setPaused(false);
     // Among the other marks it may have another place than on top of them.
     update(MarkFootprint::of(*m_state.current, m_space));
     m_drawing.commit();
@@ -143,7 +166,7 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
     if (m_drawing.active())
         finishDrawing();
     else if (m_selectionDrag.release())
-        pulse(Pulse::gentle);
+        m_halo.pulse(Pulse::gentle);
     m_bars.fadeBar(std::nullopt);
     m_pointer = pointOf(*event);
     followPointer();

@@ -24,7 +24,6 @@ private slots:
         editor.mouse->drag(from, to);
         QCOMPARE(editor.selection(), QRectF(to, from));
         QCOMPARE(editor.session.started, 1);
-        QCOMPARE(editor.pulses, QList{Pulse::gentle});
         const auto picture = editor.view->renderSelection();
         QCOMPARE(picture->size(),
                  (QSizeF(from.x() - to.x(), from.y() - to.y()) * editor.shot.scale).toSize());
@@ -37,7 +36,6 @@ private slots:
         QVERIFY(!editor.selection());
         editor.mouse->drag({100, 100}, {102, 150});
         QVERIFY(!editor.selection());
-        QVERIFY(editor.pulses.isEmpty());
         editor.mouse->drag({100, 100}, {103, 103});
         QCOMPARE(editor.selection(), QRectF(100, 100, 3, 3));
     }
@@ -66,7 +64,6 @@ private slots:
         editor.mouse->drag({203, 204}, {40, 60}); // the top right handle, beyond the bottom left corner
         QCOMPARE(editor.selection(), QRectF(40, 60, 60, 40));
         QVERIFY(editor.view->state().annotations.empty());
-        QCOMPARE(editor.pulses.size(), 1);
     }
 
     void draggingStopsAtTheScreensEdge()
@@ -114,6 +111,7 @@ private slots:
     {
         Editor editor("A");
         editor.mouse->drag({100, 100}, {150, 125});
+        editor.desktop.stillness = false;
         QTest::keyClick(editor.view.get(), Qt::Key_C, Qt::MetaModifier);
         const QMimeData &data = *QGuiApplication::clipboard()->mimeData();
         QCOMPARE(data.formats(), (QStringList{"image/png", "image/tiff"}));
@@ -123,7 +121,7 @@ private slots:
         const QByteArray size = QByteArray::number(data.data("image/png").size());
         QVERIFY(home.log().endsWith("copiado 100x50 png=" + size + " -> OK\n"));
         QCOMPARE(editor.desktop.pops, 1);
-        QCOMPARE(editor.pulses, (QList{Pulse::gentle, Pulse::strong}));
+        QVERIFY(editor.view->halo().pulsing());
         QCOMPARE(editor.session.finished, 0); // the feedback is to be seen first
         QTRY_COMPARE(editor.session.finished, 1);
     }
@@ -148,24 +146,30 @@ private slots:
         QCOMPARE(editor.desktop.beeps, 0);
     }
 
-    void whoWatchesAStrokeIsTold()
+    void theGlowFollowsTheGestures()
     {
         Editor editor;
-        QStringList news;
-        editor.view->onPause = [&](bool paused) { news.append(paused ? "pause" : "go on"); };
-        editor.view->onRest = [&](QPointF at) { news.append(QString("rest %1").arg(at.x())); };
-        editor.view->onStrokeEnded = [&](const Annotation &stroke, bool snapped) {
-            news.append(QString("ended %1 %2").arg(stroke.points.size()).arg(snapped));
-        };
-        editor.mouse->drag({100, 100}, {300, 300});
-        editor.draw(Tool::marker, {150, 150}, {154, 150});
-        editor.draw(Tool::line, {150, 150}, {200, 150});
-        QCOMPARE(news,
-                 (QStringList{"rest 150", "pause", "rest 154", "ended 4 0", "go on", "pause", "go on"}));
+        editor.desktop.stillness = false;
+        const HaloView &halo = editor.view->halo();
+        editor.mouse->drag({100, 100}, {102, 150});
+        QVERIFY(halo.isHidden());
+        editor.mouse->press({100, 100});
+        editor.mouse->move({300, 300});
+        QVERIFY(!halo.isHidden());
+        QVERIFY(!halo.pulsing());
+        editor.mouse->release({300, 300});
+        QVERIFY(halo.pulsing());
         editor.view->toggleTool(Tool::line);
-        editor.mouse->press({150, 150});
-        editor.view->discardSelection(); // another screen has it now
-        QCOMPARE(news.mid(7), (QStringList{"pause", "go on"}));
+        for (const bool stolen : {false, true}) { // by another screen
+            editor.mouse->press({150, 150});
+            QVERIFY(halo.paused());
+            if (stolen)
+                editor.view->discardSelection();
+            else
+                editor.mouse->release({200, 150});
+            QVERIFY(!halo.paused());
+        }
+        QVERIFY(halo.isHidden());
     }
 
     void withoutASelectionSavingAndPrintingBeep()

@@ -55,9 +55,9 @@ struct Editor {
         for (QScreen *candidate : QGuiApplication::screens())
             if (candidate->name() == screenName)
                 screen = candidate;
+        desktop.stillness = true; // or pictures would depend on the moment
         shot = patternShot(screen->size(), screen->devicePixelRatio(), screen);
         view = std::make_unique<OverlayView>(shot, session, desktop);
-        view->onPulse = [this](Pulse pulse) { pulses.append(pulse); };
         view->setScreen(screen);
         view->setGeometry(screen->geometry());
         view->show();
@@ -69,6 +69,8 @@ struct Editor {
     // The screen as it is, and as a whole repaint would make it.
     [[nodiscard]] QImage shown() const
     {
+        while (!view->halo().resting())
+            QTest::qWait(1);
         QTest::qWait(0);
         const auto *pixels = dynamic_cast<QImage *>(view->backingStore()->paintDevice());
         return pixels ? pixels->convertToFormat(QImage::Format_RGB32).copy() : QImage();
@@ -110,7 +112,6 @@ struct Editor {
     ScreenShot shot;
     RecordingSession session;
     FakeDesktop desktop;
-    QList<Pulse> pulses;
     std::unique_ptr<OverlayView> view;
     std::optional<Mouse> mouse;
 };
