@@ -71,6 +71,14 @@ def on_a_display():
         desktop.close()
 
 
+def halo():
+    rows = google("BenchHalo")
+    copy, strokes = rows.pop("memcpy")["time"], rows.pop("the toolkit's strokes")["time"]
+    for name, budget in (("a frame of the glow", "<= 4 ms"), ("the band of a new selection", "<= 6 ms"), ("a frame of a pulse", "")):
+        ratio_row(f"{name}, 4K", rows[name]["time"], copy, "memcpy", budget)
+    ratio_row("a frame of the glow, 4K", rows["a frame of the glow"]["time"], strokes, "the toolkit's strokes", "<= 0.066")
+
+
 def marks():
     rows = google("BenchMarks")
     copy = rows.pop("memcpy")["time"]
@@ -97,6 +105,7 @@ def recognition():
 if __name__ == "__main__":
     row("what", "median", "beside", "ratio", "budget")
     on_a_display()
+    halo()
     marks()
     image_files()
     recognition()

@@ -150,9 +150,9 @@ QRegion HaloBand::area(const QRect &screen) const
     return (region & screen) - m_shape.hole;
 }
 
-HaloTile HaloBand::tile(const QRect &pixels) const
+void HaloBand::fill(HaloTile &tile, const QRect &pixels) const
 {
-    HaloTile tile(pixels);
+    tile.setPixels(pixels);
     const Edges outline(m_outline);
     const Edges selection(m_shape.selection);
     const QPointF middle{midX(m_shape.selection), midY(m_shape.selection)};
@@ -166,5 +166,4 @@ HaloTile HaloBand::tile(const QRect &pixels) const
         cover(steps, m_falloff, line, tile.coverage.data() + at);
         direct(middle, pixels.left(), y, {tile.direction.data() + at, width});
     }
-    return tile;
 }

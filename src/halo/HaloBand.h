@@ -38,7 +38,8 @@ public:
     [[nodiscard]] const Shape &shape() const { return m_shape; }
     // What the glow may touch of a screen.
     [[nodiscard]] QRegion area(const QRect &screen) const;
-    [[nodiscard]] HaloTile tile(const QRect &pixels) const;
+    // Into a tile whose memory may serve again.
+    void fill(HaloTile &tile, const QRect &pixels) const;
 
 private:
     Shape m_shape;

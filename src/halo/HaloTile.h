@@ -13,7 +13,8 @@ class QPainter;
 // which direction from the middle of the selection it lies. Both stay the same
 // while the colours turn, so a frame only looks the colours up.
 struct HaloTile {
-    explicit HaloTile(const QRect &rect);
+    // Another rectangle; what was in it is void.
+    void setPixels(const QRect &rect);
 
     // Of row y, which counts downwards as the rectangle does.
     [[nodiscard]] std::size_t indexOf(int x, int y) const;

@@ -66,7 +66,7 @@ void HaloView::update(const std::optional<QRectF> &rect)
             return;
         reshape(shape);
     }
-    m_tiles.clear();
+    m_kept = false;
     m_changed = true;
     schedule();
 }
@@ -141,12 +141,17 @@ void HaloView::askForFrame()
 // Not while a pulse changes them with every frame.
 void HaloView::keepTiles()
 {
-    if (m_motion.pulsing(m_begun))
-        return m_tiles.clear();
-    if (!m_tiles.empty())
+    if (m_motion.pulsing(m_begun)) {
+        m_kept = false;
         return;
+    }
+    if (m_kept)
+        return;
+    m_tiles.resize(static_cast<std::size_t>(m_tinted.rectCount()));
+    std::size_t i = 0;
     for (const QRect &rect : m_tinted)
-        m_tiles.push_back(m_band->tile(rect));
+        m_band->fill(m_tiles[i++], rect);
+    m_kept = true;
 }
 
 void HaloView::draw(QPainter &painter, const QRegion &exposed)
@@ -161,14 +166,17 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
         QMetaObject::invokeMethod(this, &HaloView::frameShown, Qt::QueuedConnection);
 }
 
-void HaloView::paint(QPainter &painter, const QRect &pixels) const
+void HaloView::paint(QPainter &painter, const QRect &pixels)
 {
-    for (const HaloTile &tile : m_tiles)
-        tile.blend(painter, pixels, m_colors);
-    if (!m_tiles.empty())
+    if (m_kept) {
+        for (const HaloTile &tile : m_tiles)
+            tile.blend(painter, pixels, m_colors);
         return;
-    for (const QRect &rect : m_band->area(screen() & pixels))
-        m_band->tile(rect).blend(painter, rect, m_colors);
+    }
+    for (const QRect &rect : m_band->area(screen() & pixels)) {
+        m_band->fill(m_piece, rect);
+        m_piece.blend(painter, rect, m_colors);
+    }
 }
 
 void HaloView::frameShown()

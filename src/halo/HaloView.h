@@ -54,7 +54,7 @@ private:
     void askForFrame();
     void frameShown();
     void keepTiles();
-    void paint(QPainter &painter, const QRect &pixels) const;
+    void paint(QPainter &painter, const QRect &pixels);
 
     const ViewSpace m_space;
     const double m_scale;
@@ -64,7 +64,9 @@ private:
     HaloColors::Table m_colors{};
 
     std::optional<HaloBand> m_band; // as painted now; absent while hidden
-    std::vector<HaloTile> m_tiles;  // all of it, kept from the first frame on that shows it at rest
+    bool m_kept = false;            // as the tiles, from the first frame on that shows it at rest
+    std::vector<HaloTile> m_tiles;  // all of it
+    HaloTile m_piece;               // some of it, while nothing is kept
     QRegion m_tinted;               // pixels that the glow may have touched on the screen
 
     QTimer m_timer;         // until the next frame

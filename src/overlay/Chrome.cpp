@@ -27,6 +27,7 @@ constexpr double brandMargin = 16; // from the corner of the screen
 constexpr double brandKern = 2.2;
 constexpr double dashLength = 4; // points
 constexpr double gapLength = 3;
+constexpr double lineReach = 1;    // of the frame's lines, from the edge
 constexpr double antialiasing = 1; // what a soft edge may spill over
 
 const QColor outlineColor = QColor::fromRgbF(0, 0, 0, 0.35F);
@@ -168,15 +169,15 @@ QRect spill(const QRectF &rect, const ViewSpace &space)
     return space.toWidget(grown(rect, antialiasing)).toAlignedRect();
 }
 
-// The frame with its handles, without what lies far from either inside.
+// The lines on both sides of the selection's edge.
 QRegion frameBand(const QRectF &selection, const ViewSpace &space)
 {
-    const QRegion outside(spill(grown(selection, HandleSprite::reach), space));
-    const QRectF inside = grown(selection, -HandleSprite::reach - 2 * antialiasing);
+    const QRegion outside(spill(grown(selection, lineReach), space));
+    const QRectF inside = grown(selection, -lineReach - 2 * antialiasing);
     return inside.isValid() ? outside.subtracted(space.toWidget(inside).toRect()) : outside;
 }
 
-QRegion middleHandles(const QRectF &selection, const ViewSpace &space)
+QRegion handles(const QRectF &selection, const ViewSpace &space)
 {
     QRegion region;
     for (const QPointF handle : SelectionGeometry::handlePoints(selection))
@@ -202,7 +203,7 @@ QRegion footprint(const Scene &scene, const ViewSpace &space)
     if (!scene.state.selection)
         return spill(hintBadge(scene.state.bounds), space);
     const QRectF &selection = *scene.state.selection;
-    return frameBand(selection, space) + middleHandles(selection, space) + spill(sizeBadgeOf(scene), space);
+    return frameBand(selection, space) + handles(selection, space) + spill(sizeBadgeOf(scene), space);
 }
 
 QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds)

@@ -23,8 +23,11 @@ QImage painted(const HaloBand::Shape &shape, QSize size, double turn)
     HaloColors::Table colors;
     HaloColors::fill(colors, turn);
     const HaloBand band(shape);
-    for (const QRect &rect : band.area(image.rect()))
-        band.tile(rect).blend(painter, rect, colors);
+    HaloTile tile;
+    for (const QRect &rect : band.area(image.rect())) {
+        band.fill(tile, rect);
+        tile.blend(painter, rect, colors);
+    }
     return image;
 }
 
@@ -134,7 +137,8 @@ private slots:
         QPainter painter(&beyond);
         HaloColors::Table colors;
         HaloColors::fill(colors, 0);
-        const HaloTile all = HaloBand(shape).tile(beyond.rect());
+        HaloTile all;
+        HaloBand(shape).fill(all, beyond.rect());
         for (const QRect &rect : QRegion(beyond.rect()) - area - shape.hole)
             all.blend(painter, rect, colors);
         painter.end();
