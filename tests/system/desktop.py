@@ -135,6 +135,13 @@ class Desktop:
             wait_for(lambda: "registro de atajo" in self.log(), "the hot key")
         return process
 
+    def store(self, **defaults):
+        """Sets values in the user's defaults before the program starts."""
+        folder = self.home / ".config/Vellumora"
+        folder.mkdir(parents=True, exist_ok=True)
+        lines = [f"{key}={value}" for key, value in defaults.items()]
+        (folder / "Vellumora.conf").write_text("\n".join(["[General]", *lines, ""]), "utf-8")
+
     def log(self):
         path = self.home / "Library/Logs/Vellumora.log"
         return path.read_text("utf-8") if path.exists() else ""
@@ -193,6 +200,17 @@ class Desktop:
         x, y, width, height = area
         return self.run("import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", "rgb:-",
                         binary=True)
+
+    def pixels_at_rest(self, area):
+        """The same, once all that was typed and drawn is on the screen."""
+        last = [None]
+
+        def unchanged():
+            before, last[0] = last[0], self.pixels(area)
+            return before == last[0]
+
+        wait_for(unchanged, "a screen at rest")
+        return last[0]
 
     def pixels_of(self, picture, area=None):
         crop = ["-crop", "{2}x{3}+{0}+{1}".format(*area), "+repage"] if area else []

@@ -10,6 +10,7 @@ class Marks(SystemTest):
 
     def start_on(self, x, y):
         self.desktop.witness((0, 0, 3520, 900))
+        self.desktop.store(pistaFiguras=99)  # the tip would lie over the marks
         self.desktop.start()
         self.desktop.xdotool("mousemove", x, y)
         self.desktop.press_shortcut()
@@ -18,14 +19,13 @@ class Marks(SystemTest):
         """The picture on the clipboard and what the screen showed just before, both without the frame and its handles and
         without the lower edge, on which the shadow of the bar falls."""
         desktop = self.desktop
-        screen = desktop.screenshot()
+        margin, shadow = 24, 130
+        width, height = area[2] - 2 * margin, area[3] - margin - shadow
+        screen = desktop.pixels_at_rest((area[0] + margin, area[1] + margin, width, height))
         desktop.key("ctrl+c")
         wait_for(lambda: f"copiado {area[2]}x{area[3]} " in desktop.log(), "the copy")
         desktop.wait_until_over()
-        margin, shadow = 24, 130
-        width, height = area[2] - 2 * margin, area[3] - margin - shadow
-        return (desktop.pixels_of(desktop.clipboard("png"), (margin, margin, width, height)),
-                desktop.pixels_of(screen, (area[0] + margin, area[1] + margin, width, height)))
+        return desktop.pixels_of(desktop.clipboard("png"), (margin, margin, width, height)), screen
 
     def test_every_tool_on_the_dense_screen(self):
         desktop = self.desktop

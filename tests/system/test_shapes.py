@@ -139,9 +139,7 @@ class Shapes(SystemTest):
 
     def test_moving_on_asks_again_and_undo_gives_the_hand_back(self):
         desktop = self.desktop
-        config = desktop.home / ".config/Vellumora"
-        config.mkdir(parents=True)
-        (config / "Vellumora.conf").write_text("[General]\nguardarTrazos=true\n", "utf-8")
+        desktop.store(guardarTrazos="true")
         self.freeze()
         zigzag = [(400 + 40 * (i // 6), 300 + 20 * abs(i % 12 - 6)) for i in range(40)]
         kept = desktop.home / "Library/Logs/Vellumora-trazos.jsonl"
