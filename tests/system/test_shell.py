@@ -120,7 +120,7 @@ class TrayOnX11(SystemTest):
         desktop.wait_for_overlays()
         desktop.key("Escape")
         desktop.wait_until_over()
-        self.assertEqual(self.icon(), place)  # the capture has left it alone
+        wait_for(lambda: self.icon() == place, "the icon, which the capture has left alone")
         self.open_menu(place)
         desktop.press_shortcut()  # the menu holds the keyboard, but it is ours
         desktop.key("Escape")
