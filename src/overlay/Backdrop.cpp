@@ -4,6 +4,8 @@
 #include "base/ViewSpace.h"
 #include "toolbar/Theme.h"
 
+#include <QPainter>
+
 namespace {
 
 QRect pixelsOf(const QRect &points, double scale)
@@ -21,22 +23,30 @@ QRect selectedPixels(const ScreenShot &shot, const std::optional<QRectF> &select
     return {low, high - QPoint{1, 1}};
 }
 
-} // namespace
-
-namespace Backdrop {
-
-void draw(QPainter &painter, const ScreenShot &shot, const std::optional<QRectF> &selection,
-          const QRegion &exposed)
+QImage dimmed(const QImage &picture)
 {
-    const Painting::Saved saved(painter);
-    painter.scale(1 / shot.scale, 1 / shot.scale); // from here on in pixels
-    const QRect bright = selectedPixels(shot, selection);
-    for (const QRect &area : exposed) {
-        const QRect pixels = pixelsOf(area, shot.scale) & shot.image.rect();
-        painter.drawImage(pixels.topLeft(), shot.image, pixels);
-        for (const QRect &dimmed : QRegion(pixels).subtracted(bright))
-            painter.fillRect(dimmed, Theme::scrim);
-    }
+    QImage copy = picture;
+    QPainter(&copy).fillRect(copy.rect(), Theme::scrim);
+    return copy;
 }
 
-} // namespace Backdrop
+} // namespace
+
+void Backdrop::draw(QPainter &painter, const std::optional<QRectF> &selection, const QRegion &exposed)
+{
+    if (m_dimmed.isNull())
+        m_dimmed = dimmed(m_shot.image);
+    const Painting::Saved saved(painter);
+    painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
+    const QRect bright = selectedPixels(m_shot, selection);
+    const auto copy = [&](const QImage &picture, const QRect &pixels) {
+        painter.drawImage(pixels.topLeft(), picture, pixels);
+    };
+    for (const QRect &area : exposed) {
+        const QRect pixels = pixelsOf(area, m_shot.scale) & m_shot.image.rect();
+        for (const QRect &outside : QRegion(pixels).subtracted(bright))
+            copy(m_dimmed, outside);
+        if (pixels.intersects(bright))
+            copy(m_shot.image, pixels & bright);
+    }
+}

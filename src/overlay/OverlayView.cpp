@@ -2,7 +2,6 @@
 
 #include "base/Painting.h"
 #include "base/Rect.h"
-#include "overlay/Backdrop.h"
 #include "overlay/Cursors.h"
 #include "overlay/Loupe.h"
 #include "overlay/MarkFootprint.h"
@@ -208,7 +207,7 @@ void OverlayView::refresh()
 void OverlayView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    Backdrop::draw(painter, m_shot, m_state.selection, event->region());
+    m_backdrop.draw(painter, m_state.selection, event->region());
     m_halo.draw(painter, event->region());
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)

@@ -3,6 +3,7 @@
 #include "base/ViewSpace.h"
 #include "capture/ScreenShot.h"
 #include "halo/HaloView.h"
+#include "overlay/Backdrop.h"
 #include "overlay/Chrome.h"
 #include "overlay/DrawingInput.h"
 #include "overlay/EditorState.h"
@@ -95,6 +96,7 @@ private:
 
     const ScreenShot m_shot;
     const ViewSpace m_space;
+    Backdrop m_backdrop{m_shot};
     OverlaySession &m_session;
     Desktop &m_desktop;
 
