@@ -1,7 +1,6 @@
 #include "app/AppDelegate.h"
 
 #include "app/AboutPanel.h"
-#include "app/DemoMode.h"
 #include "app/PermissionAlert.h"
 #include "base/Log.h"
 #include "capture/Capture.h"
@@ -48,7 +47,6 @@ void AppDelegate::applicationDidFinishLaunching()
     refreshMenuTitle();
     if (!m_platform.screens->accessGranted())
         m_platform.screens->requestAccess();
-    runModes();
     if (!m_commandLine.anyMode)
         QTimer::singleShot(updateCheckAfter, this, [] { Updater::check(Updater::Asked::byItself); });
     if (m_commandLine.capture)
@@ -83,15 +81,6 @@ void AppDelegate::buildStatusItem()
 }
 
 void AppDelegate::refreshMenuTitle() { m_menu->setShortcut(Prefs::shortcut().display(*m_platform.keyboard)); }
-
-void AppDelegate::runModes()
-{
-    if (!m_commandLine.demo)
-        return;
-    const int status
-        = DemoMode::run(m_commandLine.demo->picture, m_commandLine.demo->folder, *m_platform.desktop);
-    QTimer::singleShot(0, this, [status] { QCoreApplication::exit(status); });
-}
 
 void AppDelegate::captureFromMenu()
 {

@@ -40,7 +40,6 @@ private:
     void takeShortcut();
     void buildStatusItem();
     void refreshMenuTitle();
-    void runModes();
     void askForPermission();
     QCoro::Task<void> startCapture();
     [[nodiscard]] bool changeShortcut(const Shortcut &proposed);

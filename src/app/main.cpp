@@ -2,6 +2,7 @@
 #include "app/CommandLine.h"
 #include "app/SingleInstance.h"
 #include "l10n/L10n.h"
+#include "modes/DemoMode.h"
 #include "platform/Platform.h"
 #include "updater/Version.h"
 
@@ -49,7 +50,7 @@ bool displayReady(const CommandLine &line)
 {
     if (line.demo) {
         // The same pictures on every machine, and nothing comes up on its screens.
-        prepareOffscreen();
+        prepareOffscreen(DemoMode::scaleOfPass());
         return true;
     }
     const auto problem = prepareDisplay();
@@ -106,6 +107,8 @@ int main(int argc, char **argv)
     L10n::setPreferredLanguages(platform.desktop->preferredLanguages());
     QTranslator toolkitTexts;
     translateToolkit(toolkitTexts);
+    if (line.demo)
+        return DemoMode::run(line.demo->picture, line.demo->folder);
     AppDelegate delegate(platform, line);
     serveOthers(instance, delegate);
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);

@@ -90,11 +90,10 @@ std::optional<QString> prepareDisplay()
     return std::nullopt;
 }
 
-void prepareOffscreen()
+void prepareOffscreen(int scale)
 {
     prepareEnvironment();
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The scale of a screen that is not used.
-    qunsetenv("QT_SCALE_FACTOR");
-    qunsetenv("QT_SCREEN_SCALE_FACTORS");
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+    qunsetenv("QT_SCREEN_SCALE_FACTORS"); // of screens that are not used
 }

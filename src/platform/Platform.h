@@ -33,5 +33,5 @@ struct Platform {
 // user that says what is missing.
 [[nodiscard]] std::optional<QString> prepareDisplay();
 
-// The same for a run that needs no display at all.
-void prepareOffscreen();
+// The same for a run that needs no display at all, at so many pixels a point.
+void prepareOffscreen(int scale);

@@ -1,0 +1,91 @@
+#include "modes/DemoMode.h"
+
+#include "l10n/L10n.h"
+#include "modes/Album.h"
+#include "modes/Console.h"
+#include "modes/DemoPasses.h"
+#include "modes/DemoScript.h"
+
+#include <QCoreApplication>
+#include <QImageReader>
+
+#include <optional>
+
+namespace {
+
+QString chosenSample() { return qEnvironmentVariable("VELLUMORA_DEMO_MUESTRA"); }
+
+// The frozen screen, or a sentence on standard error.
+std::optional<QImage> screenFrom(const QString &picture)
+{
+    QImageReader reader(picture);
+    reader.setAutoTransform(true);
+    const QImage image = reader.read();
+    if (!image.isNull())
+        return image.convertToFormat(QImage::Format_RGB32);
+    Console::complain(QStringLiteral("cannot read the picture %1: %2").arg(picture, reader.errorString()));
+    return std::nullopt;
+}
+
+std::optional<QString> problemWithSample()
+{
+    if (chosenSample().isEmpty() || DemoScript::names().contains(chosenSample()))
+        return std::nullopt;
+    return QStringLiteral("there is no sample \"%1\"; there are: %2")
+        .arg(chosenSample(), DemoScript::names().join(u' '));
+}
+
+// Such as "07-rectangle-en@2x".
+QString fileName(std::size_t index, const QString &scene, int scale)
+{
+    return QStringLiteral("%1-%2-%3%4")
+        .arg(index + 1, 2, 10, QChar(u'0'))
+        .arg(scene, L10n::code(L10n::lang()), scale > 1 ? QStringLiteral("@%1x").arg(scale) : QString());
+}
+
+int play(const QImage &screen, const QString &folder, const DemoPass &pass)
+{
+    Album album(folder);
+    bool came = true;
+    const auto &scenes = DemoScript::scenes();
+    for (std::size_t i = 0; i < scenes.size(); ++i) {
+        const auto &[name, texts, playScene] = scenes[i];
+        const bool chosen = chosenSample().isEmpty() ? texts || pass.whole : name == chosenSample();
+        if (!chosen || (!texts && !pass.whole))
+            continue;
+        const auto camera = [&](const QImage &seen) { album.add(fileName(i, name, pass.scale), seen); };
+        if (playScene(screen, pass.scale, camera))
+            continue;
+        Console::complain(QStringLiteral("the sample %1 did not come about").arg(name));
+        came = false;
+    }
+    return came && album.complete() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+} // namespace
+
+namespace DemoMode {
+
+int scaleOfPass()
+{
+    const auto pass = DemoPass::ofThisProcess();
+    return pass ? pass->scale : 1;
+}
+
+int run(const QString &picture, const QString &folder)
+{
+    const auto screen = screenFrom(picture);
+    if (!screen)
+        return EXIT_FAILURE;
+    if (const auto pass = DemoPass::ofThisProcess())
+        return play(*screen, folder, *pass);
+    for (const auto &problem : {problemWithSample(), Album::problemWith(folder)}) {
+        if (!problem)
+            continue;
+        Console::complain(*problem);
+        return EXIT_FAILURE;
+    }
+    return DemoPasses({QStringLiteral("--demo"), picture, folder}).run();
+}
+
+} // namespace DemoMode
