@@ -132,8 +132,6 @@ void AppDelegate::openSettings()
 bool AppDelegate::changeShortcut(const Shortcut &proposed)
 {
     const bool taken = m_hotKey->registerShortcut(proposed);
-    if (!taken)
-        (void)m_hotKey->registerShortcut(Prefs::shortcut());
     // The settings save what was accepted after this returns.
     QTimer::singleShot(0, this, [this] { refreshMenuTitle(); });
     return taken;

@@ -7,4 +7,10 @@ HotKey::HotKey(HotKeyService &service, std::function<void()> action) : m_service
     m_service.onPressed = std::move(action);
 }
 
-bool HotKey::registerShortcut(const Shortcut &shortcut) { return m_service.registerShortcut(shortcut); }
+bool HotKey::registerShortcut(const Shortcut &shortcut)
+{
+    const bool taken = m_service.registerShortcut(shortcut);
+    if (taken)
+        m_shortcut = shortcut;
+    return taken;
+}

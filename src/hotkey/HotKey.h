@@ -3,6 +3,7 @@
 #include "hotkey/Shortcut.h"
 
 #include <functional>
+#include <optional>
 
 class HotKeyService;
 
@@ -13,11 +14,14 @@ public:
     // every press.
     HotKey(HotKeyService &service, std::function<void()> action);
 
-    // Gives up the shortcut in force and takes the new one. False when the
-    // system refuses; then nothing is in force, and the caller restores what
-    // should be.
+    // Takes the new shortcut and then gives up the one in force. False when the
+    // system refuses; what was in force stays so.
     [[nodiscard]] bool registerShortcut(const Shortcut &shortcut);
+
+    // The shortcut in force.
+    [[nodiscard]] std::optional<Shortcut> shortcut() const { return m_shortcut; }
 
 private:
     HotKeyService &m_service;
+    std::optional<Shortcut> m_shortcut;
 };

@@ -91,17 +91,21 @@ private slots:
         QCOMPARE(Prefs::shortcut(), Shortcut{});
     }
 
-    void aRefusedShortcutLeavesNothingInForce()
+    void aRefusedShortcutLeavesTheOldOneInForce()
     {
         FakeHotKeys keys;
         keys.takenByOthers = {Shortcut{8}};
         int presses = 0;
         HotKey hotKey(keys, [&] { ++presses; });
+        QVERIFY(!hotKey.registerShortcut(Shortcut{8}));
+        QVERIFY(!hotKey.shortcut());
         QVERIFY(hotKey.registerShortcut({}));
         keys.onPressed();
         QCOMPARE(presses, 1);
         QVERIFY(!hotKey.registerShortcut(Shortcut{8}));
-        QVERIFY(!keys.registered);
+        QCOMPARE(hotKey.shortcut(), Shortcut{});
+        keys.onPressed();
+        QCOMPARE(presses, 2);
     }
 };
 

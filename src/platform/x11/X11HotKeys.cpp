@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 X11HotKeys::X11HotKeys() { QCoreApplication::instance()->installNativeEventFilter(this); }
 
@@ -15,36 +16,38 @@ X11HotKeys::~X11HotKeys() { unregisterShortcut(); }
 
 bool X11HotKeys::registerShortcut(const Shortcut &shortcut)
 {
-    unregisterShortcut();
     const auto position = KeyCodes::toEvdev(shortcut.keyCode);
     if (!position)
         return false;
-    m_keyCode = static_cast<std::uint8_t>(*position + X11Keyboard::evdevOffset);
+    Grabs granted{.keyCode = static_cast<std::uint8_t>(*position + X11Keyboard::evdevOffset), .masks = {}};
     const std::uint16_t modifiers = X11Keyboard::modifierMask(shortcut.modifiers);
     auto *c = Xcb::connection();
     for (const std::uint16_t locks : X11Keyboard::lockStates()) {
         const auto mask = static_cast<std::uint16_t>(modifiers | locks);
         // Not to the own windows first: the shortcut is for the program, not for
         // whatever of it has the focus.
-        const auto cookie = xcb_grab_key_checked(c, 0, Xcb::root(), mask, m_keyCode, XCB_GRAB_MODE_ASYNC,
-                                                 XCB_GRAB_MODE_ASYNC);
+        const auto cookie = xcb_grab_key_checked(c, 0, Xcb::root(), mask, granted.keyCode,
+                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         if (const Xcb::Reply<xcb_generic_error_t> error(xcb_request_check(c, cookie)); error) {
-            unregisterShortcut();
+            giveUp(granted, m_grabs);
             return false;
         }
-        m_masks.push_back(mask);
+        granted.masks.push_back(mask);
     }
+    giveUp(std::exchange(m_grabs, granted), granted);
     return true;
 }
 
-void X11HotKeys::unregisterShortcut()
+void X11HotKeys::unregisterShortcut() { giveUp(std::exchange(m_grabs, {}), {}); }
+
+// The two may overlap: the server counts a grab once, however often it is asked for.
+void X11HotKeys::giveUp(const Grabs &grabs, const Grabs &butNot)
 {
     auto *c = Xcb::connection();
-    for (const std::uint16_t mask : m_masks)
-        xcb_ungrab_key(c, m_keyCode, Xcb::root(), mask);
+    for (const std::uint16_t mask : grabs.masks)
+        if (grabs.keyCode != butNot.keyCode || std::ranges::find(butNot.masks, mask) == butNot.masks.end())
+            xcb_ungrab_key(c, grabs.keyCode, Xcb::root(), mask);
     xcb_flush(c);
-    m_masks.clear();
-    m_keyCode = 0;
 }
 
 // An open menu of this program holds the whole keyboard, and the server then
@@ -53,19 +56,20 @@ bool X11HotKeys::isPressedInOwnMenu(const xcb_key_press_event_t &key) const
 {
     constexpr unsigned buttonsFrom = 0x100;
     const auto modifiers = static_cast<std::uint16_t>(key.state % buttonsFrom);
-    return QApplication::activePopupWidget() && std::ranges::find(m_masks, modifiers) != m_masks.end();
+    return QApplication::activePopupWidget()
+           && std::ranges::find(m_grabs.masks, modifiers) != m_grabs.masks.end();
 }
 
 bool X11HotKeys::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
-    if (m_keyCode == 0 || eventType != "xcb_generic_event_t")
+    if (m_grabs.keyCode == 0 || eventType != "xcb_generic_event_t")
         return false;
     constexpr unsigned sentBit = 0x80;
     const unsigned type = static_cast<xcb_generic_event_t *>(message)->response_type & ~sentBit;
     if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
         return false;
     const auto &key = *static_cast<xcb_key_press_event_t *>(message);
-    if (key.detail != m_keyCode || !(key.event == Xcb::root() || isPressedInOwnMenu(key)))
+    if (key.detail != m_grabs.keyCode || !(key.event == Xcb::root() || isPressedInOwnMenu(key)))
         return false;
     if (type == XCB_KEY_RELEASE)
         m_lastRelease = key.time;

@@ -20,9 +20,14 @@ public:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
-    [[nodiscard]] bool isPressedInOwnMenu(const xcb_key_press_event_t &key) const;
+    struct Grabs {
+        std::uint8_t keyCode = 0; // 0 while nothing is registered
+        std::vector<std::uint16_t> masks;
+    };
 
-    std::uint8_t m_keyCode = 0;         // 0 while nothing is registered
-    std::vector<std::uint16_t> m_masks; // those that were granted
-    std::uint32_t m_lastRelease = 0;    // server time, milliseconds
+    [[nodiscard]] bool isPressedInOwnMenu(const xcb_key_press_event_t &key) const;
+    static void giveUp(const Grabs &grabs, const Grabs &butNot);
+
+    Grabs m_grabs;
+    std::uint32_t m_lastRelease = 0; // server time, milliseconds
 };
