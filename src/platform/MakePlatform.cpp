@@ -9,6 +9,7 @@
 #include "platform/none/NoServices.h"
 #include "platform/x11/OwnWindows.h"
 #include "platform/x11/X11HotKeys.h"
+#include "platform/x11/X11KeyboardGrab.h"
 #include "platform/x11/X11ScreenGrabber.h"
 #include "platform/x11/X11WindowPlacer.h"
 #include "platform/x11/XembedHost.h"
@@ -64,6 +65,7 @@ Platform makeX11Platform()
             .windows = std::make_unique<X11WindowPlacer>(ownWindows),
             .hotKeys = std::make_unique<X11HotKeys>(),
             .keyboard = std::make_unique<XkbKeyboardLayout>(),
+            .keyboardGrab = std::make_unique<X11KeyboardGrab>(),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
             .desktop = std::make_unique<FreedesktopDesktop>(settings)};

@@ -2,6 +2,7 @@
 
 #include "platform/Desktop.h"
 #include "platform/HotKeyService.h"
+#include "platform/KeyboardGrab.h"
 #include "platform/KeyboardLayout.h"
 #include "platform/LoginItem.h"
 #include "platform/ScreenGrabber.h"
@@ -19,6 +20,7 @@ struct Platform {
     std::unique_ptr<WindowPlacer> windows;
     std::unique_ptr<HotKeyService> hotKeys;
     std::unique_ptr<KeyboardLayout> keyboard;
+    std::unique_ptr<KeyboardGrab> keyboardGrab;
     std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Desktop> desktop;

@@ -42,6 +42,12 @@ public:
     std::optional<QString> textOfKey(std::uint32_t) const override { return std::nullopt; }
 };
 
+class NoKeyboardGrab final : public KeyboardGrab {
+public:
+    void take(QWidget &) override {}
+    void release() override {}
+};
+
 class NoStatusItem final : public StatusItem {
 public:
     void show(QMenu &) override {}
@@ -72,6 +78,7 @@ Platform makeNoPlatform()
             .windows = std::make_unique<PlainWindows>(),
             .hotKeys = std::make_unique<NoHotKeys>(),
             .keyboard = std::make_unique<NoLayout>(),
+            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .statusItem = std::make_unique<NoStatusItem>(),
             .loginItem = std::make_unique<NoLoginItem>(),
             .desktop = std::make_unique<NoDesktop>()};

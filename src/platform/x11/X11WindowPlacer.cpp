@@ -7,26 +7,17 @@
 #include <QDialog>
 #include <QEvent>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
-#include <chrono>
-
-using namespace std::chrono_literals;
-
 namespace {
-
-constexpr auto retryPause = 10ms; // while another program holds the keyboard
 
 xcb_window_t idOf(const QWidget &window) { return static_cast<xcb_window_t>(window.internalWinId()); }
 
 } // namespace
 
 X11WindowPlacer::X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows) : m_ownWindows(std::move(ownWindows))
-{
-    m_retry.setInterval(retryPause);
-    m_retry.setSingleShot(true);
-    m_retry.callOnTimeout([this] { grabKeyboard(); });
-}
+{}
 
 void X11WindowPlacer::beginSession()
 {
@@ -51,28 +42,17 @@ void X11WindowPlacer::cover(QWidget &window, QScreen &screen)
     window.raise();
 }
 
+// The grab also stops the desktop's own shortcuts, and keys arrive even where a
+// window manager insists on another focus.
 void X11WindowPlacer::giveKeyboard(QWidget &window)
 {
     m_keyWindow = &window;
     window.activateWindow();
     auto *c = Xcb::connection();
     xcb_set_input_focus(c, XCB_INPUT_FOCUS_PARENT, idOf(window), XCB_CURRENT_TIME);
-    grabKeyboard();
+    if (m_former)
+        m_keyboard.take(window);
     window.focusWidget() ? window.focusWidget()->setFocus() : window.setFocus();
-}
-
-// The grab also stops the desktop's own shortcuts, and keys arrive even where a
-// window manager insists on another focus.
-void X11WindowPlacer::grabKeyboard()
-{
-    if (!m_former || !m_keyWindow)
-        return;
-    auto *c = Xcb::connection();
-    const auto cookie = xcb_grab_keyboard(c, 1, idOf(*m_keyWindow), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                                          XCB_GRAB_MODE_ASYNC);
-    const Xcb::Reply<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(c, cookie, nullptr));
-    if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS)
-        m_retry.start();
 }
 
 QScreen *X11WindowPlacer::screenUnderPointer() const
@@ -120,15 +100,13 @@ void X11WindowPlacer::putAbove(QWidget &dialog)
 void X11WindowPlacer::endSession()
 {
     qApp->removeEventFilter(this);
-    m_retry.stop();
     m_keyWindow.clear();
     if (const auto former = std::exchange(m_former, std::nullopt)) {
         auto *c = Xcb::connection();
         // The former window may be gone by now; then nobody has a claim.
         const Xcb::Reply<xcb_generic_error_t> error(xcb_request_check(
             c, xcb_set_input_focus_checked(c, former->revertTo, former->window, XCB_CURRENT_TIME)));
-        xcb_ungrab_keyboard(c, XCB_CURRENT_TIME);
-        xcb_flush(c);
+        m_keyboard.release();
     }
     m_ownWindows->restore();
 }

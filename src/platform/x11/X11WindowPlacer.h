@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/WindowPlacer.h"
+#include "platform/x11/X11KeyboardGrab.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 
 #include <xcb/xcb.h>
@@ -36,11 +36,10 @@ private:
         std::uint8_t revertTo;
     };
 
-    void grabKeyboard();
     void putAbove(QWidget &dialog);
 
     std::shared_ptr<OwnWindows> m_ownWindows;
     std::optional<Focus> m_former; // who had the keyboard; present during a session
     QPointer<QWidget> m_keyWindow;
-    QTimer m_retry;
+    X11KeyboardGrab m_keyboard;
 };
