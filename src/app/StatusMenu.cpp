@@ -41,5 +41,7 @@ void StatusMenu::showIn(StatusItem &item) { item.show(m_menu); }
 
 void StatusMenu::setShortcut(const QString &display)
 {
-    m_capture->setText(L10n::t(u"Capturar") + QStringLiteral("   ") + display);
+    // A single ampersand would underline what follows it.
+    m_capture->setText(L10n::t(u"Capturar") + QStringLiteral("   ")
+                       + QString(display).replace(u'&', QStringLiteral("&&")));
 }
