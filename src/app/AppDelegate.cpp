@@ -37,10 +37,7 @@ void AppDelegate::log(const QString &message) { Log::write(message); }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    m_hotKey.emplace(*m_platform.hotKeys, [this] {
-        log(QStringLiteral("atajo pulsado"));
-        capture();
-    });
+    m_hotKey.emplace(*m_platform.hotKeys, [this] { hotKeyPressed(); });
     if (!m_commandLine.anyMode)
         takeShortcut();
     buildStatusItem();
@@ -87,10 +84,20 @@ void AppDelegate::captureFromMenu()
     QTimer::singleShot(menuCloses, this, [this] { capture(); });
 }
 
+void AppDelegate::hotKeyPressed()
+{
+    if (m_settings && m_hotKey->shortcut() && m_settings->hearShortcut(*m_hotKey->shortcut()))
+        return;
+    log(QStringLiteral("atajo pulsado"));
+    capture();
+}
+
 void AppDelegate::capture()
 {
     if (m_session || m_capturing)
         return;
+    if (m_settings)
+        m_settings->stopRecording(); // the overlays need the keyboard
     if (m_platform.screens->accessGranted())
         startCapture();
     else
@@ -123,7 +130,11 @@ void AppDelegate::askForPermission()
 void AppDelegate::openSettings()
 {
     if (!m_settings) {
-        m_settings = std::make_unique<SettingsWindow>(*m_platform.keyboard);
+        m_settings
+            = std::make_unique<SettingsWindow>(SettingsWindow::Services{.layout = *m_platform.keyboard,
+                                                                        .keyboard = *m_platform.keyboardGrab,
+                                                                        .loginItem = *m_platform.loginItem,
+                                                                        .desktop = *m_platform.desktop});
         m_settings->onShortcut = [this](const Shortcut &proposed) { return changeShortcut(proposed); };
     }
     m_settings->present();

@@ -40,6 +40,7 @@ private:
     void takeShortcut();
     void buildStatusItem();
     void refreshMenuTitle();
+    void hotKeyPressed();
     void askForPermission();
     QCoro::Task<void> startCapture();
     [[nodiscard]] bool changeShortcut(const Shortcut &proposed);

@@ -15,6 +15,7 @@ struct Shortcut {
     static constexpr std::uint64_t control = 0x40000;
     static constexpr std::uint64_t option = 0x80000;
     static constexpr std::uint64_t command = 0x100000;
+    static constexpr std::uint64_t allModifiers = shift | control | option | command;
 
     std::uint32_t keyCode = 7; // the X key
     std::uint64_t modifiers = shift | command;

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -69,6 +70,18 @@ class AppDelegateTest : public QObject {
     }
 
     [[nodiscard]] QAction *item(int i) const { return tray->menu->actions().at(i); }
+
+    // Opens the settings; their first button.
+    QPushButton *recording()
+    {
+        app->openSettings();
+        QPushButton *recorder = nullptr;
+        for (const QWidget *widget : QApplication::topLevelWidgets())
+            if (widget->isVisible() && widget->windowTitle() == "Vellumora Settings")
+                recorder = widget->findChild<QPushButton *>();
+        QTest::mouseClick(recorder, Qt::LeftButton);
+        return recorder;
+    }
 
     void pressEscape()
     {
@@ -150,6 +163,33 @@ private slots:
         QCOMPARE(overlaysShown(), 0);
         keys->onPressed();
         QCOMPARE(overlaysShown(), 3);
+        pressEscape();
+    }
+
+    void aRecordedShortcutIsTakenUnlessSomebodyHasIt()
+    {
+        launch();
+        for (const QList<Shortcut> &taken : {QList{Shortcut{96, 0}}, QList<Shortcut>{}}) {
+            keys->takenByOthers = taken;
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_F5, {}, 71, 0, 0);
+            QCoreApplication::sendEvent(recording(), &press);
+            QCOMPARE(keys->registered, taken.isEmpty() ? (Shortcut{96, 0}) : Shortcut{});
+        }
+        QTRY_COMPARE(item(0)->text(), "Capture   F5");
+    }
+
+    void aCaptureAndARecordingDoNotMeet()
+    {
+        launch();
+        const QPushButton *recorder = recording();
+        QCOMPARE(recorder->text(), "Press the shortcut…");
+        keys->onPressed(); // what is recorded
+        QCOMPARE(recorder->text(), "⇧⌘?");
+        QCOMPARE(screens->grabs, 0);
+        recording();
+        app->capture();
+        QCOMPARE(overlaysShown(), 3);
+        QCOMPARE(recorder->text(), "⇧⌘?");
         pressEscape();
     }
 

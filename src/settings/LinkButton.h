@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QPushButton>
+
+// A button that looks like a link on a page. Return works it as Space does.
+class LinkButton final : public QPushButton {
+    Q_OBJECT
+
+public:
+    LinkButton(const QString &text, QWidget *parent);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};

@@ -1,0 +1,245 @@
+#include "settings/SettingsWindow.h"
+
+#include "hotkey/Prefs.h"
+#include "l10n/L10n.h"
+#include "platform/freedesktop/AutostartLoginItem.h"
+#include "settings/LabelColors.h"
+#include "settings/ShortcutRecorder.h"
+
+#include "fakes/FakeDesktop.h"
+#include "fakes/FakeKeyboard.h"
+#include "support/TempHome.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QProcess>
+#include <QTest>
+
+namespace {
+
+// Keys as a keyboard sends them, with their position.
+struct Key {
+    int key;
+    quint32 scanCode;
+};
+constexpr Key escape{Qt::Key_Escape, 9};
+constexpr Key tab{Qt::Key_Tab, 23};
+constexpr Key enter{Qt::Key_Return, 36};
+constexpr Key k{Qt::Key_K, 45};
+constexpr Key space{Qt::Key_Space, 65};
+
+void send(QEvent::Type type, Key key, Qt::KeyboardModifiers modifiers = {})
+{
+    QKeyEvent event(type, key.key, modifiers, key.scanCode, 0, 0);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+}
+
+void tap(Key key, Qt::KeyboardModifiers modifiers = {})
+{
+    send(QEvent::KeyPress, key, modifiers);
+    send(QEvent::KeyRelease, key, modifiers);
+}
+
+} // namespace
+
+class SettingsWindowTest : public QObject {
+    Q_OBJECT
+
+    TempHome home;
+    FakeLayout layout;
+    FakeKeyboardGrab keyboard;
+    AutostartLoginItem loginItem;
+    FakeDesktop desktop;
+    std::unique_ptr<SettingsWindow> window;
+    ShortcutRecorder *recorder = nullptr;
+    QCheckBox *login = nullptr;
+    bool accepts = true;
+    const Shortcut ctrlK{40, Shortcut::control};
+
+    [[nodiscard]] QString status() const { return recorder->accessibleDescription(); }
+
+    [[nodiscard]] QColor statusColor() const
+    {
+        for (const QLabel *label : window->findChildren<QLabel *>())
+            if (label->text() == status())
+                return label->palette().color(QPalette::WindowText);
+        return {};
+    }
+
+    void open()
+    {
+        window->present();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    void click() { QTest::mouseClick(recorder, Qt::LeftButton); }
+
+    void recordCtrlK()
+    {
+        click();
+        tap(k, Qt::ControlModifier);
+        QTRY_VERIFY(!keyboard.holder);
+    }
+
+    void checkThatEverythingFits()
+    {
+        QCoreApplication::processEvents();
+        for (const QWidget *part : window->findChildren<QWidget *>()) {
+            if (part->parentWidget() == window.get())
+                continue; // holds all the others
+            const QRect place(part->mapTo(window.get(), QPoint()), part->size());
+            const bool fits = part->size() == part->size().expandedTo(part->sizeHint());
+            QVERIFY2(fits && window->rect().adjusted(20, 20, -20, -20).contains(place),
+                     part->metaObject()->className());
+        }
+    }
+
+private slots:
+    void init()
+    {
+        Prefs::setShortcut({});
+        loginItem.disable();
+        accepts = true;
+        window = std::make_unique<SettingsWindow>(
+            SettingsWindow::Services{layout, keyboard, loginItem, desktop});
+        window->onShortcut = [this](const Shortcut &) { return accepts; };
+        recorder = window->findChild<ShortcutRecorder *>();
+        login = window->findChild<QCheckBox *>();
+        open();
+    }
+
+    void anAcceptedShortcutIsStored()
+    {
+        QCOMPARE(status(), "Click and press the keys. Default is ⇧⌘X.");
+        QCOMPARE(recorder->text(), "⇧⌘&&");
+        click();
+        QCOMPARE(recorder->text(), "Press the shortcut…");
+        tap(k);
+        QVERIFY(recorder->recording());
+        send(QEvent::KeyPress, k, Qt::ControlModifier);
+        QCOMPARE(Prefs::shortcut(), ctrlK);
+        QCOMPARE(status(), "Saved: ⌃&");
+        QCOMPARE(statusColor(), LabelColors::secondary(window->palette()));
+        QVERIFY(!recorder->recording());
+        QCOMPARE(keyboard.holder, window.get()); // until the key is up
+        send(QEvent::KeyRelease, k);
+        QTRY_VERIFY(!keyboard.holder);
+    }
+
+    void aRefusedShortcutIsToldInRedAndNotStored()
+    {
+        accepts = false;
+        recordCtrlK();
+        QCOMPARE(Prefs::shortcut(), Shortcut{});
+        QCOMPARE(status(), "Another app uses that shortcut. Try another one.");
+        QCOMPARE(statusColor(), LabelColors::refusal(window->palette()));
+        window->present();
+        QCOMPARE(recorder->text(), "⌃&&"); // it was open all the time
+        window->close();
+        open();
+        QCOMPARE(recorder->text(), "⇧⌘&&");
+        QVERIFY(status().startsWith("Click"));
+    }
+
+    void nothingHoldsTheKeyboardForLongerThanItListens()
+    {
+        const std::function<void()> ends[]{[this] { click(); }, [this] { login->setFocus(); },
+                                           [this] { window->close(); }, [this] { window.reset(); }};
+        for (const auto &end : ends) {
+            init();
+            click();
+            QVERIFY(keyboard.holder);
+            end();
+            QVERIFY(!keyboard.holder);
+            QCOMPARE(Prefs::shortcut(), Shortcut{});
+        }
+    }
+
+    void theSwitchShowsWhatTheDesktopSays()
+    {
+        login->click();
+        QVERIFY(loginItem.enabled() && login->isChecked());
+        login->click();
+        QVERIFY(!loginItem.enabled() && !login->isChecked());
+        loginItem.enable(); // as another program may
+        window->present();
+        QVERIFY(login->isChecked());
+        login->click();
+        QVERIFY(QDir(home.path(".config")).rmdir("autostart"));
+        QFile obstacle(home.path(".config/autostart"));
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        login->click();
+        QVERIFY(!login->isChecked());
+        obstacle.remove();
+    }
+
+    void theKeyboardAloneIsEnough()
+    {
+        for (const Key start : {space, enter}) {
+            send(QEvent::KeyPress, start);
+            QVERIFY(!recorder->recording());
+            send(QEvent::KeyRelease, start);
+            for (const Key key : {tab, space, enter})
+                tap(key);
+            QVERIFY(recorder->recording() && recorder->hasFocus());
+            tap(escape);
+            QVERIFY(!recorder->recording());
+            QTRY_VERIFY(!keyboard.holder);
+        }
+        tap(tab);
+        tap(space);
+        QVERIFY(loginItem.enabled());
+        tap(tab);
+        tap(enter);
+        QCOMPARE(desktop.opened, QList{L10n::cafe()});
+        send(QEvent::KeyPress, escape);
+        QVERIFY(!window->isVisible());
+    }
+
+    void everyTextCanBeReadInTheLightAndInTheDark()
+    {
+        accepts = false;
+        recordCtrlK();
+        const QPalette light = QApplication::palette();
+        for (const QPalette &look : {QPalette(QColor("#353535")), QPalette(Qt::white, Qt::black), light}) {
+            QApplication::setPalette(look);
+            const QPalette palette = window->palette();
+            for (const QColor &color : {LabelColors::secondary(palette), LabelColors::tertiary(palette),
+                                        LabelColors::link(palette), LabelColors::refusal(palette)})
+                QVERIFY(LabelColors::contrast(color, palette.color(QPalette::Window)) >= 4.5);
+            QCOMPARE(statusColor(), LabelColors::refusal(palette));
+            QVERIFY(statusColor().red() > statusColor().green() * 3 / 2);
+        }
+        QVERIFY(std::abs(LabelColors::contrast(QColor("#767676"), Qt::white) - 4.54) < 0.01);
+    }
+
+    void noTextIsClipped()
+    {
+        const QSize size = window->size();
+        QCOMPARE(size, size.expandedTo({380, 225}));
+        checkThatEverythingFits();
+        accepts = false;
+        recordCtrlK();
+        click();
+        checkThatEverythingFits();
+        QCOMPARE(window->size(), size);
+    }
+
+    // The language is chosen once, so each needs a process of its own.
+    void noTextIsClippedInAnyLanguage()
+    {
+        for (const char *lang : {"es", "it", "fr", "de", "pt"}) {
+            auto environment = QProcessEnvironment::systemEnvironment();
+            environment.insert("VELLUMORA_IDIOMA", lang);
+            QProcess self;
+            self.setProcessEnvironment(environment);
+            self.start(QCoreApplication::applicationFilePath(), {"noTextIsClipped"});
+            QVERIFY(self.waitForFinished());
+            QVERIFY2(self.exitCode() == 0, self.readAllStandardOutput());
+        }
+    }
+};
+
+QTEST_MAIN(SettingsWindowTest)
+#include "SettingsWindowTest.moc"
