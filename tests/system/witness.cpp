@@ -3,6 +3,7 @@
 //
 //   witness X Y WIDTH HEIGHT [DELAY]   DELAY: milliseconds it takes to repaint
 //   witness --grab MODIFIERS KEYCODE   takes a global shortcut for itself
+//   witness --keyboard                 says whether somebody holds the keyboard, and ends
 #include <xcb/xcb.h>
 
 #include <chrono>
@@ -117,14 +118,31 @@ int grab(xcb_connection_t *c, const xcb_screen_t &screen, unsigned modifiers, un
     return EXIT_SUCCESS;
 }
 
+// A window that does not show gets no grab, so asking changes nothing for others.
+int tellWhetherHeld(xcb_connection_t *c, const xcb_screen_t &screen)
+{
+    const xcb_window_t window = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen.root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, 0, nullptr);
+    const auto cookie
+        = xcb_grab_keyboard(c, 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const std::unique_ptr<xcb_grab_keyboard_reply_t, Free> reply(xcb_grab_keyboard_reply(c, cookie, nullptr));
+    say("held", reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED ? 1 : 0);
+    return EXIT_SUCCESS;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     xcb_connection_t *c = xcb_connect(nullptr, nullptr);
-    if (xcb_connection_has_error(c) || argc < 4)
+    if (xcb_connection_has_error(c) || argc < 2)
         return EXIT_FAILURE;
     const xcb_screen_t &screen = *xcb_setup_roots_iterator(xcb_get_setup(c)).data;
+    if (std::strcmp(argv[1], "--keyboard") == 0)
+        return tellWhetherHeld(c, screen);
+    if (argc < 4)
+        return EXIT_FAILURE;
     if (std::strcmp(argv[1], "--grab") == 0)
         return grab(c, screen, static_cast<unsigned>(std::atoi(argv[2])),
                     static_cast<unsigned>(std::atoi(argv[3])));
