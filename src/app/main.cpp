@@ -3,6 +3,7 @@
 #include "app/SingleInstance.h"
 #include "l10n/L10n.h"
 #include "modes/DemoMode.h"
+#include "modes/HaloTestMode.h"
 #include "platform/Platform.h"
 #include "updater/Version.h"
 
@@ -48,7 +49,7 @@ std::optional<int> answeredAtOnce(const CommandLine &line)
 
 bool displayReady(const CommandLine &line)
 {
-    if (line.demo) {
+    if (line.demo || line.haloTest) {
         // The same pictures on every machine, and nothing comes up on its screens.
         prepareOffscreen(DemoMode::scaleOfPass());
         return true;
@@ -109,6 +110,8 @@ int main(int argc, char **argv)
     translateToolkit(toolkitTexts);
     if (line.demo)
         return DemoMode::run(line.demo->picture, line.demo->folder);
+    if (line.haloTest)
+        return HaloTestMode::run(line.haloTest->picture, line.haloTest->folder);
     AppDelegate delegate(platform, line);
     serveOthers(instance, delegate);
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);

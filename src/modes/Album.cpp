@@ -4,7 +4,6 @@
 #include "overlay/ImageFiles.h"
 
 #include <QSaveFile>
-#include <QTemporaryFile>
 
 namespace {
 
@@ -16,16 +15,6 @@ bool written(const QString &path, const QImage &picture)
 }
 
 } // namespace
-
-std::optional<QString> Album::problemWith(const QString &folder)
-{
-    if (!QDir().mkpath(folder))
-        return QStringLiteral("cannot make the folder %1").arg(folder);
-    QTemporaryFile probe(QDir(folder).filePath(QStringLiteral("vellumora-XXXXXX")));
-    if (!probe.open())
-        return QStringLiteral("cannot write into the folder %1: %2").arg(folder, probe.errorString());
-    return std::nullopt;
-}
 
 void Album::add(const QString &name, const QImage &picture)
 {

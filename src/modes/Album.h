@@ -4,17 +4,11 @@
 #include <QImage>
 #include <QString>
 
-#include <optional>
-
 // A folder that pictures are written into. Says the path of each on standard
 // output, and on standard error which could not be written.
 class Album {
 public:
     explicit Album(const QString &folder) : m_folder(folder) {}
-
-    // Makes the folder and finds out whether files can be written there; answers
-    // a sentence for the user if not.
-    [[nodiscard]] static std::optional<QString> problemWith(const QString &folder);
 
     // As PNG, by its name without extension.
     void add(const QString &name, const QImage &picture);

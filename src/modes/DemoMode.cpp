@@ -5,34 +5,21 @@
 #include "modes/Console.h"
 #include "modes/DemoPasses.h"
 #include "modes/DemoScript.h"
+#include "modes/Inputs.h"
 
-#include <QCoreApplication>
-#include <QImageReader>
 
-#include <optional>
 
 namespace {
 
 QString chosenSample() { return qEnvironmentVariable("VELLUMORA_DEMO_MUESTRA"); }
 
-// The frozen screen, or a sentence on standard error.
-std::optional<QImage> screenFrom(const QString &picture)
-{
-    QImageReader reader(picture);
-    reader.setAutoTransform(true);
-    const QImage image = reader.read();
-    if (!image.isNull())
-        return image.convertToFormat(QImage::Format_RGB32);
-    Console::complain(QStringLiteral("cannot read the picture %1: %2").arg(picture, reader.errorString()));
-    return std::nullopt;
-}
-
-std::optional<QString> problemWithSample()
+bool sampleExists()
 {
     if (chosenSample().isEmpty() || DemoScript::names().contains(chosenSample()))
-        return std::nullopt;
-    return QStringLiteral("there is no sample \"%1\"; there are: %2")
-        .arg(chosenSample(), DemoScript::names().join(u' '));
+        return true;
+    Console::complain(QStringLiteral("there is no sample \"%1\"; there are: %2")
+                          .arg(chosenSample(), DemoScript::names().join(u' ')));
+    return false;
 }
 
 // Such as "07-rectangle-en@2x".
@@ -74,17 +61,13 @@ int scaleOfPass()
 
 int run(const QString &picture, const QString &folder)
 {
-    const auto screen = screenFrom(picture);
+    const auto screen = Inputs::screenFrom(picture);
     if (!screen)
         return EXIT_FAILURE;
     if (const auto pass = DemoPass::ofThisProcess())
         return play(*screen, folder, *pass);
-    for (const auto &problem : {problemWithSample(), Album::problemWith(folder)}) {
-        if (!problem)
-            continue;
-        Console::complain(*problem);
+    if (!sampleExists() || !Inputs::folderReady(folder))
         return EXIT_FAILURE;
-    }
     return DemoPasses({QStringLiteral("--demo"), picture, folder}).run();
 }
 

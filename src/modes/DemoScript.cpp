@@ -4,10 +4,9 @@
 #include "modes/Console.h"
 #include "modes/SampleStrokes.h"
 #include "modes/Stage.h"
+#include "modes/Strip.h"
 #include "toolbar/Bar.h"
 #include "toolbar/BarButton.h"
-
-#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -66,23 +65,6 @@ QList<QPointF> sampleStroke(Stage &stage, const QString &shape)
 {
     const double room = std::min(stage.view().width(), stage.view().height());
     return SampleStrokes::stroke(shape, stage.at(0.31, 0.43), 0.2 * room);
-}
-
-// Pictures side by side, in device pixels.
-QImage strip(const QList<QImage> &pictures)
-{
-    int width = 0;
-    for (const QImage &each : pictures)
-        width += each.width();
-    QImage whole(width, pictures.first().height(), QImage::Format_RGB32);
-    QPainter painter(&whole);
-    int x = 0;
-    for (QImage each : pictures) {
-        each.setDevicePixelRatio(1);
-        painter.drawImage(x, 0, each);
-        x += each.width();
-    }
-    return whole;
 }
 
 bool adjust(Stage &stage)
@@ -237,6 +219,13 @@ std::vector<Scene> helping()
                   stage.view().copyImage();
                   return true;
               }),
+    };
+}
+
+// Scenes whose picture is not the screen at the end.
+std::vector<Scene> results()
+{
+    return {
         {QStringLiteral("picture"), false,
          [](const QImage &screen, double scale, const Camera &camera) {
              Stage stage(screen, scale);
@@ -264,6 +253,7 @@ const std::vector<Scene> &scenes()
     static const std::vector<Scene> all = [] {
         std::vector<Scene> list = editing();
         std::ranges::move(helping(), std::back_inserter(list));
+        std::ranges::move(results(), std::back_inserter(list));
         for (const QString &shape : SampleStrokes::names())
             list.push_back(shapeScene(shape));
         return list;
