@@ -11,6 +11,7 @@ inline constexpr QStringView lastFolderKey = u"ultimaCarpeta";
 inline constexpr QStringView shapeTipKey = u"pistaFiguras";
 inline constexpr QStringView keepStrokesKey = u"guardarTrazos";
 inline constexpr QStringView recentColorsKey = u"coloresRecientes";
+inline constexpr QStringView updateAddressKey = u"urlActualizacion";
 
 // Invalid when nothing is stored.
 [[nodiscard]] QVariant value(QStringView key);

@@ -1,6 +1,7 @@
 #include "platform/Platform.h"
 
 #include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/BundleInstaller.h"
 #include "platform/freedesktop/FreedesktopDesktop.h"
 #include "platform/freedesktop/SessionBus.h"
 #include "platform/freedesktop/SettingsPortal.h"
@@ -68,7 +69,8 @@ Platform makeX11Platform()
             .keyboardGrab = std::make_unique<X11KeyboardGrab>(),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings)};
+            .desktop = std::make_unique<FreedesktopDesktop>(settings),
+            .updates = std::make_unique<BundleInstaller>()};
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "platform/LoginItem.h"
 #include "platform/ScreenGrabber.h"
 #include "platform/StatusItem.h"
+#include "platform/UpdateInstaller.h"
 #include "platform/WindowPlacer.h"
 
 #include <QString>
@@ -24,6 +25,7 @@ struct Platform {
     std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Desktop> desktop;
+    std::unique_ptr<UpdateInstaller> updates;
 };
 
 // Chooses the back ends for the display that the application object is on. The

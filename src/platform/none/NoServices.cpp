@@ -70,6 +70,18 @@ public:
     QStringList preferredLanguages() const override { return QLocale::system().uiLanguages(); }
 };
 
+class NoInstaller final : public UpdateInstaller {
+public:
+    std::optional<QString> bundle() const override { return std::nullopt; }
+    bool canReplace(const QString &) const override { return false; }
+    SwapCommands commands(const QString &) const override { return {}; }
+    QCoro::Task<std::optional<QString>> stage(QString, QString, QString) override { co_return notHere(); }
+    std::optional<QString> start(const QString &) override { return notHere(); }
+
+private:
+    static QString notHere() { return QStringLiteral("UpdateInstaller"); }
+};
+
 } // namespace
 
 Platform makeNoPlatform()
@@ -81,5 +93,6 @@ Platform makeNoPlatform()
             .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .statusItem = std::make_unique<NoStatusItem>(),
             .loginItem = std::make_unique<NoLoginItem>(),
-            .desktop = std::make_unique<NoDesktop>()};
+            .desktop = std::make_unique<NoDesktop>(),
+            .updates = std::make_unique<NoInstaller>()};
 }
