@@ -28,3 +28,16 @@ function(vellumora_test path)
   set_tests_properties(${path} PROPERTIES LABELS unit TIMEOUT 120
     ENVIRONMENT "QT_SCREEN_SCALE_FACTORS=A=2\\;B=1\\;C=1.25;QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/support/screens.json;VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}")
 endfunction()
+
+# vellumora_update_key(key.pem SOURCE) makes a source file out of a public key
+# and names it in SOURCE.
+function(vellumora_update_key file out)
+  file(READ ${file} key)
+  string(STRIP "${key}" key)
+  if(NOT key MATCHES "^-----BEGIN PUBLIC KEY-----\n[A-Za-z0-9+/=\n]+-----END PUBLIC KEY-----$")
+    message(FATAL_ERROR "${file} is not a public key in PEM form")
+  endif()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  configure_file(${PROJECT_SOURCE_DIR}/src/updater/UpdateKey.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/UpdateKey.cpp @ONLY)
+  set(${out} ${CMAKE_CURRENT_BINARY_DIR}/UpdateKey.cpp PARENT_SCOPE)
+endfunction()

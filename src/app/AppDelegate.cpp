@@ -9,7 +9,7 @@
 #include "l10n/L10n.h"
 #include "platform/Platform.h"
 #include "settings/SettingsWindow.h"
-#include "updater/Updater.h"
+#include "updater/UpdateKey.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -29,11 +29,21 @@ constexpr auto updateCheckAfter = 4s;
 AppDelegate::AppDelegate(Platform &platform, CommandLine commandLine)
     : m_platform(platform)
     , m_commandLine(std::move(commandLine))
-{}
+    , m_updater(*platform.updates, *platform.desktop, UpdateKey::pem())
+{
+    prepareUpdater();
+}
 
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::log(const QString &message) { Log::write(message); }
+
+void AppDelegate::prepareUpdater()
+{
+    m_updater.busy = [this] { return m_session || m_capturing; };
+    // Quitting would first ask every window, and one could refuse.
+    m_updater.terminate = [] { QCoreApplication::exit(); };
+}
 
 void AppDelegate::applicationDidFinishLaunching()
 {
@@ -45,7 +55,7 @@ void AppDelegate::applicationDidFinishLaunching()
     if (!m_platform.screens->accessGranted())
         m_platform.screens->requestAccess();
     if (!m_commandLine.anyMode)
-        QTimer::singleShot(updateCheckAfter, this, [] { Updater::check(Updater::Asked::byItself); });
+        QTimer::singleShot(updateCheckAfter, this, [this] { m_updater.check(Updater::Asked::byItself); });
     if (m_commandLine.capture)
         capture();
     if (m_commandLine.settings)
@@ -114,11 +124,16 @@ QCoro::Task<void> AppDelegate::startCapture()
     m_capturing = false;
     if (!shots)
         askForPermission();
-    if (!shots || shots->empty())
+    if (!shots || shots->empty()) {
+        emit m_updater.captureEnded();
         co_return;
+    }
     m_session = std::make_unique<CaptureSession>(*m_platform.windows, *m_platform.desktop);
     // The session reports its end from within one of its own windows' events.
-    m_session->onFinish = [this] { m_session.release()->deleteLater(); };
+    m_session->onFinish = [this] {
+        m_session.release()->deleteLater();
+        emit m_updater.captureEnded();
+    };
     m_session->start(*shots);
 }
 
@@ -155,4 +170,4 @@ void AppDelegate::openAbout()
 
 void AppDelegate::openWeb() { m_platform.desktop->openWeb(L10n::web()); }
 
-void AppDelegate::checkUpdates() { Updater::check(Updater::Asked::byUser); }
+void AppDelegate::checkUpdates() { m_updater.check(Updater::Asked::byUser); }

@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/StatusMenu.h"
 #include "hotkey/HotKey.h"
+#include "updater/Updater.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -43,6 +44,7 @@ private:
     void hotKeyPressed();
     void askForPermission();
     QCoro::Task<void> startCapture();
+    void prepareUpdater();
     [[nodiscard]] bool changeShortcut(const Shortcut &proposed);
 
     Platform &m_platform;
@@ -52,4 +54,5 @@ private:
     std::unique_ptr<SettingsWindow> m_settings;
     std::unique_ptr<CaptureSession> m_session; // present exactly while overlays show
     bool m_capturing = false;                  // the screens are being read
+    Updater m_updater;
 };

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QWidget>
+
+// Twelve spokes of which one after the other is the darkest, for as long as it
+// is visible.
+class Spinner final : public QWidget {
+public:
+    explicit Spinner(QWidget *parent);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QBasicTimer m_timer;
+    int m_step = 0;
+};

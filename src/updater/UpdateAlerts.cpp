@@ -1,0 +1,104 @@
+#include "updater/UpdateAlerts.h"
+
+#include "l10n/L10n.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCoroSignal>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+
+namespace {
+
+constexpr int iconSide = 64; // points
+
+QPointer<QMessageBox> shown;
+
+QString filled(QString format, const QString &value) { return format.replace(u"%@"_qs, value); }
+
+// The words come from outside: they are never markup.
+void takeLiterally(QMessageBox &box)
+{
+    for (auto *label : box.findChildren<QLabel *>())
+        label->setTextFormat(Qt::PlainText);
+}
+
+QMessageBox *makeBox(const UpdateAlerts::Alert &alert)
+{
+    auto *box = new QMessageBox(QMessageBox::NoIcon, u"Vellumora"_qs, alert.message);
+    box->setInformativeText(alert.informative);
+    takeLiterally(*box);
+    box->setIconPixmap(
+        QApplication::windowIcon().pixmap(QSize(iconSide, iconSide), box->devicePixelRatioF()));
+    for (const QString &title : alert.buttons)
+        box->addButton(title, box->buttons().isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
+    if (alert.buttons.isEmpty())
+        box->addButton(QMessageBox::Ok);
+    return box;
+}
+
+} // namespace
+
+namespace UpdateAlerts {
+
+Alert offer(const QString &version, const std::optional<QString> &notes, const QString &current)
+{
+    const QString above = notes ? *notes + u"\n\n"_qs : QString();
+    return {filled(L10n::t(u"Hay una versión nueva de Vellumora (%@)"), version),
+            above
+                + filled(L10n::t(u"Tienes la %@. Se instala sola en unos segundos y se vuelve a abrir."),
+                         current),
+            {L10n::t(u"Actualizar"), L10n::t(u"Ahora no")}};
+}
+
+Alert upToDate(const QString &current)
+{
+    return {L10n::t(u"Tienes la última versión"),
+            filled(L10n::t(u"Vellumora %@ es la más reciente."), current)};
+}
+
+Alert notSigned()
+{
+    return {L10n::t(u"No se pudo comprobar la actualización"),
+            L10n::t(u"La respuesta de la web no venía firmada por KLV, así que no se ha instalado nada.")};
+}
+
+Alert unreachable()
+{
+    return {L10n::t(u"No se pudo comprobar"),
+            L10n::t(u"No hay conexión con la web de Vellumora. Prueba más tarde.")};
+}
+
+Alert failed(const QString &message)
+{
+    return {L10n::t(u"No se pudo actualizar"),
+            filled(L10n::t(u"%@\n\nPuedes descargarla a mano desde la web."), message),
+            {L10n::t(u"Abrir la web"), L10n::t(u"Cerrar")}};
+}
+
+QCoro::Task<bool> ask(Alert alert)
+{
+    QPointer<QMessageBox> box = makeBox(alert);
+    const auto *first = qobject_cast<QPushButton *>(box->buttons().constFirst());
+    box->setDefaultButton(const_cast<QPushButton *>(first));
+    shown = box;
+    bringToFront();
+    co_await qCoro(box.get(), &QDialog::finished);
+    if (!box)
+        co_return false;
+    box->deleteLater();
+    co_return box->clickedButton() == first;
+}
+
+void bringToFront()
+{
+    if (!shown)
+        return;
+    shown->show();
+    shown->raise();
+    shown->activateWindow();
+}
+
+} // namespace UpdateAlerts

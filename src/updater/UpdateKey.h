@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QByteArray>
+
+// The one key that updates are trusted by.
+namespace UpdateKey {
+
+// A PEM "PUBLIC KEY" block of a P-256 key, chosen when the program was built.
+[[nodiscard]] QByteArray pem();
+
+} // namespace UpdateKey
