@@ -4,6 +4,7 @@
 #include "l10n/L10n.h"
 #include "modes/DemoMode.h"
 #include "modes/HaloTestMode.h"
+#include "modes/SelfTestMode.h"
 #include "platform/Platform.h"
 #include "updater/Version.h"
 
@@ -112,6 +113,8 @@ int main(int argc, char **argv)
         return DemoMode::run(line.demo->picture, line.demo->folder);
     if (line.haloTest)
         return HaloTestMode::run(line.haloTest->picture, line.haloTest->folder);
+    if (line.selfTest)
+        return SelfTestMode::run(platform, *line.selfTest);
     AppDelegate delegate(platform, line);
     serveOthers(instance, delegate);
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);

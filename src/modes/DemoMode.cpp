@@ -7,8 +7,6 @@
 #include "modes/DemoScript.h"
 #include "modes/Inputs.h"
 
-
-
 namespace {
 
 QString chosenSample() { return qEnvironmentVariable("VELLUMORA_DEMO_MUESTRA"); }

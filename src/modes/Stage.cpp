@@ -52,11 +52,16 @@ QImage Stage::picture()
     return pictureNow();
 }
 
-// The window's own pixels: the toolkit's way of painting a window into a picture
-// leaves out what has a shadow.
 QImage Stage::pictureNow()
 {
     QCoreApplication::processEvents();
-    const auto *pixels = dynamic_cast<QImage *>(m_view.backingStore()->paintDevice());
+    return pixelsOf(m_view);
+}
+
+// The window's own: the toolkit's way of painting a window into a picture leaves
+// out what has a shadow.
+QImage Stage::pixelsOf(QWidget &window)
+{
+    const auto *pixels = dynamic_cast<QImage *>(window.backingStore()->paintDevice());
     return pixels ? pixels->copy() : QImage();
 }

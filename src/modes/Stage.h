@@ -28,6 +28,9 @@ public:
 
     static void linger(int milliseconds);
 
+    // What is on the screen of any window, in device pixels.
+    [[nodiscard]] static QImage pixelsOf(QWidget &window);
+
     // What is on the screen, once it is at rest.
     [[nodiscard]] QImage picture();
     // The same at this very moment.
@@ -44,6 +47,7 @@ private:
     public:
         void beep() override {}
         void playPop() override {}
+        bool hasSound() override { return false; }
         void hapticTick() override {}
         bool reduceMotion() const override { return !moving; }
         void openWeb(const QUrl &) override {}

@@ -11,6 +11,9 @@ public:
     virtual void beep() = 0;
     // The short sound after a copy. Returns at once.
     virtual void playPop() = 0;
+    // Whether that can be heard. May take as long as a sound server takes to
+    // answer.
+    [[nodiscard]] virtual bool hasSound() = 0;
     virtual void hapticTick() = 0;
 
     // The user's wish at this moment; follows the desktop's settings live.

@@ -21,6 +21,7 @@ namespace {
 
 class RecordingStatusItem final : public StatusItem {
 public:
+    bool shows() const override { return true; }
     void show(QMenu &shown) override { menu = &shown; }
     QMenu *menu = nullptr;
 };

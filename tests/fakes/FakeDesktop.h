@@ -7,6 +7,7 @@ class FakeDesktop final : public Desktop {
 public:
     void beep() override { ++beeps; }
     void playPop() override { ++pops; }
+    bool hasSound() override { return true; }
     void hapticTick() override { ++ticks; }
     bool reduceMotion() const override { return stillness; }
     void openWeb(const QUrl &address) override { opened.append(address); }

@@ -10,6 +10,8 @@ void FreedesktopDesktop::beep() { QApplication::beep(); }
 
 void FreedesktopDesktop::playPop() { m_pop.play(); }
 
+bool FreedesktopDesktop::hasSound() { return m_pop.audible(); }
+
 bool FreedesktopDesktop::reduceMotion() const { return m_settings->reducesMotion(); }
 
 void FreedesktopDesktop::openWeb(const QUrl &address) { QDesktopServices::openUrl(address); }

@@ -16,6 +16,7 @@ public:
 
     void beep() override;
     void playPop() override;
+    bool hasSound() override;
     void hapticTick() override {} // no desktop offers one
     bool reduceMotion() const override;
     void openWeb(const QUrl &address) override;

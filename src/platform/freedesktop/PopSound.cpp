@@ -45,6 +45,14 @@ void PopSound::play()
     m_thread.start([this] { playNow(); });
 }
 
+bool PopSound::audible()
+{
+    bool answer = false;
+    m_thread.start([&] { answer = prepare(); });
+    m_thread.waitForDone();
+    return answer;
+}
+
 bool PopSound::prepare()
 {
     if (m_context)

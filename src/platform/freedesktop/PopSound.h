@@ -17,6 +17,8 @@ public:
     // Returns at once. The sound server may take its time or not exist, so it is
     // spoken to in a thread of its own.
     void play();
+    // Whether a sound server or a device answers; waits for it.
+    [[nodiscard]] bool audible();
 
 private:
     [[nodiscard]] bool prepare();

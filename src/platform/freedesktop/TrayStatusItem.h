@@ -24,6 +24,7 @@ public:
                    std::shared_ptr<const SettingsPortal> settings);
 
     void show(QMenu &menu) override;
+    bool shows() const override { return m_icon && m_icon->isVisible(); }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

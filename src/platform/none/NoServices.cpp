@@ -51,6 +51,7 @@ public:
 class NoStatusItem final : public StatusItem {
 public:
     void show(QMenu &) override {}
+    bool shows() const override { return false; }
 };
 
 class NoLoginItem final : public LoginItem {
@@ -64,6 +65,7 @@ class NoDesktop final : public Desktop {
 public:
     void beep() override {}
     void playPop() override {}
+    bool hasSound() override { return false; }
     void hapticTick() override {}
     bool reduceMotion() const override { return false; }
     void openWeb(const QUrl &) override {}

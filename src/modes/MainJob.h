@@ -1,0 +1,31 @@
+#pragma once
+
+#include "capture/ScreenShot.h"
+#include "modes/Album.h"
+#include "modes/Report.h"
+
+#include <vector>
+
+class OverlayView;
+struct Platform;
+
+// What the program is for, from the screens to the clipboard, done once for a
+// report. Each step needs the ones before.
+class MainJob {
+public:
+    MainJob(Platform &platform, Report &report, Album &album);
+
+    // Whether all of it works.
+    [[nodiscard]] bool run();
+
+private:
+    [[nodiscard]] bool capture();
+    [[nodiscard]] bool edit();
+    [[nodiscard]] bool mark(OverlayView &view);
+    [[nodiscard]] bool copy(OverlayView &view);
+
+    Platform &m_platform;
+    Report &m_report;
+    Album &m_album;
+    std::vector<ScreenShot> m_shots;
+};
