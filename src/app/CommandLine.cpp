@@ -85,6 +85,9 @@ QString CommandLine::helpText()
                           "  --capturar              capture now\n"
                           "  --ajustes               open the settings\n"
                           "  --demo PICTURE FOLDER   write pictures of a scripted capture of PICTURE\n"
+                          "  --prueba-halo PICTURE FOLDER\n"
+                          "                          film the glow round a selection and time its frames\n"
+                          "  --selftest FOLDER       report which services work on this desktop\n"
                           "  --version               say which version this is\n"
                           "  --help                  say this\n");
 }

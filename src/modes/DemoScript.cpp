@@ -78,15 +78,15 @@ bool allMarks(Stage &stage)
 {
     mark(stage, Tool::arrow, stage.at(0.437, 0.25), stage.at(0.381, 0.505));
     mark(stage, Tool::ellipse, stage.at(0.344, 0.475), stage.at(0.406, 0.575));
-    mark(stage, Tool::marker, stage.at(0.102, 0.2325), stage.at(0.281, 0.2325));
-    mark(stage, Tool::pixelate, stage.at(0.102, 0.25), stage.at(0.313, 0.2775));
+    mark(stage, Tool::marker, stage.at(0.105, 0.2325), stage.at(0.281, 0.2325));
+    mark(stage, Tool::pixelate, stage.at(0.097, 0.25), stage.at(0.313, 0.2775));
     mark(stage, Tool::rectangle, stage.at(0.461, 0.3), stage.at(0.523, 0.375));
     mark(stage, Tool::line, stage.at(0.125, 0.5125), stage.at(0.1875, 0.375));
     stage.view().toggleTool(Tool::pencil);
     stage.hand().drag(wave(stage, 0.219, 0.3625));
     stage.view().toggleTool(Tool::pencil);
     beginText(stage);
-    stage.hand().type(QStringLiteral("Vellumora"));
+    stage.hand().type(QStringLiteral("Bridge closed"));
     stage.hand().key(Qt::Key_Escape);
     stage.view().toggleTool(Tool::text);
     return stage.view().state().annotations.size() == 8;
