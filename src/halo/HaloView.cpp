@@ -159,8 +159,10 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
     if (m_band) {
         const Painting::Saved saved(painter);
         painter.scale(1 / m_scale, 1 / m_scale); // from here on in pixels
-        for (const QRect &pixels : toPixels(exposed, m_scale))
+        for (const QRect &pixels : toPixels(exposed, m_scale)) {
+            painter.setClipRect(pixels); // blended in rows, not span by span
             paint(painter, pixels);
+        }
     }
     if (m_asked) // the rest of the picture is still to be painted and shown
         QMetaObject::invokeMethod(this, &HaloView::frameShown, Qt::QueuedConnection);

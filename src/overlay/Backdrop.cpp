@@ -44,6 +44,9 @@ void Backdrop::draw(QPainter &painter, const std::optional<QRectF> &selection, c
     };
     for (const QRect &area : exposed) {
         const QRect pixels = pixelsOf(area, m_shot.scale) & m_shot.image.rect();
+        // Under a clip that is one rectangle the toolkit copies rows; under the
+        // whole exposed region it would go span by span, in several threads.
+        painter.setClipRect(pixels);
         for (const QRect &outside : QRegion(pixels).subtracted(bright))
             copy(m_dimmed, outside);
         if (pixels.intersects(bright))

@@ -18,6 +18,7 @@
 
 #include <QGuiApplication>
 
+#include <malloc.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -41,8 +42,13 @@ void nameRuntimeFolder()
         qputenv("XDG_RUNTIME_DIR", QByteArray("/tmp/runtime-") + QByteArray::number(getuid()));
 }
 
+// Pictures of screens go back to the system as soon as they are let go. Left to
+// itself the allocator learns from the first one to keep the rest.
+void giveLargeMemoryBack() { mallopt(M_MMAP_THRESHOLD, 1024 * 1024); }
+
 void prepareEnvironment()
 {
+    giveLargeMemoryBack();
     SessionBus::doNotStartOne();
     nameRuntimeFolder();
 }

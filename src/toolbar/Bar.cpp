@@ -51,6 +51,7 @@ void Bar::addButton(BarButton *button)
 {
     m_buttons.append(button);
     button->onWidthChanged = [this] { layoutButtons(); };
+    button->onLookChanged = [this] { m_effect->forget(); };
     add({Kind::button, button, button});
 }
 
@@ -63,6 +64,8 @@ void Bar::addDecoration(QWidget *decoration) { add({Kind::decoration, decoration
 void Bar::add(const Entry &entry)
 {
     if (entry.widget) {
+        if (!entry.button)
+            m_effect->keepNothing(); // nobody says when it looks different
         entry.widget->setParent(this);
         entry.widget->show();
     }
@@ -84,6 +87,7 @@ void Bar::layoutButtons()
             m_separators.append(frames.items[i]);
     }
     resize(frames.size.toSize());
+    m_effect->forget();
     update();
 }
 

@@ -33,7 +33,7 @@ BarButton::BarButton(const QString &symbol, QWidget *parent) : QAbstractButton(p
     setCursor(Qt::PointingHandCursor);
     connect(&m_fade, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         m_background = value.value<QColor>();
-        update();
+        redraw();
     });
     // Also sent when a held pointer leaves the button and comes back.
     connect(this, &QAbstractButton::pressed, this, [this] { setPressed(true); });
@@ -57,7 +57,7 @@ void BarButton::setSwatch(const std::optional<QColor> &color)
 {
     const bool widens = m_state.swatch.has_value() != color.has_value();
     m_state.swatch = color;
-    update();
+    redraw();
     if (widens)
         widthChanged();
 }
@@ -83,14 +83,14 @@ void BarButton::setKeyHint(const std::optional<QString> &text)
 void BarButton::setDotColor(const std::optional<QColor> &color)
 {
     m_state.dotColor = color;
-    update();
+    redraw();
 }
 
 void BarButton::refresh(Speed speed)
 {
     const QColor target = BarButtonPaint::fill(m_state);
     m_fade.stop();
-    update(); // border and tint change at once
+    redraw(); // border and tint change at once
     if (target == m_background)
         return;
     m_fade.setDuration(static_cast<int>((speed == Speed::fast ? fastFadeTime : fadeTime).count()));
@@ -125,9 +125,16 @@ void BarButton::setPressed(bool pressed)
     refresh(Speed::fast);
 }
 
+void BarButton::redraw()
+{
+    if (onLookChanged)
+        onLookChanged();
+    update();
+}
+
 void BarButton::widthChanged()
 {
-    update();
+    redraw();
     updateGeometry();
     if (onWidthChanged)
         onWidthChanged();

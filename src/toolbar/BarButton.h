@@ -33,8 +33,9 @@ public:
     [[nodiscard]] double preferredWidth() const; // points
     [[nodiscard]] QSize sizeHint() const override;
 
-    // The bar's: the button may need another width.
+    // The bar's: the button may need another width, or looks different now.
     std::function<void()> onWidthChanged;
+    std::function<void()> onLookChanged;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -44,6 +45,7 @@ protected:
 private:
     void setHovering(bool hovering);
     void setPressed(bool pressed);
+    void redraw();
     void widthChanged();
 
     BarButtonState m_state;

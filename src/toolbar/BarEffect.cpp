@@ -60,15 +60,23 @@ QRectF BarEffect::boundingRectFor(const QRectF &bar) const
 
 void BarEffect::draw(QPainter *painter)
 {
-    const Painting::Saved saved(*painter);
     const QRectF bar = sourceBoundingRect();
+    const double scale = painter->device()->devicePixelRatioF();
+    if (!m_keeps || m_whole.isNull() || m_whole.devicePixelRatio() != scale)
+        m_whole = whole(bar.size(), scale);
+    const Painting::Saved saved(*painter);
     painter->setOpacity(m_alpha);
-    painter->drawImage(bar.topLeft() + QPointF{-reach, fall - reach},
-                       shadow(bar.size(), painter->device()->devicePixelRatioF()));
-    // Kept while the bar only moves, so that following the selection is cheap.
+    painter->drawImage(bar.topLeft() + QPointF{-reach, fall - reach}, m_whole);
+}
+
+QImage BarEffect::whole(QSizeF bar, double scale)
+{
+    QImage image = shadow(bar, scale);
+    QPainter painter(&image);
     QPoint offset;
-    const QPixmap whole = sourcePixmap(Qt::LogicalCoordinates, &offset, NoPad);
-    painter->drawPixmap(offset, whole);
+    const QPixmap buttons = sourcePixmap(Qt::LogicalCoordinates, &offset, NoPad);
+    painter.drawPixmap(QPointF{reach, reach - fall}, buttons);
+    return image;
 }
 
 const QImage &BarEffect::shadow(QSizeF bar, double scale)

@@ -4,7 +4,9 @@
 #include <QImage>
 
 // The soft shadow of a bar, which reaches beyond the widget, and the fading of
-// the bar as a whole, so that its buttons do not shine through each other.
+// the bar as a whole, so that its buttons do not shine through each other. Bar
+// and shadow are kept as one picture: the glow beneath them is painted anew
+// sixty times a second.
 class BarEffect final : public QGraphicsEffect {
     Q_OBJECT
 
@@ -14,6 +16,11 @@ public:
     [[nodiscard]] double alpha() const { return m_alpha; }
     void setAlpha(double alpha);
 
+    // The bar looks different now.
+    void forget() { m_whole = {}; }
+    // From now on the bar may look different at any time.
+    void keepNothing() { m_keeps = false; }
+
     [[nodiscard]] QRectF boundingRectFor(const QRectF &bar) const override;
 
 protected:
@@ -21,8 +28,11 @@ protected:
 
 private:
     [[nodiscard]] const QImage &shadow(QSizeF bar, double scale);
+    [[nodiscard]] QImage whole(QSizeF bar, double scale);
 
     double m_alpha = 1;
+    bool m_keeps = true;
+    QImage m_whole;  // null when it has to be made anew
     QImage m_shadow; // of the last size and scale
     QSizeF m_shadowOf;
 };

@@ -54,6 +54,37 @@ private slots:
                                     "Print  ⌘P", "Close  Esc", "Copy  ⌘C · Return"}));
     }
 
+    // Kept as one picture, or the glow beneath would cost several times as much.
+    void onlyAChangeRedrawsTheBar()
+    {
+        struct Counter : QObject {
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                paints += event->type() == QEvent::Paint;
+                return false;
+            }
+            int paints = 0;
+        } counter;
+        Editor editor;
+        editor.mouse->drag({300, 300}, {900, 600});
+        (void)editor.shown();
+        bar(editor)->installEventFilter(&counter);
+        editor.desktop.stillness = false;
+        editor.mouse->drag({500, 400}, {540, 400}); // the bar only moves
+        for (int i = 0; i < 10; ++i)
+            QTest::qWait(20);
+        QCOMPARE(counter.paints, 0);
+        editor.desktop.stillness = true;
+        for (const char *name : {"Arrow", "Arrow", "Color"}) {
+            const QImage before = editor.shown().copy(bar(editor)->geometry());
+            click(button(editor, name));
+            QTest::mouseMove(editor.view.get(), {5, 5});
+            QTRY_VERIFY(editor.shown().copy(bar(editor)->geometry()) != before);
+            editor.view->setLineWidth(editor.view->state().lineWidth + 1);
+        }
+        QVERIFY(counter.paints > 0);
+    }
+
     void theBarStandsBesideTheSelection()
     {
         Editor editor;
