@@ -88,7 +88,9 @@ private:
     void stop(const QString &problem)
     {
         m_problem = problem;
-        m_reply.abort();
+        // A page about an error ends by itself, or by the silence once nobody reads it.
+        if (m_reply.error() == QNetworkReply::NoError)
+            m_reply.abort();
     }
 
     QNetworkReply &m_reply;

@@ -1,7 +1,5 @@
 #include "updater/Signature.h"
 
-#include <QStringDecoder>
-
 #include <openssl/bio.h>
 #include <openssl/ecdsa.h>
 #include <openssl/evp.h>
@@ -32,11 +30,9 @@ const unsigned char *unsignedBytes(const QByteArray &bytes)
 // The one base64 form of 64 bytes, or nothing.
 std::optional<QByteArray> rawSignature(const QByteArray &file)
 {
-    QStringDecoder decode(QStringDecoder::Utf8);
-    const QString decoded = decode(file);
-    const QByteArray text = decoded.trimmed().toLatin1();
+    const QByteArray text = file.trimmed();
     const QByteArray raw = QByteArray::fromBase64(text);
-    if (decode.hasError() || raw.size() != 2 * half || raw.toBase64() != text)
+    if (raw.size() != 2 * half || raw.toBase64() != text)
         return std::nullopt;
     return raw;
 }

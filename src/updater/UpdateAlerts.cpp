@@ -84,6 +84,7 @@ QCoro::Task<bool> ask(Alert alert)
     const auto *first = qobject_cast<QPushButton *>(box->buttons().constFirst());
     box->setDefaultButton(const_cast<QPushButton *>(first));
     shown = box;
+    box->show();
     bringToFront();
     co_await qCoro(box.get(), &QDialog::finished);
     if (!box)
@@ -94,9 +95,8 @@ QCoro::Task<bool> ask(Alert alert)
 
 void bringToFront()
 {
-    if (!shown)
+    if (!shown || !shown->isVisible())
         return;
-    shown->show();
     shown->raise();
     shown->activateWindow();
 }

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QHash>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QUrl>
+
+// A web server on this machine that says exactly the bytes it is told to.
+class WebServer : public QTcpServer {
+public:
+    WebServer()
+    {
+        if (!listen(QHostAddress::LocalHost))
+            qFatal("no port for the server");
+        connect(this, &QTcpServer::newConnection, this, [this] { serve(*nextPendingConnection()); });
+    }
+
+    [[nodiscard]] QUrl url(const QString &path) const
+    {
+        return QUrl(QString("http://127.0.0.1:%1%2").arg(serverPort()).arg(path));
+    }
+
+    static QByteArray ok(const QByteArray &body)
+    {
+        return "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+    }
+
+    static QByteArray status(int code, const QByteArray &headers = {}, const QByteArray &body = "body")
+    {
+        return "HTTP/1.1 " + QByteArray::number(code) + " Said\r\nContent-Length: "
+               + QByteArray::number(body.size()) + "\r\n" + headers + "\r\n" + body;
+    }
+
+    // The whole answer by path. What is not here is not found, and an empty answer
+    // leaves the connection open without a word.
+    QHash<QString, QByteArray> answers;
+    bool closesAfterwards = false;
+    QList<QByteArray> requests; // with their headers
+
+private:
+    void serve(QTcpSocket &socket)
+    {
+        connect(&socket, &QTcpSocket::readyRead, this, [this, &socket] {
+            const QByteArray request = socket.peek(65536);
+            if (!request.endsWith("\r\n\r\n"))
+                return;
+            socket.readAll();
+            requests.append(request);
+            const auto answer = answers.constFind(QString::fromLatin1(request.split(' ').value(1)));
+            socket.write(answer == answers.constEnd() ? status(404) : *answer);
+            if (closesAfterwards)
+                socket.disconnectFromHost();
+        });
+        connect(&socket, &QTcpSocket::disconnected, &socket, &QObject::deleteLater);
+    }
+};

@@ -1,0 +1,160 @@
+"""An old version that replaces itself by a newer one: a bundle moved to where it was not built, a web server on this
+machine, and a key that only these programs trust."""
+import http.server
+import json
+import os
+import shutil
+import signal
+import subprocess
+import tempfile
+import threading
+import unittest
+from pathlib import Path
+
+from case import SystemTest
+from desktop import HELPERS, PROGRAM, Process, wait_for
+
+PACKAGING = Path(__file__).parents[2] / "packaging"
+OLD, NEW = "0.0.9", "99.1"
+
+
+class Server(http.server.ThreadingHTTPServer):
+    """Serves the files of a folder, some of them only in part."""
+
+    def __init__(self, folder):
+        self.truncated = set()
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                file = folder / self.path.lstrip("/")
+                if not file.is_file():
+                    return self.send_error(404)
+                content = file.read_bytes()
+                self.send_response(200)
+                self.send_header("Content-Length", str(len(content)))
+                self.end_headers()
+                self.wfile.write(content[:len(content) // 2] if self.path in self.server.truncated else content)
+
+            def log_message(self, *_):
+                pass
+
+        super().__init__(("127.0.0.1", 0), Handler)
+        threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def url(self, path):
+        return f"http://127.0.0.1:{self.server_port}/{path}"
+
+
+class Update(SystemTest):
+    window_manager = "openbox"
+    bus = True
+
+    @classmethod
+    def setUpClass(cls):
+        cls.store = Path(tempfile.mkdtemp(prefix="vellumora-bundles-"))
+        cls.addClassCleanup(shutil.rmtree, cls.store, True)
+        subprocess.run([PACKAGING / "make-bundle", Path(PROGRAM).parent, cls.store], check=True, stdout=subprocess.DEVNULL,
+                       env={**os.environ, "XZ_OPT": "-0"})
+        (cls.store / "Vellumora.app").rename(cls.store / "plain.app")
+        cls.bundle_of(NEW, cls.store / "new")
+        cls.site = cls.store / "site"
+        cls.site.mkdir()
+        subprocess.run(["tar", "-C", cls.store / "new", "-czf", cls.site / "new.tar.gz", "Vellumora.app"], check=True)
+        cls.server = Server(cls.site)
+        cls.addClassCleanup(cls.server.server_close)
+        cls.addClassCleanup(cls.server.shutdown)
+        notes = cls.store / "notes.json"
+        notes.write_text(json.dumps({"en": "Everything is faster."}))
+        subprocess.run([PACKAGING / "sign-manifest", "--key", HELPERS / "update-key-private.pem", "--version", NEW, "--url",
+                        cls.server.url("new.tar.gz"), "--notes", notes, cls.site / "new.tar.gz", cls.site], check=True)
+
+    @classmethod
+    def bundle_of(cls, version, folder):
+        folder.mkdir(parents=True)
+        bundle = folder / "Vellumora.app"
+        shutil.copytree(cls.store / "plain.app", bundle, symlinks=True)
+        shutil.copy2(HELPERS / f"vellumora-{version}", bundle / "bin/vellumora")
+        return bundle
+
+    def setUp(self):
+        super().setUp()
+        self.server.truncated.clear()
+        self.place = self.desktop.folder / "moved here"
+        self.bundle = self.bundle_of(OLD, self.place)
+        self.temporary = self.desktop.folder / "tmp"
+        self.temporary.mkdir()
+        config = self.desktop.home / ".config/Vellumora/Vellumora.conf"
+        config.parent.mkdir(parents=True)
+        config.write_text(f'[General]\nurlActualizacion={self.server.url("actualizacion.json")}\n')
+        self.addCleanup(self.end_reopened)
+
+    def running(self):
+        """The processes that run from the bundle, whoever has started them."""
+        program = str(self.bundle / "bin/vellumora")
+        found = []
+        for process in Path("/proc").glob("[0-9]*"):
+            try:
+                if os.readlink(process / "exe") == program:
+                    found.append(process)
+            except OSError:
+                pass
+        return found
+
+    def end_reopened(self):
+        for process in self.running():
+            os.kill(int(process.name), signal.SIGTERM)
+
+    def start_old(self, **environment):
+        return Process(self.desktop, "old", [self.bundle / "bin/vellumora"], TMPDIR=str(self.temporary), **environment)
+
+    def wait_for_log(self, text):
+        wait_for(lambda: text in self.desktop.log(), text)
+
+    def assert_new_version_runs(self, old):
+        self.assertEqual(old.status(), 0)
+        self.wait_for_log(f"actualizacion: web {NEW}, instalada {NEW}")
+        self.assertIn(f"actualizacion: instalando {NEW}", self.desktop.log())
+        (process,) = self.running()
+        libraries = (process / "maps").read_text()
+        self.assertIn(f"{self.bundle}/lib/libQt6Core.so.6", libraries)
+        self.assertNotIn("/usr/lib/x86_64-linux-gnu/libQt6", libraries)
+        self.assertEqual(os.listdir(self.place), ["Vellumora.app"])
+        self.assertEqual(os.listdir(self.temporary), [])
+        self.desktop.press_shortcut()
+        self.desktop.key("Escape")
+        self.desktop.wait_until_over()
+
+    def test_unattended(self):
+        old = self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1")
+        self.wait_for_log(f"actualizacion: web {NEW}, instalada {OLD}")
+        self.assert_new_version_runs(old)
+
+    def test_the_offer_waits_for_a_capture_and_is_accepted(self):
+        desktop = self.desktop
+        old = self.start_old()
+        self.wait_for_log("registro de atajo")
+        desktop.press_shortcut()
+        self.wait_for_log(f"actualizacion: web {NEW}, instalada {OLD}")
+        self.assertEqual(len(desktop.overlays()), 2)
+        desktop.key("Escape")
+        (alert,) = wait_for(lambda: len(found := desktop.windows("^Vellumora$")) == 1 and found, "the offer")
+        wait_for(lambda: desktop.focus() == int(alert), "the focus of the offer")
+        desktop.key("Return")
+        self.assert_new_version_runs(old)
+
+    def test_a_truncated_download_changes_nothing(self):
+        self.server.truncated.add("/new.tar.gz")
+        old = self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1")
+        self.wait_for_log("actualizacion: fallo (")
+        (alert,) = wait_for(lambda: self.desktop.windows("^Vellumora$"), "the alert")
+        wait_for(lambda: self.desktop.focus() == int(alert), "the focus of the alert")
+        self.desktop.key("Escape")
+        wait_for(lambda: not self.desktop.windows("^Vellumora$"), "the end of the alert")
+        self.assertTrue(old.running())
+        version = self.desktop.run(str(self.bundle / "bin/vellumora"), "--version")
+        self.assertEqual(version.strip(), f"Vellumora {OLD}")
+        self.assertEqual(os.listdir(self.temporary), [])
+
+
+if __name__ == "__main__":
+    unittest.main()
