@@ -35,7 +35,7 @@ QMessageBox *makeBox(const UpdateAlerts::Alert &alert)
     for (const QString &title : alert.buttons)
         box->addButton(title, box->buttons().isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
     if (alert.buttons.isEmpty())
-        box->addButton(QMessageBox::Ok);
+        box->addButton(QMessageBox::Ok)->setIcon({}); // some styles would draw one
     return box;
 }
 

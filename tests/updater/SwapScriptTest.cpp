@@ -56,7 +56,7 @@ private slots:
     {
         folder = std::make_unique<QTemporaryDir>();
         const QString home = folder->filePath("it's a (home) & more; #1 %2");
-        paths = {home + "/Vellumora.app", home + "/work/Vellumora.app", home + "/work"};
+        paths = {home + "/Vellumora.app", home + "/aside/Vellumora.app", home + "/aside"};
         makeBundle(paths.app, "old");
         makeBundle(paths.staged, "new");
     }
