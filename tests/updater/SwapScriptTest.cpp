@@ -117,6 +117,16 @@ private slots:
         QVERIFY(!QFile::exists(paths.app + ".anterior"));
     }
 
+    void aLeftoverThatCannotBeRemovedLeavesTheOldOne()
+    {
+        QDir().mkpath(paths.app + ".anterior/stuck");
+        const QString cleaning = "rm -rf \"" + paths.app + ".anterior\"\n";
+        QVERIFY(script().contains(cleaning));
+        QString text = script();
+        run(text.replace(text.indexOf(cleaning), cleaning.size(), "false\n"));
+        QCOMPARE(version(paths.app), "old");
+    }
+
     void killedAnywhereThereIsAWholeBundle_data()
     {
         QTest::addColumn<QString>("command");
