@@ -7,6 +7,7 @@
 #include "capture/CaptureSession.h"
 #include "hotkey/Prefs.h"
 #include "l10n/L10n.h"
+#include "overlay/Printing.h"
 #include "platform/Platform.h"
 #include "settings/SettingsWindow.h"
 #include "updater/UpdateKey.h"
@@ -40,7 +41,7 @@ void AppDelegate::log(const QString &message) { Log::write(message); }
 
 void AppDelegate::prepareUpdater()
 {
-    m_updater.busy = [this] { return m_session || m_capturing; };
+    m_updater.busy = [this] { return m_session || m_capturing || Printing::isOpen(); };
     // Quitting would first ask every window, and one could refuse.
     m_updater.terminate = [] { QCoreApplication::exit(); };
 }

@@ -8,6 +8,8 @@
 
 namespace {
 
+int dialogs = 0;
+
 void print(const QImage &picture, QPrinter &printer)
 {
     QPainter painter;
@@ -32,13 +34,16 @@ void show(const QImage &picture)
     auto *dialog = new QPrintDialog(printer.get());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(dialog, &QDialog::accepted, dialog, [picture, printer] { print(picture, *printer); });
+    ++dialogs;
     // The dialog works on the printer until it is gone.
-    QObject::connect(dialog, &QObject::destroyed, [printer] {});
+    QObject::connect(dialog, &QObject::destroyed, [printer] { --dialogs; });
     dialog->setOption(QAbstractPrintDialog::PrintToFile);
     dialog->show();
     dialog->raise();
     dialog->activateWindow();
 }
+
+bool isOpen() { return dialogs > 0; }
 
 QRectF fitted(QSizeF picture, const QRectF &page)
 {

@@ -9,6 +9,9 @@ namespace Printing {
 // so.
 void show(const QImage &picture);
 
+// Whether a picture waits for its dialog to be answered.
+[[nodiscard]] bool isOpen();
+
 // The largest rectangle of the picture's shape that the page holds, centred.
 // Both in the same units.
 [[nodiscard]] QRectF fitted(QSizeF picture, const QRectF &page);

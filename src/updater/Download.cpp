@@ -9,7 +9,7 @@ namespace {
 
 constexpr int success = 200;
 constexpr int mostRedirections = 10;
-constexpr qint64 bufferSize = 256 * 1024; // bytes
+constexpr qint64 bufferSize = 262'144; // bytes
 
 bool isThisMachine(const QString &host) { return host == u"localhost" || QHostAddress(host).isLoopback(); }
 

@@ -32,7 +32,7 @@ std::optional<QByteArray> rawSignature(const QByteArray &file)
 {
     const QByteArray text = file.trimmed();
     const QByteArray raw = QByteArray::fromBase64(text);
-    if (raw.size() != 2 * half || raw.toBase64() != text)
+    if (raw.size() != qsizetype{2} * half || raw.toBase64() != text)
         return std::nullopt;
     return raw;
 }

@@ -17,9 +17,11 @@
 #include <QPointer>
 #include <QUuid>
 
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr qint64 largestManifest = 1024 * 1024; // bytes, as of the signature
+constexpr qint64 largestManifest = 1'048'576; // bytes, as of the signature
 constexpr qint64 largestArchive = 512 * largestManifest;
 
 void log(const QString &message) { Log::write(u"actualizacion: "_qs + message); }
@@ -28,6 +30,9 @@ QString couldNot(const QString &why)
 {
     return L10n::t(u"No se pudo descargar o instalar (%@).").replace(u"%@"_qs, why);
 }
+
+// Not everything that keeps the program busy says when it is over.
+constexpr auto askAgainAfter = 1s;
 
 bool unattended() { return qEnvironmentVariable("VELLUMORA_PRUEBA_ACTUALIZAR") == u"1"; }
 
@@ -167,7 +172,7 @@ QCoro::Task<void> Updater::install(Manifest manifest)
         problem = co_await download(manifest.item());
     }
     if (alive && !problem)
-        problem = co_await swap(manifest.version);
+        problem = co_await replaceBundle(manifest.version);
     if (alive && problem)
         co_await fail(*problem);
 }
@@ -206,7 +211,7 @@ QCoro::Task<std::optional<QString>> Updater::download(Manifest::Item item)
     co_return std::nullopt;
 }
 
-QCoro::Task<std::optional<QString>> Updater::swap(QString version)
+QCoro::Task<std::optional<QString>> Updater::replaceBundle(QString version)
 {
     const QPointer<Updater> alive(this);
     const auto work = makeWorkFolder();
@@ -260,5 +265,5 @@ QCoro::Task<void> Updater::untilIdle()
 {
     const QPointer<Updater> alive(this);
     while (alive && busy && busy())
-        co_await qCoro(this, &Updater::captureEnded);
+        co_await qCoro(this, &Updater::captureEnded, askAgainAfter);
 }

@@ -36,8 +36,9 @@ public:
     // of a newer version.
     void check(Asked asked);
 
-    // Whether something is going on that an alert would disturb and that the end
-    // of the program would lose; and the news that it is over.
+    // Whether something is going on that an alert would disturb or that the end
+    // of the program would lose; and the news that a capture is over, so that
+    // what has waited for it comes at once.
     std::function<bool()> busy;
     Q_SIGNAL void captureEnded();
 
@@ -64,7 +65,7 @@ private:
     QCoro::Task<void> ask(Manifest manifest);
     QCoro::Task<void> install(Manifest manifest);
     QCoro::Task<std::optional<QString>> download(Manifest::Item item);
-    QCoro::Task<std::optional<QString>> swap(QString version);
+    QCoro::Task<std::optional<QString>> replaceBundle(QString version);
     QCoro::Task<void> fail(QString message);
     QCoro::Task<bool> alert(UpdateAlerts::Alert alert);
     QCoro::Task<void> untilIdle();

@@ -72,7 +72,7 @@ std::optional<QString> copyOut(const QString &image, const QString &mount, const
 std::optional<QString> stageNow(const QString &image, const QString &mount, const QString &staged)
 {
     QDir().mkpath(mount);
-    const auto problem = copyOut(image, mount, staged);
+    auto problem = copyOut(image, mount, staged);
     // What cannot be removed goes with the folder around it.
     (void)run(Tools::detach(mount));
     return problem;
