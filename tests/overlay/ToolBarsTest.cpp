@@ -75,13 +75,14 @@ private slots:
             QTest::qWait(20);
         QCOMPARE(counter.paints, 0);
         editor.desktop.stillness = true;
-        for (const char *name : {"Arrow", "Arrow", "Color"}) {
+        const auto changes = [&](const auto &action) {
             const QImage before = editor.shown().copy(bar(editor)->geometry());
-            click(button(editor, name));
-            QTest::mouseMove(editor.view.get(), {5, 5});
-            QTRY_VERIFY(editor.shown().copy(bar(editor)->geometry()) != before);
-            editor.view->setLineWidth(editor.view->state().lineWidth + 1);
-        }
+            action();
+            return QTest::qWaitFor([&] { return editor.shown().copy(bar(editor)->geometry()) != before; });
+        };
+        QVERIFY(changes([&] { click(button(editor, "Arrow")); }));
+        QVERIFY(changes([&] { editor.view->setLineWidth(7); }));
+        QVERIFY(changes([&] { QTest::mouseMove(button(editor, "Line")); }));
         QVERIFY(counter.paints > 0);
     }
 
