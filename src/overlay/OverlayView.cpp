@@ -158,6 +158,8 @@ void OverlayView::discardSelection()
     m_bars.closePalette();
     m_text.discard();
     m_hold.cancel();
+    m_tip.hide();
+    m_widthSample.hide();
     m_halo.setPaused(false);
     m_drawing.discard();
     m_selectionDrag.cancel();
@@ -213,9 +215,6 @@ void OverlayView::paintEvent(QPaintEvent *event)
     if (m_state.selection)
         drawMarks(painter, event->region());
     Chrome::draw(painter, scene());
-    if (m_bars.barShows() && !m_widthHint.hasExpired())
-        WidthPreview::draw(painter, m_state, m_hintPoint);
-    m_shapeHint.drawShapeHint(painter, m_state.bounds);
     if (const auto at = m_eyedropper.pickPoint())
         Loupe::draw(painter, m_shot, *at);
 }

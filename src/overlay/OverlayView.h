@@ -10,9 +10,9 @@
 #include "overlay/Eyedropper.h"
 #include "overlay/HoldToSnap.h"
 #include "overlay/KeyCommands.h"
+#include "overlay/Notice.h"
 #include "overlay/Output.h"
 #include "overlay/SelectionDrag.h"
-#include "overlay/ShapeHint.h"
 #include "overlay/SnapFade.h"
 #include "overlay/TextEditing.h"
 #include "overlay/ToolBars.h"
@@ -106,17 +106,15 @@ private:
     DrawingInput m_drawing{m_state};
     HoldToSnap m_hold{m_state};
     SnapFade m_fade;
-    ShapeHint m_shapeHint;
     TextEditing m_text{*this, m_space, m_state};
     Eyedropper m_eyedropper;
     WheelSteps m_wheel;
     ToolBars m_bars{*this, m_space, m_state};
+    Notice m_widthSample{*this, m_space}; // above the bar, and so made after it
+    Notice m_tip{*this, m_space};
     Output m_output;
-    QPointF m_pointer;             // where it was last
-    QDeadlineTimer m_copied{0};    // until when the feedback shows
-    QDeadlineTimer m_widthHint{0}; // until when the sample of the width shows
-    QPointF m_hintPoint;           // beside which
-    QRectF m_paintedHint;          // and where it is on the screen
+    QPointF m_pointer;          // where it was last
+    QDeadlineTimer m_copied{0}; // until when the feedback shows
 
     std::optional<QRectF> m_paintedSelection; // as it is on the screen
     QRegion m_paintedChrome;

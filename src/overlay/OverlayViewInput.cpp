@@ -8,6 +8,7 @@
 #include "overlay/OverlaySession.h"
 #include "overlay/ScreenPixels.h"
 #include "overlay/SelectionGeometry.h"
+#include "overlay/ShapeHint.h"
 #include "overlay/WidthPreview.h"
 #include "platform/Desktop.h"
 #include "toolbar/RecentColors.h"
@@ -23,8 +24,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto widthShows = 1200ms;
-constexpr auto widthGone = 1250ms; // a little after, so that it is gone then
-constexpr auto tipGone = 3050ms;
+constexpr auto tipShows = 3s;
 
 constexpr std::uint32_t scanCodeOffset = 8; // the native scan code is the kernel's key code plus this
 
@@ -110,12 +110,11 @@ void OverlayView::snapped(const ShapeRecognizer::Result &shape)
 
 void OverlayView::offerShapeHint()
 {
-    const auto repaint = [this] { touch(m_shapeHint.area(m_state.bounds)); };
-    repaint(); // it may show elsewhere already
-    if (!m_shapeHint.offerShapeHint(*m_state.current, m_drawing.snapped()))
+    if (!ShapeHint::offerShapeHint(*m_state.current, m_drawing.snapped()))
         return;
-    repaint();
-    QTimer::singleShot(tipGone, this, repaint);
+    const QRectF bubble = ShapeHint::bubble(m_state.current->points.last(), m_state.bounds);
+    m_tip.present(bubble, tipShows,
+                  [bubble](QPainter &painter) { ShapeHint::drawShapeHint(painter, bubble); });
 }
 
 void OverlayView::finishDrawing()
@@ -181,7 +180,10 @@ void OverlayView::enterEvent(QEnterEvent *event)
 
 void OverlayView::startPicking()
 {
-    m_bars.hideBar(); // the loupe is above everything, and every pixel can be picked
+    // The loupe is above everything, and every pixel can be picked.
+    m_bars.hideBar();
+    m_widthSample.hide();
+    m_tip.hide();
     m_text.commitText();
     if (underMouse()) // perhaps over a button, which keeps its moves to itself
         m_pointer = m_space.fromWidget(QPointF(mapFromGlobal(QCursor::pos())));
@@ -228,12 +230,9 @@ void OverlayView::wheelEvent(QWheelEvent *event)
 
 void OverlayView::showWidth(QPointF at)
 {
-    touch(m_paintedHint);
-    m_hintPoint = at;
-    m_paintedHint = WidthPreview::panel(m_state, at);
-    touch(m_paintedHint);
-    m_widthHint.setRemainingTime(widthShows);
-    QTimer::singleShot(widthGone, this, [this] { touch(m_paintedHint); });
+    if (m_bars.barShows())
+        m_widthSample.present(WidthPreview::panel(m_state, at), widthShows,
+                              [this, at](QPainter &painter) { WidthPreview::draw(painter, m_state, at); });
 }
 
 void OverlayView::keyPressEvent(QKeyEvent *event)

@@ -11,18 +11,14 @@
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <chrono>
-
-using namespace std::chrono_literals;
 
 namespace {
 
 constexpr int knowsTheGesture = 99;
 constexpr int shownAtMost = 3;     // times
 constexpr qsizetype shortest = 12; // points of a stroke that the tip would have helped
-constexpr auto lasts = 3s;
-constexpr double fontSize = 12; // points
-constexpr double margin = 4;    // from the edge of the screen
+constexpr double fontSize = 12;    // points
+constexpr double margin = 4;       // from the edge of the screen
 
 Painting::Label label()
 {
@@ -35,7 +31,9 @@ bool testsTheGlow() { return QCoreApplication::arguments().contains(QStringLiter
 
 } // namespace
 
-bool ShapeHint::offerShapeHint(const Annotation &stroke, bool snapped)
+namespace ShapeHint {
+
+bool offerShapeHint(const Annotation &stroke, bool snapped)
 {
     if (testsTheGlow())
         return false;
@@ -47,12 +45,15 @@ bool ShapeHint::offerShapeHint(const Annotation &stroke, bool snapped)
     if (stroke.points.size() < shortest || times >= shownAtMost)
         return false;
     Defaults::setValue(Defaults::shapeTipKey, times + 1);
-    m_point = stroke.points.last();
-    m_until.setRemainingTime(lasts);
     return true;
 }
 
-QRectF ShapeHint::bubble(QPointF point, QSizeF text, const QRectF &bounds)
+QRectF bubble(QPointF point, const QRectF &bounds)
+{
+    return bubble(point, Painting::sizeOf(label()), bounds);
+}
+
+QRectF bubble(QPointF point, QSizeF text, const QRectF &bounds)
 {
     QRectF bubble(point.x() + 16, point.y() - text.height() - 22, text.width() + 24, text.height() + 10);
     if (maxX(bubble) > maxX(bounds) - margin)
@@ -63,16 +64,10 @@ QRectF ShapeHint::bubble(QPointF point, QSizeF text, const QRectF &bounds)
     return bubble;
 }
 
-QRectF ShapeHint::area(const QRectF &bounds) const
+void drawShapeHint(QPainter &painter, const QRectF &bubble)
 {
-    return bubble(m_point, Painting::sizeOf(label()), bounds);
+    Painting::drawPill(painter, bubble, Theme::barBackground, Theme::barBorder);
+    Painting::drawText(painter, {minX(bubble) + 12, minY(bubble) + 5}, label());
 }
 
-void ShapeHint::drawShapeHint(QPainter &painter, const QRectF &bounds) const
-{
-    if (!shows())
-        return;
-    const QRectF pill = area(bounds);
-    Painting::drawPill(painter, pill, Theme::barBackground, Theme::barBorder);
-    Painting::drawText(painter, {minX(pill) + 12, minY(pill) + 5}, label());
-}
+} // namespace ShapeHint
