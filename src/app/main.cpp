@@ -95,10 +95,11 @@ int main(int argc, char **argv)
     if (!displayReady(line))
         return EXIT_FAILURE;
     QApplication::setApplicationName(QStringLiteral("Vellumora"));
-    // A stroke is as true to the hand as the points that arrive.
-    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication::setDesktopFileName(QStringLiteral("vellumora"));
     QApplication application(argc, argv);
+    // A stroke is as true to the hand as the points that arrive; the toolkit switches this on
+    // as it starts.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/vellumora/vellumora.svg")));
 

@@ -137,6 +137,17 @@ class Shapes(SystemTest):
         self.assertEqual(stray, [])
         self.assertIn("pistaFiguras=99", next(self.desktop.home.rglob("*.conf")).read_text("utf-8"))
 
+    def test_a_fast_hand_loses_no_point(self):
+        desktop = self.desktop
+        desktop.store(guardarTrazos="true")
+        self.freeze()
+        stroke = [(400 + (i * 37) % 190 + i, 300 + (i * 53) % 171) for i in range(300)]
+        desktop.xdotool("mousemove", *stroke[0], "mousedown", 1, *(word for at in stroke[1:] for word in ("mousemove", *at)))
+        kept = desktop.home / "Library/Logs/Vellumora-trazos.jsonl"
+        wait_for(kept.exists, "the stroke that is no shape")
+        wanted = [value for x, y in [stroke[0], *stroke] for value in (x / SCALE, (A[3] - y) / SCALE)]
+        self.assertEqual(json.loads(kept.read_text("utf-8"))["puntos"], wanted)
+
     def test_moving_on_asks_again_and_undo_gives_the_hand_back(self):
         desktop = self.desktop
         desktop.store(guardarTrazos="true")
