@@ -10,6 +10,7 @@
 namespace {
 
 constexpr float stepsInPixel = 16; // of the falloff
+constexpr float roundUp = 0.5F;    // and cut off: a call would keep loops from becoming vector code
 
 // A pulse makes the strokes wider, and the whole glow larger on top of that.
 double halfWidth(const HaloBand::Ring &ring, const HaloBand::Shape &shape)
@@ -97,7 +98,7 @@ void measureGlow(const Edges &outline, int left, int y, float farthest, std::spa
         const float outside = std::sqrt(beside * beside + below * below);
         const float distance = inside > 0 ? outside : -inside;
         steps[static_cast<std::size_t>(i)]
-            = static_cast<int>(std::min(distance * stepsInPixel + 0.5F, farthest));
+            = static_cast<int>(std::min(distance * stepsInPixel + roundUp, farthest));
     }
 }
 
@@ -116,7 +117,7 @@ void cover(std::span<const int> steps, std::span<const float> falloff, std::span
 {
     for (std::size_t i = 0; i < line.size(); ++i) {
         const float glow = falloff[static_cast<std::size_t>(steps[i])];
-        coverage[i] = static_cast<std::uint8_t>(255 * (glow + line[i] - glow * line[i]) + 0.5F);
+        coverage[i] = static_cast<std::uint8_t>(255 * (glow + line[i] - glow * line[i]) + roundUp);
     }
 }
 

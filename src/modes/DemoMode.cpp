@@ -34,14 +34,14 @@ int play(const QImage &screen, const QString &folder, const DemoPass &pass)
     bool came = true;
     const auto &scenes = DemoScript::scenes();
     for (std::size_t i = 0; i < scenes.size(); ++i) {
-        const auto &[name, texts, playScene] = scenes[i];
-        const bool chosen = chosenSample().isEmpty() ? texts || pass.whole : name == chosenSample();
-        if (!chosen || (!texts && !pass.whole))
+        const DemoScript::Scene &scene = scenes[i];
+        const bool chosen = chosenSample().isEmpty() || scene.name == chosenSample();
+        if (!chosen || !(scene.texts || pass.whole))
             continue;
-        const auto camera = [&](const QImage &seen) { album.add(fileName(i, name, pass.scale), seen); };
-        if (playScene(screen, pass.scale, camera))
+        const auto camera = [&](const QImage &seen) { album.add(fileName(i, scene.name, pass.scale), seen); };
+        if (scene.play(screen, pass.scale, camera))
             continue;
-        Console::complain(QStringLiteral("the sample %1 did not come about").arg(name));
+        Console::complain(QStringLiteral("the sample %1 did not come about").arg(scene.name));
         came = false;
     }
     return came && album.complete() ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -125,7 +125,7 @@ class Shapes(SystemTest):
         for a, b in segments:  # all of every outline is there
             for share in (0.05, 0.35, 0.65, 0.95):
                 at = (int(a[0] + (b[0] - a[0]) * share), int(a[1] + (b[1] - a[1]) * share))
-                self.assertIn(at, blots)
+                self.assertTrue(at in blots, f"nothing is drawn at {at}")
         reach = 1.5 * SCALE + 1.5  # half the line's width and a soft edge
         near = {}
         for a, b in segments:
@@ -134,7 +134,7 @@ class Shapes(SystemTest):
                     near.setdefault((cx, cy), []).append((a, b))
         stray = [at for at in ink
                  if not any(distance(at, a, b) <= reach for a, b in near.get((int(at[0]) // 16, int(at[1]) // 16), []))]
-        self.assertEqual(stray, [])
+        self.assertEqual(stray[:5], [])
         self.assertIn("pistaFiguras=99", next(self.desktop.home.rglob("*.conf")).read_text("utf-8"))
 
     def test_a_fast_hand_loses_no_point(self):
