@@ -81,16 +81,19 @@ struct Editor {
         return shown();
     }
 
-    // How many pixels on the screen a whole repaint would change. The bar, whose
-    // buttons fade by themselves, does not count.
+    // Without the bar, whose buttons fade by themselves.
+    [[nodiscard]] QImage withoutBar(QImage image) const
+    {
+        for (const auto *bar : view->findChildren<Bar *>())
+            QPainter(&image).fillRect(bar->geometry().adjusted(-2, -2, 2, 2), Qt::black);
+        return image;
+    }
+
+    // How many pixels on the screen a whole repaint would change.
     [[nodiscard]] int stale() const
     {
-        QImage now = shown();
-        QImage then = repainted();
-        for (QImage *image : {&now, &then})
-            for (const auto *bar : view->findChildren<Bar *>())
-                QPainter(image).fillRect(bar->geometry().adjusted(-2, -2, 2, 2), Qt::black);
-        return differing(now, then);
+        const QImage now = shown();
+        return differing(withoutBar(now), withoutBar(repainted()));
     }
 
     void draw(Tool tool, QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
