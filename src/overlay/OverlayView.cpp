@@ -158,8 +158,6 @@ void OverlayView::discardSelection()
     m_bars.closePalette();
     m_text.discard();
     m_hold.cancel();
-    m_tip.hide();
-    m_widthSample.hide();
     m_halo.setPaused(false);
     m_drawing.discard();
     m_selectionDrag.cancel();
@@ -203,7 +201,19 @@ void OverlayView::refresh()
     update(m_paintedChrome + chrome + (marksMoved ? before + now : before.xored(now)));
     m_paintedChrome = chrome;
     m_paintedSelection = m_state.selection;
-    m_bars.placeBars();
+    placeBars();
+}
+
+// Not while the loupe shows, which is above everything. The sample of the width
+// goes with the bar, the tip with the selection.
+void OverlayView::placeBars()
+{
+    if (!m_eyedropper.picking())
+        m_bars.placeBars();
+    if (!m_bars.barShows())
+        m_widthSample.hide();
+    if (!m_state.selection)
+        m_tip.hide();
 }
 
 void OverlayView::paintEvent(QPaintEvent *event)

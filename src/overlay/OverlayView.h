@@ -89,6 +89,7 @@ private:
     void drawMarks(QPainter &painter, const QRegion &exposed) const;
     void copied();
     void refresh();
+    void placeBars();
     void touch(const QRectF &area);
     void followPointer();
     [[nodiscard]] QPointF pointOf(const QSinglePointEvent &event) const;

@@ -212,7 +212,7 @@ void OverlayView::stopPicking()
 {
     touch(Loupe::area(*m_eyedropper.pickPoint()));
     m_eyedropper.stop();
-    m_bars.placeBars();
+    placeBars();
     followPointer();
 }
 

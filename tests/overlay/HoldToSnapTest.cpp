@@ -225,6 +225,17 @@ private slots:
         QCOMPARE(tips(), 3);
     }
 
+    void theTipGoesWithTheSelection()
+    {
+        Drawing editor;
+        editor.draw(scribble({100, 100}));
+        editor.mouse->release({100, 100});
+        QCOMPARE(tips(), 1);
+        editor.view->discardSelection(); // another screen has it now
+        QCOMPARE(editor.stale(), 0);
+        QCOMPARE(differing(editor.shown(), Editor().shown()), 0);
+    }
+
     void theBubbleStaysOnTheScreen()
     {
         const QRectF bounds(0, 0, 1000, 800);

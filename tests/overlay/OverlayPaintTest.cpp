@@ -48,6 +48,28 @@ private slots:
         }
     }
 
+    void theSampleOfTheWidthGoesWithTheBar()
+    {
+        Editor editor;
+        const auto turnWheel = [&] {
+            editor.mouse->drag({100, 100}, {700, 500});
+            editor.turnWheel({900, 100}, 120);
+            QCOMPARE(editor.stale(), 0);
+        };
+        turnWheel();
+        QTest::keyClick(editor.view.get(), Qt::Key_I);
+        QCOMPARE(editor.stale(), 0);
+        QTest::keyClick(editor.view.get(), Qt::Key_Escape);
+        QCOMPARE(editor.stale(), 0);
+        turnWheel();
+        editor.mouse->press({800, 600});
+        QCOMPARE(editor.stale(), 0);
+        editor.mouse->release({800, 600});
+        turnWheel();
+        editor.view->discardSelection();
+        QCOMPARE(editor.stale(), 0);
+    }
+
     void whatIsCopiedIsWhatIsSeen_data() { scales(); }
     void whatIsCopiedIsWhatIsSeen()
     {
@@ -133,6 +155,24 @@ private slots:
         QCOMPARE(editor.session.finished, 0);
         QTest::keyClick(editor.view.get(), Qt::Key_Escape);
         QCOMPARE(editor.session.finished, 1);
+    }
+
+    void theEyedropperKeepsTheBarAway()
+    {
+        Editor editor;
+        editor.mouse->drag({100, 100}, {700, 500});
+        const auto *bar = editor.view->findChild<Bar *>();
+        editor.view->toggleTool(Tool::pencil);
+        editor.mouse->press({300, 300});
+        QTest::keyClick(editor.view.get(), Qt::Key_I);
+        editor.mouse->release({300, 300}); // the end of the stroke that was under way
+        QVERIFY(bar->isHidden());
+        QTest::keyClick(editor.view.get(), Qt::Key_A, Qt::ControlModifier);
+        QVERIFY(bar->isHidden());
+        QCOMPARE(editor.stale(), 0);
+        QTest::keyClick(editor.view.get(), Qt::Key_Escape);
+        QVERIFY(!bar->isHidden());
+        QCOMPARE(editor.stale(), 0);
     }
 
     void theWheelShowsASampleOfTheWidth_data() { scales(); }
