@@ -7,7 +7,11 @@
 #include "modes/DemoScript.h"
 #include "modes/Inputs.h"
 
+#include <algorithm>
+
 namespace {
+
+constexpr int smallestSide = 400; // pixels; on less the marks would be in the way of each other
 
 QString chosenSample() { return qEnvironmentVariable("VELLUMORA_DEMO_MUESTRA"); }
 
@@ -17,6 +21,17 @@ bool sampleExists()
         return true;
     Console::complain(QStringLiteral("there is no sample \"%1\"; there are: %2")
                           .arg(chosenSample(), DemoScript::names().join(u' ')));
+    return false;
+}
+
+bool largeEnough(const QImage &screen)
+{
+    if (std::min(screen.width(), screen.height()) >= smallestSide)
+        return true;
+    Console::complain(QStringLiteral("the picture is too small: it has %1 × %2 pixels and needs %3 × %3")
+                          .arg(screen.width())
+                          .arg(screen.height())
+                          .arg(smallestSide));
     return false;
 }
 
@@ -64,7 +79,7 @@ int run(const QString &picture, const QString &folder)
         return EXIT_FAILURE;
     if (const auto pass = DemoPass::ofThisProcess())
         return play(*screen, folder, *pass);
-    if (!sampleExists() || !Inputs::folderReady(folder))
+    if (!largeEnough(*screen) || !sampleExists() || !Inputs::folderReady(folder))
         return EXIT_FAILURE;
     return DemoPasses({QStringLiteral("--demo"), picture, folder}).run();
 }

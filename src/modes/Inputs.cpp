@@ -6,10 +6,18 @@
 #include <QImageReader>
 #include <QTemporaryFile>
 
+namespace {
+
+// Above the toolkit's own limit, which a screen of 7680 × 4320 pixels exceeds.
+constexpr int largestPicture = 1024; // megabytes in memory
+
+} // namespace
+
 namespace Inputs {
 
 std::optional<QImage> screenFrom(const QString &picture)
 {
+    QImageReader::setAllocationLimit(largestPicture);
     QImageReader reader(picture);
     reader.setAutoTransform(true);
     const QImage image = reader.read();

@@ -73,6 +73,13 @@ class Modes(SystemTest):
         self.assertEqual(sorted(path.name.split("-")[1] for path in self.out.iterdir()), ["estrella", "estrella"])
         self.refused("no sample .nonsense.*; there are: hint ", "--demo", SAMPLE, self.out, VELLUMORA_DEMO_MUESTRA="nonsense")
 
+    def test_the_largest_screens_there_are(self):
+        large = self.desktop.folder / "large.png"
+        self.desktop.run("convert", "-size", "7680x4320", "xc:gray", str(large))
+        status, lines = self.finished("--demo", large, self.out, VELLUMORA_DEMO_MUESTRA="line")
+        self.assertEqual(status, 0, lines)
+        self.assertEqual({self.size(path) for path in self.out.iterdir()}, {(7680, 4320)})
+
     def test_the_film_of_the_glow(self):
         status, lines = self.finished("--prueba-halo", SAMPLE, self.out)
         self.assertEqual(status, 0, lines)
@@ -99,6 +106,9 @@ class Modes(SystemTest):
             self.refused("cannot read the picture .*missing.png", mode, "/nowhere/missing.png", self.out)
             self.refused("cannot read the picture .*text.png", mode, text, self.out)
             self.refused("cannot make the folder", mode, SAMPLE, text / "below")
+        small = self.desktop.folder / "small.png"
+        self.desktop.run("convert", "-size", "500x399", "xc:gray", str(small))
+        self.refused("too small: it has 500 × 399 pixels", "--demo", small, self.out)
         self.refused("cannot make the folder", "--selftest", text / "below")
         self.assertFalse(self.out.exists())
         del self.desktop.environment["DISPLAY"]
