@@ -11,6 +11,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <array>
+
 namespace {
 
 const QPointF middle(400, 300);
@@ -223,6 +225,24 @@ private slots:
         stroke(20);
         QVERIFY(!bubbleShows());
         QCOMPARE(tips(), 3);
+    }
+
+    // At whichever moment of a second it came.
+    void theTipGoesByItself()
+    {
+        std::array<Drawing, 8> editors;
+        std::vector<QImage> plain;
+        for (Drawing &editor : editors) {
+            plain.push_back(editor.withoutBar(editor.shown()));
+            Defaults::setValue(Defaults::shapeTipKey, 0);
+            editor.draw(scribble({100, 100}));
+            editor.mouse->release({100, 100});
+            editor.view->undo();
+            QVERIFY(differing(editor.withoutBar(editor.shown()), plain.back()) > 1000);
+            QTest::qWait(90);
+        }
+        for (std::size_t i = 0; i < editors.size(); ++i)
+            QTRY_COMPARE(differing(editors[i].withoutBar(editors[i].shown()), plain[i]), 0);
     }
 
     void theTipGoesWithTheSelection()
