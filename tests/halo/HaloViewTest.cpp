@@ -120,6 +120,19 @@ private slots:
         QTRY_VERIFY(screen.halo.resting());
     }
 
+    void atMostSixtyFramesASecond()
+    {
+        Screen screen;
+        screen.stillness = false;
+        screen.halo.update(QRectF(100, 100, 80, 60));
+        QTRY_VERIFY(screen.frames >= 1);
+        QElapsedTimer since;
+        since.start();
+        const int first = screen.frames;
+        QTRY_VERIFY(screen.frames >= first + 20);
+        QVERIFY(since.elapsed() >= 19 * 1000 / 60);
+    }
+
     void aPulseLeavesNothingBehind()
     {
         Screen screen;
