@@ -59,6 +59,9 @@ private slots:
         QVERIFY(screen.halo.isHidden());
         QTRY_VERIFY(screen.halo.resting());
         QCOMPARE(screen.image, Screen().image);
+        screen.stillness = false;
+        screen.halo.pulse(Pulse::strong);
+        QVERIFY(!screen.halo.pulsing());
     }
 
     void aStillGlowAsksOnceForAFrame()

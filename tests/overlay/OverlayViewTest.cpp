@@ -165,10 +165,12 @@ private slots:
             QVERIFY(halo.paused());
             if (stolen)
                 editor.view->discardSelection();
-            else
-                editor.mouse->release({200, 150});
+            QCOMPARE(halo.paused(), !stolen);
+            editor.mouse->move({190, 150});
+            editor.mouse->release({200, 150});
             QVERIFY(!halo.paused());
         }
+        QVERIFY(!editor.view->state().current && editor.view->state().annotations.empty());
         QVERIFY(halo.isHidden());
     }
 
