@@ -251,6 +251,7 @@ private slots:
         editor.draw(scribble({800, 100})); // the tip lies over the selection's edge
         editor.mouse->release({800, 100});
         QCOMPARE(tips(), 1);
+        QCOMPARE(editor.stale(), 0);
         editor.view->discardSelection(); // another screen has it now
         QCOMPARE(editor.stale(), 0);
         QCOMPARE(differing(editor.shown(), Editor().shown()), 0);
