@@ -10,6 +10,7 @@ Notice::Notice(QWidget &overlay, const ViewSpace &space) : QWidget(&overlay), m_
     hide();
     setAttribute(Qt::WA_TransparentForMouseEvents);
     m_end.setSingleShot(true);
+    m_end.setTimerType(Qt::PreciseTimer);
     m_end.callOnTimeout(this, &QWidget::hide);
 }
 
