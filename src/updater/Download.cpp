@@ -4,6 +4,9 @@
 #include <QCoroNetworkReply>
 #include <QHostAddress>
 #include <QNetworkReply>
+#include <QTimer>
+
+#include <utility>
 
 namespace {
 
@@ -20,10 +23,9 @@ bool isAllowed(const QUrl &address)
     return address.scheme() == u"https" || (address.scheme() == u"http" && isThisMachine(address.host()));
 }
 
-QNetworkRequest requestFor(const QUrl &address, std::chrono::milliseconds patience)
+QNetworkRequest requestFor(const QUrl &address)
 {
     QNetworkRequest request(address);
-    request.setTransferTimeout(static_cast<int>(patience.count()));
     request.setMaximumRedirectsAllowed(mostRedirections);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::UserVerifiedRedirectPolicy);
@@ -40,11 +42,18 @@ QNetworkRequest requestFor(const QUrl &address, std::chrono::milliseconds patien
 // One answer on its way into the sink, and the first thing that goes wrong.
 class Reception {
 public:
-    Reception(QNetworkReply &reply, qint64 limit, Download::Sink sink)
+    Reception(QNetworkReply &reply, const Download::Limits &limits, std::chrono::milliseconds patience,
+              Download::Sink sink)
         : m_reply(reply)
-        , m_limit(limit)
+        , m_limits(limits)
         , m_sink(std::move(sink))
     {
+        m_stretch.setSingleShot(true);
+        m_stretch.setInterval(patience);
+        m_stretch.callOnTimeout(
+            [this] { stop(QCoreApplication::translate("QAbstractSocket", "Socket operation timed out")); });
+        m_stretch.start();
+        QObject::connect(&reply, &QNetworkReply::finished, &m_stretch, &QTimer::stop);
         reply.setReadBufferSize(bufferSize);
         QObject::connect(&reply, &QNetworkReply::redirected, &reply, [this](const QUrl &to) { follow(to); });
         QObject::connect(&reply, &QIODevice::readyRead, &reply, [this] { take(); });
@@ -53,8 +62,6 @@ public:
     // To be asked when the reply has finished.
     std::optional<QString> problem()
     {
-        if (!m_problem && m_reply.error() == QNetworkReply::OperationCanceledError)
-            m_problem = QCoreApplication::translate("QAbstractSocket", "Socket operation timed out");
         take();
         if (!m_problem && m_reply.error() != QNetworkReply::NoError)
             m_problem = m_reply.errorString();
@@ -75,41 +82,46 @@ private:
         if (m_problem)
             return;
         const auto status = m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
-        if (status.isValid() && status != success)
-            return stop(u"HTTP %1"_qs.arg(status.toInt()));
+        if (status.isValid() && status != success) {
+            // The page about it ends by itself, or when its time is over.
+            m_problem = u"HTTP %1"_qs.arg(status.toInt());
+            return;
+        }
         const QByteArray piece = m_reply.isOpen() ? m_reply.readAll() : QByteArray();
-        m_received += piece.size();
-        if (m_received > m_limit)
-            return stop(u"> %1 B"_qs.arg(m_limit));
+        const qint64 before = std::exchange(m_received, m_received + piece.size());
+        if (m_received > m_limits.whole)
+            return stop(u"> %1 B"_qs.arg(m_limits.whole));
         if (!piece.isEmpty() && !m_sink(piece))
-            stop(u"%1 B"_qs.arg(m_received));
+            return stop(u"%1 B"_qs.arg(m_received));
+        if (before / m_limits.stretch < m_received / m_limits.stretch)
+            m_stretch.start();
     }
 
     void stop(const QString &problem)
     {
-        m_problem = problem;
-        // A page about an error ends by itself, or by the silence once nobody reads it.
-        if (m_reply.error() == QNetworkReply::NoError)
-            m_reply.abort();
+        if (!m_problem)
+            m_problem = problem;
+        m_reply.abort();
     }
 
     QNetworkReply &m_reply;
-    const qint64 m_limit; // bytes
+    const Download::Limits m_limits;
     const Download::Sink m_sink;
     qint64 m_received = 0; // bytes
     std::optional<QString> m_problem;
+    QTimer m_stretch;
 };
 
 } // namespace
 
 Download::Download(std::chrono::milliseconds patience) : m_patience(patience) {}
 
-QCoro::Task<std::optional<QString>> Download::receive(QUrl address, qint64 limit, Sink sink)
+QCoro::Task<std::optional<QString>> Download::receive(QUrl address, Limits limits, Sink sink)
 {
     if (!isAllowed(address))
         co_return u"URL: %1"_qs.arg(address.toDisplayString());
-    auto *reply = m_manager.get(requestFor(address, m_patience));
-    Reception reception(*reply, limit, std::move(sink));
+    auto *reply = m_manager.get(requestFor(address));
+    Reception reception(*reply, limits, m_patience, std::move(sink));
     co_await reply;
     const auto problem = reception.problem();
     reply->disconnect();

@@ -16,15 +16,22 @@ class Download final : public QObject {
     Q_OBJECT
 
 public:
-    // How long the other side may be silent.
+    // How long each stretch of an answer may take.
     explicit Download(std::chrono::milliseconds patience = std::chrono::seconds(20));
+
+    // All in bytes. A server that drips would hold an answer open for ever, so
+    // every stretch of it has a time of its own, the first from the request on.
+    struct Limits {
+        qint64 whole; // at most
+        qint64 stretch = whole;
+    };
 
     // Is given the bytes as they come; false ends the download.
     using Sink = std::function<bool(const QByteArray &)>;
 
-    // Absent when a whole answer with status 200 of at most so many bytes went
-    // into the sink, else what went wrong. When this object goes, it never answers.
-    [[nodiscard]] QCoro::Task<std::optional<QString>> receive(QUrl address, qint64 limit, Sink sink);
+    // Absent when a whole answer with status 200 within the limits went into the
+    // sink, else what went wrong. When this object goes, it never answers.
+    [[nodiscard]] QCoro::Task<std::optional<QString>> receive(QUrl address, Limits limits, Sink sink);
 
 private:
     QNetworkAccessManager m_manager;

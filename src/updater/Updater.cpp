@@ -21,8 +21,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr qint64 largestManifest = 1'048'576; // bytes, as of the signature
-constexpr qint64 largestArchive = 512 * largestManifest;
+constexpr qint64 mebibyte = 1'048'576;
+constexpr Download::Limits manifestLimits{.whole = mebibyte}; // and the signature's
+constexpr Download::Limits archiveLimits{.whole = 512 * mebibyte, .stretch = mebibyte / 16};
 
 void log(const QString &message) { Log::write(u"actualizacion: "_qs + message); }
 
@@ -118,9 +119,9 @@ QCoro::Task<Updater::Found> Updater::fetchManifest()
         };
     };
     const QUrl address = manifestURL();
-    auto problem = co_await m_download->receive(address, largestManifest, into(manifest));
+    auto problem = co_await m_download->receive(address, manifestLimits, into(manifest));
     if (alive && !problem)
-        problem = co_await m_download->receive(signatureURL(address), largestManifest, into(signature));
+        problem = co_await m_download->receive(signatureURL(address), manifestLimits, into(signature));
     if (problem || !alive)
         co_return Unreachable{problem.value_or(QString())};
     if (!Signature::isValid(manifest, signature, m_publicKey))
@@ -199,7 +200,7 @@ QCoro::Task<std::optional<QString>> Updater::download(Manifest::Item item)
         digest.add(piece);
         return m_archive->write(piece) == piece.size();
     };
-    auto problem = co_await m_download->receive(QUrl(item.url, QUrl::StrictMode), largestArchive, keep);
+    auto problem = co_await m_download->receive(QUrl(item.url, QUrl::StrictMode), archiveLimits, keep);
     if (!alive)
         co_return std::nullopt;
     if (!m_archive->flush() || m_archive->error() != QFile::NoError)

@@ -31,6 +31,15 @@ public:
         return r.rightJustified(width + 1, '\0').last(width) + s.rightJustified(width + 1, '\0').last(width);
     }
 
+    // Of this machine as a web server, issued by nobody but the owner.
+    [[nodiscard]] QByteArray certificatePem() const
+    {
+        return openssl({"req", "-x509", "-key", privateKey(), "-subj", "/CN=127.0.0.1", "-addext",
+                        "subjectAltName=IP:127.0.0.1"});
+    }
+
+    [[nodiscard]] QByteArray privatePem() const { return openssl({"pkey", "-in", privateKey()}); }
+
     [[nodiscard]] QByteArray sign(const QByteArray &bytes) const { return raw(bytes).toBase64(); }
 
 private:

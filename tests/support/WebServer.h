@@ -1,9 +1,14 @@
 #pragma once
 
 #include <QHash>
+#include <QSslConfiguration>
+#include <QSslSocket>
 #include <QTcpServer>
-#include <QTcpSocket>
+#include <QTimer>
 #include <QUrl>
+
+#include <chrono>
+#include <optional>
 
 // A web server on this machine that says exactly the bytes it is told to.
 class WebServer : public QTcpServer {
@@ -17,7 +22,8 @@ public:
 
     [[nodiscard]] QUrl url(const QString &path) const
     {
-        return QUrl(QString("http://127.0.0.1:%1%2").arg(serverPort()).arg(path));
+        return QUrl(
+            QString("%1://127.0.0.1:%2%3").arg(encryption ? "https" : "http").arg(serverPort()).arg(path));
     }
 
     static QByteArray ok(const QByteArray &body)
@@ -36,6 +42,21 @@ public:
     QHash<QString, QByteArray> answers;
     bool closesAfterwards = false;
     QList<QByteArray> requests; // with their headers
+    // When it is set, the answers come byte by byte, with this between them.
+    std::optional<std::chrono::milliseconds> drip;
+    std::optional<QSslConfiguration> encryption;
+
+protected:
+    void incomingConnection(qintptr descriptor) override
+    {
+        if (!encryption)
+            return QTcpServer::incomingConnection(descriptor);
+        auto *socket = new QSslSocket(this);
+        socket->setSocketDescriptor(descriptor);
+        socket->setSslConfiguration(*encryption);
+        socket->startServerEncryption();
+        addPendingConnection(socket);
+    }
 
 private:
     void serve(QTcpSocket &socket)
@@ -47,10 +68,25 @@ private:
             socket.readAll();
             requests.append(request);
             const auto answer = answers.constFind(QString::fromLatin1(request.split(' ').value(1)));
-            socket.write(answer == answers.constEnd() ? status(404) : *answer);
+            say(socket, answer == answers.constEnd() ? status(404) : *answer);
             if (closesAfterwards)
                 socket.disconnectFromHost();
         });
         connect(&socket, &QTcpSocket::disconnected, &socket, &QObject::deleteLater);
+    }
+
+    void say(QTcpSocket &socket, const QByteArray &answer)
+    {
+        if (!drip) {
+            socket.write(answer);
+            return;
+        }
+        auto *timer = new QTimer(&socket);
+        timer->callOnTimeout([timer, &socket, left = answer]() mutable {
+            socket.write(left.first(1));
+            if (left.remove(0, 1).isEmpty())
+                timer->stop();
+        });
+        timer->start(*drip);
     }
 };

@@ -1,7 +1,10 @@
 #include "updater/Download.h"
 
+#include "support/KeyPair.h"
 #include "support/WebServer.h"
 
+#include <QSslCertificate>
+#include <QSslKey>
 #include <QTest>
 
 using namespace std::chrono_literals;
@@ -12,12 +15,12 @@ class DownloadTest : public QObject {
     WebServer server;
     QByteArray received;
 
-    std::optional<QString> get(const QUrl &address, qint64 limit = 1000,
+    std::optional<QString> get(const QUrl &address, Download::Limits limits = {1000},
                                std::chrono::milliseconds patience = 20s)
     {
         received.clear();
         Download download(patience);
-        return QCoro::waitFor(download.receive(address, limit, [this](const QByteArray &piece) {
+        return QCoro::waitFor(download.receive(address, limits, [this](const QByteArray &piece) {
             received += piece;
             return !received.contains("full");
         }));
@@ -35,6 +38,8 @@ private slots:
         server.answers.clear();
         server.requests.clear();
         server.closesAfterwards = false;
+        server.drip.reset();
+        server.encryption.reset();
     }
 
     void theBytesComeAsTheyAre()
@@ -54,7 +59,7 @@ private slots:
             = WebServer::status(200, "Set-Cookie: a=b; Path=/\r\nCache-Control: max-age=999\r\n");
         Download download;
         for (int i = 0; i < 2; ++i)
-            QCOMPARE(QCoro::waitFor(download.receive(server.url("/x"), 10, [](auto) { return true; })),
+            QCOMPARE(QCoro::waitFor(download.receive(server.url("/x"), {10}, [](auto) { return true; })),
                      std::nullopt);
         QCOMPARE(server.requests.size(), 2);
         for (const QByteArray &request : std::as_const(server.requests)) {
@@ -131,7 +136,58 @@ private slots:
     {
         QFETCH(QByteArray, answer);
         server.answers["/x"] = answer;
-        QCOMPARE(get(server.url("/x"), 1000, 200ms), "Socket operation timed out");
+        QCOMPARE(get(server.url("/x"), {1000}, 200ms), "Socket operation timed out");
+    }
+
+    // One byte is never far from the next here.
+    void aDripEndsIt_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<QString>("problem");
+        const QByteArray much(900, 'x');
+        const QString late = "Socket operation timed out";
+        QTest::newRow("of an answer") << "HTTP/1.1 200 OK\r\n\r\n" + much << late;
+        QTest::newRow("of a header") << "HTTP/1.1 200 OK\r\nX: " + much << late;
+        QTest::newRow("of a page about an error") << "HTTP/1.1 404 No\r\n\r\n" + much << "HTTP 404";
+    }
+
+    void aDripEndsIt()
+    {
+        QFETCH(QByteArray, answer);
+        QFETCH(QString, problem);
+        server.answers["/x"] = answer;
+        server.drip = 5ms;
+        QCOMPARE(get(server.url("/x"), {1000}, 500ms), problem);
+        QVERIFY(received.size() < 900);
+    }
+
+    void whatComesSteadilyMayTakeLong()
+    {
+        server.answers["/x"] = WebServer::ok(QByteArray(100, 'x'));
+        server.drip = 10ms;
+        QCOMPARE(get(server.url("/x"), {.whole = 1000, .stretch = 5}, 700ms), std::nullopt);
+        QCOMPARE(received.size(), 100);
+    }
+
+    void onlyACertificateThatTheSystemTrustsCounts()
+    {
+        const KeyPair key;
+        const QSslCertificate certificate(key.certificatePem());
+        server.encryption = QSslConfiguration::defaultConfiguration();
+        server.encryption->setLocalCertificate(certificate);
+        server.encryption->setPrivateKey(QSslKey(key.privatePem(), QSsl::Ec));
+        QVERIFY(get(WebServer::ok("secret")));
+        QVERIFY(server.requests.isEmpty());
+
+        const QSslConfiguration usual = QSslConfiguration::defaultConfiguration();
+        QSslConfiguration trusting = usual;
+        trusting.addCaCertificate(certificate);
+        QSslConfiguration::setDefaultConfiguration(trusting);
+        const auto trusted = get(WebServer::ok("secret"));
+        const auto down = get(WebServer::status(302, "Location: http://192.0.2.1/x\r\n"));
+        QSslConfiguration::setDefaultConfiguration(usual);
+        QCOMPARE(trusted, std::nullopt);
+        QCOMPARE(down, "→ http://192.0.2.1/x");
     }
 
     void otherAddressesAreNotEvenTried()
@@ -153,7 +209,7 @@ private slots:
         address.setScheme("https");
         address.setPort(server.serverPort());
         server.closesAfterwards = true;
-        QVERIFY(get(address, 1000, 500ms));
+        QVERIFY(get(address, {1000}, 500ms));
     }
 
     void itMayGoWhileItWaits()
@@ -161,7 +217,7 @@ private slots:
         server.answers["/x"] = QByteArray();
         auto download = std::make_unique<Download>();
         bool answered = false;
-        auto task = download->receive(server.url("/x"), 10, [](auto) { return true; });
+        auto task = download->receive(server.url("/x"), {10}, [](auto) { return true; });
         task.then([&](auto) { answered = true; });
         QTRY_COMPARE(server.requests.size(), 1);
         download.reset();
