@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QtConcurrentRun>
 
 namespace {
@@ -40,12 +41,22 @@ SwapCommands swap(const QString &bundle)
 
 QString failed(const Tool &tool, const QString &how) { return tool.program + u" devolvió "_qs + how; }
 
+// Tar would also do what the user has asked of it elsewhere, such as keep the
+// absolute paths of an archive.
+QProcessEnvironment environment()
+{
+    auto own = QProcessEnvironment::systemEnvironment();
+    own.remove(u"TAR_OPTIONS"_qs);
+    return own;
+}
+
 // Absent when the tool exits with 0.
 std::optional<QString> run(const Tool &tool)
 {
     QProcess process;
     process.setProgram(tool.program);
     process.setArguments(tool.arguments);
+    process.setProcessEnvironment(environment());
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
