@@ -37,10 +37,13 @@ constexpr auto askAgainAfter = 1s;
 
 bool unattended() { return qEnvironmentVariable("VELLUMORA_PRUEBA_ACTUALIZAR") == u"1"; }
 
+// Absolute whatever the environment says: the script runs in another folder.
+QDir temporaryFolder() { return QDir(QDir::temp().absolutePath()); }
+
 // A folder for the user's eyes only; absent when there is no room for one.
 std::optional<QString> makeWorkFolder()
 {
-    const QDir temporary = QDir::temp();
+    const QDir temporary = temporaryFolder();
     const QString name = u"vellumora-act-"_qs + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     temporary.mkpath(u"."_qs);
     if (!temporary.mkdir(name, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner))
@@ -183,7 +186,7 @@ std::optional<QString> Updater::obstacle() const
     const auto bundle = m_installer.bundle();
     if (!bundle || !m_installer.canReplace(*bundle))
         return L10n::t(u"Vellumora no está en una carpeta donde se pueda escribir.");
-    for (const QString &path : {*bundle, QDir::tempPath()})
+    for (const QString &path : {*bundle, temporaryFolder().path()})
         if (!SwapScript::canQuote(path))
             return couldNot(path);
     return std::nullopt;
@@ -192,7 +195,7 @@ std::optional<QString> Updater::obstacle() const
 QCoro::Task<std::optional<QString>> Updater::download(Manifest::Item item)
 {
     const QPointer<Updater> alive(this);
-    m_archive.emplace(QDir::temp().filePath(u"vellumora-XXXXXX"_qs));
+    m_archive.emplace(temporaryFolder().filePath(u"vellumora-XXXXXX"_qs));
     if (!m_archive->open())
         co_return couldNot(m_archive->errorString());
     Sha256 digest;
@@ -217,7 +220,7 @@ QCoro::Task<std::optional<QString>> Updater::replaceBundle(QString version)
     const QPointer<Updater> alive(this);
     const auto work = makeWorkFolder();
     if (!work)
-        co_return couldNot(QDir::tempPath());
+        co_return couldNot(temporaryFolder().path());
     const QString image = *work + u"/c.dmg"_qs;
     const QString staged = *work + u"/Vellumora.app"_qs;
     if (!m_archive->rename(image))

@@ -2,6 +2,7 @@
 
 #include "capture/OverlayWindow.h"
 #include "hotkey/Prefs.h"
+#include "l10n/L10n.h"
 #include "overlay/OverlayView.h"
 #include "platform/none/NoServices.h"
 
@@ -113,7 +114,7 @@ private slots:
         QCOMPARE(titles, (QStringList{"Capture   ⇧⌘?", "-", "Settings…", "About Vellumora…",
                                       "Vellumora website", "Check for Updates…", "-", "Quit Vellumora"}));
         item(4)->trigger();
-        QCOMPARE(desktop->opened, QList{QUrl("https://vellumora.example/en/")});
+        QCOMPARE(desktop->opened, QList{L10n::web()});
     }
 
     void theShortcutsInTheMenuWorkWhileItIsOpen()

@@ -1,6 +1,7 @@
 #include "updater/Updater.h"
 
 #include "base/Defaults.h"
+#include "l10n/L10n.h"
 #include "updater/ProgressWindow.h"
 
 #include "fakes/FakeDesktop.h"
@@ -139,7 +140,7 @@ private slots:
         QCOMPARE(Updater::signatureURL(QUrl("https://a/b.c/d")), QUrl("https://a/b.c/d.sig"));
         QCOMPARE(Updater::signatureURL(QUrl("https://a/%2E%20b.json")), QUrl("https://a/.%20b.sig"));
         QSettings("Vellumora", "Vellumora").remove("urlActualizacion");
-        QCOMPARE(Updater::manifestURL(), QUrl("https://vellumora.example/actualizacion.json"));
+        QCOMPARE(Updater::manifestURL(), QUrl(L10n::web(Lang::es).toString() + "actualizacion.json"));
     }
 
     void nothingNewIsSaidOnlyToWhoAsks()
@@ -247,6 +248,7 @@ private slots:
     void anAcceptedUpdateIsStagedAndEndsTheProgram()
     {
         serve(manifest("99.1"));
+        qputenv("TMPDIR", QDir::current().relativeFilePath(home.path("tmp")).toLocal8Bit());
         updater->check(Updater::Asked::byItself);
         answer(0);
         QTRY_COMPARE(ends, 1);
@@ -262,7 +264,8 @@ private slots:
                  QFile::Permissions());
         QCOMPARE(QDir(work).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  (QStringList{"c.dmg", "Vellumora.app"}));
-        QVERIFY(installer->script.contains("\"" + home.path("Vellumora.app") + "\""));
+        for (const QString &path : {home.path("Vellumora.app"), work, work + "/Vellumora.app"})
+            QVERIFY(installer->script.contains("\"" + path + "\""));
         QVERIFY(installer->script.contains("kill -0 " + QString::number(QCoreApplication::applicationPid())
                                            + " "));
     }
