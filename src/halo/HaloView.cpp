@@ -15,6 +15,7 @@ namespace {
 constexpr double smallest = 2;                // points; a selection no larger has no glow
 constexpr double shortestInterval = 1.0 / 60; // seconds
 constexpr double longestInterval = 0.1;
+constexpr int pixelsInPiece = 250'000;
 constexpr double idleShare = 3; // a frame is followed by this many times its cost without one
 
 QRegion toPoints(const QRegion &pixels, double scale)
@@ -31,6 +32,22 @@ QRegion toPixels(const QRegion &points, double scale)
     for (const QRect &rect : points)
         pixels += QRectF(QPointF(rect.topLeft()) * scale, QSizeF(rect.size()) * scale).toAlignedRect();
     return pixels;
+}
+
+// Takes as much of the region away as is painted without being felt.
+QRegion takePiece(QRegion &region)
+{
+    QRegion piece;
+    int pixels = 0;
+    for (const QRect &rect : std::as_const(region)) {
+        const int rows = std::min((pixelsInPiece - pixels) / rect.width(), rect.height());
+        if (rows <= 0)
+            break;
+        piece += QRect(rect.topLeft(), QSize(rect.width(), rows));
+        pixels += rows * rect.width();
+    }
+    region -= piece;
+    return piece;
 }
 
 } // namespace
@@ -105,20 +122,33 @@ QRect HaloView::screen() const { return m_space.toPixels(m_space.bounds(), m_sca
 // The next frame, if there is one, as soon as it may come.
 void HaloView::schedule()
 {
-    if (m_timer.isActive() || m_asked || !(m_changed || (m_band && m_motion.moving(now()))))
+    if (!resting() || !(m_changed || (m_band && m_motion.moving(now()))))
         return;
     const double apart = std::clamp((1 + idleShare) * m_cost, shortestInterval, longestInterval);
     const double wait = std::max(m_begun + apart - now(), 0.0);
     m_timer.start(std::chrono::milliseconds(std::lround(std::ceil(wait * 1000))));
 }
 
+// Whole, but for a selection that is being dragged: then in pieces, so that no
+// step of the drag has to wait for all of it.
 void HaloView::askForFrame()
 {
+    if (m_unasked.isEmpty())
+        beginFrame();
+    const QRegion piece = m_inPieces ? takePiece(m_unasked) : std::exchange(m_unasked, {});
+    if (piece.isEmpty())
+        return;
+    m_asked = true;
+    onFrame(toPoints(piece, m_scale));
+}
+
+void HaloView::beginFrame()
+{
     m_begun = now();
-    m_changed = false;
+    m_inPieces = std::exchange(m_changed, false);
     if (m_reduceMotion())
         m_motion.stop(m_begun);
-    QRegion region = std::exchange(m_tinted, {});
+    m_unasked = std::exchange(m_tinted, {});
     HaloColors::fill(m_colors, m_motion.turn(m_begun));
     if (m_band) {
         HaloBand::Shape shape = m_band->shape();
@@ -131,17 +161,13 @@ void HaloView::askForFrame()
             reshape(shape);
         keepTiles();
     }
-    region += m_tinted;
-    if (region.isEmpty())
-        return;
-    m_asked = true;
-    onFrame(toPoints(region, m_scale));
+    m_unasked += m_tinted;
 }
 
-// Not while a pulse changes them with every frame.
+// Not while a drag or a pulse changes them with every frame.
 void HaloView::keepTiles()
 {
-    if (m_motion.pulsing(m_begun)) {
+    if (m_inPieces || m_motion.pulsing(m_begun)) {
         m_kept = false;
         return;
     }
@@ -164,7 +190,8 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
             paint(painter, pixels);
         }
     }
-    if (m_asked) // the rest of the picture is still to be painted and shown
+    // The rest of the picture is still to be painted and shown.
+    if (m_asked && !std::exchange(m_painted, true))
         QMetaObject::invokeMethod(this, &HaloView::frameShown, Qt::QueuedConnection);
 }
 
@@ -183,7 +210,9 @@ void HaloView::paint(QPainter &painter, const QRect &pixels)
 
 void HaloView::frameShown()
 {
-    m_asked = false;
+    m_asked = m_painted = false;
+    if (!m_unasked.isEmpty())
+        return m_timer.start(0);
     m_cost = now() - m_begun;
     schedule();
 }

@@ -41,7 +41,7 @@ public:
     [[nodiscard]] bool paused() const { return m_motion.paused(); }
     [[nodiscard]] bool pulsing() const { return m_motion.pulsing(now()); }
     // Whether a frame is under way. A glow that moves never comes to rest.
-    [[nodiscard]] bool resting() const { return !m_timer.isActive() && !m_asked; }
+    [[nodiscard]] bool resting() const { return !m_timer.isActive() && !m_asked && m_unasked.isEmpty(); }
 
     void draw(QPainter &painter, const QRegion &exposed);
 
@@ -52,6 +52,7 @@ private:
     void startSpin();
     void schedule();
     void askForFrame();
+    void beginFrame();
     void frameShown();
     void keepTiles();
     void paint(QPainter &painter, const QRect &pixels);
@@ -70,8 +71,11 @@ private:
     QRegion m_tinted;               // pixels that the glow may have touched on the screen
 
     QTimer m_timer;         // until the next frame
-    bool m_changed = false; // since the last frame was asked for
-    bool m_asked = false;   // for a frame that is not on the screen yet
-    double m_begun = 0;     // when the last frame was asked for, seconds
-    double m_cost = 0;      // seconds until it was on the screen
+    bool m_changed = false; // since the last frame began
+    bool m_asked = false;   // for a piece that is not on the screen yet
+    bool m_painted = false; // it is about to be
+    bool m_inPieces = false;
+    QRegion m_unasked;  // pieces of the frame that are still to be asked for, in pixels
+    double m_begun = 0; // when the last frame began, seconds
+    double m_cost = 0;  // seconds until it was on the screen
 };

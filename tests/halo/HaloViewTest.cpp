@@ -11,7 +11,9 @@ constexpr QSize screenSize(400, 300);
 
 // The glow on a screen that paints what it is asked to.
 struct Screen {
-    Screen()
+    explicit Screen(QSize size = screenSize)
+        : image(size, QImage::Format_RGB32)
+        , halo(size, 1, [this] { return stillness; })
     {
         image.fill(Qt::black);
         halo.onFrame = [this](const QRegion &area) {
@@ -31,15 +33,15 @@ struct Screen {
 
     [[nodiscard]] QImage repainted()
     {
-        paint(QRect(QPoint(), screenSize));
+        paint(image.rect());
         return image.copy();
     }
 
     bool stillness = true;
     int frames = 0;
     QRegion lastArea;
-    QImage image{screenSize, QImage::Format_RGB32};
-    HaloView halo{screenSize, 1, [this] { return stillness; }};
+    QImage image;
+    HaloView halo;
 };
 
 } // namespace
@@ -96,6 +98,23 @@ private slots:
         fresh.halo.update(QRectF(90, 60, 120, 130));
         QTRY_VERIFY(fresh.halo.resting());
         QCOMPARE(shown, fresh.image);
+    }
+
+    // So that no step of a drag waits for all of a large one.
+    void aLargeGlowThatChangesComesInPieces()
+    {
+        const QSize large(3000, 2000);
+        Screen screen(large);
+        screen.halo.update(QRectF(200, 200, 2600, 1600));
+        QTRY_VERIFY(screen.frames > 0); // the first piece
+        screen.halo.update(QRectF(250, 150, 2500, 1700));
+        QTRY_VERIFY(screen.halo.resting());
+        QVERIFY(screen.frames > 3);
+        const QImage shown = screen.image.copy();
+        QVERIFY(shown == screen.repainted());
+        screen.halo.update(std::nullopt);
+        QTRY_VERIFY(screen.halo.resting());
+        QVERIFY(screen.image == Screen(large).image);
     }
 
     void framesComeOnlyWhileItMoves()
