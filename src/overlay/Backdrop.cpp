@@ -23,33 +23,35 @@ QRect selectedPixels(const ScreenShot &shot, const std::optional<QRectF> &select
     return {low, high - QPoint{1, 1}};
 }
 
-QImage dimmed(const QImage &picture)
+} // namespace
+
+QImage Backdrop::dimmed(const QImage &picture)
 {
     QImage copy = picture;
     QPainter(&copy).fillRect(copy.rect(), Theme::scrim);
     return copy;
 }
 
-} // namespace
-
-void Backdrop::draw(QPainter &painter, const std::optional<QRectF> &selection, const QRegion &exposed)
+void Backdrop::drawDimmed(QPainter &painter, const QRect &pixels) const
 {
+    painter.drawImage(pixels.topLeft(), m_dimmed.isNull() ? m_shot.image : m_dimmed, pixels);
     if (m_dimmed.isNull())
-        m_dimmed = dimmed(m_shot.image);
+        painter.fillRect(pixels, Theme::scrim);
+}
+
+void Backdrop::draw(QPainter &painter, const std::optional<QRectF> &selection, const QRegion &exposed) const
+{
     const Painting::Saved saved(painter);
     painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
     const QRect bright = selectedPixels(m_shot, selection);
-    const auto copy = [&](const QImage &picture, const QRect &pixels) {
-        painter.drawImage(pixels.topLeft(), picture, pixels);
-    };
     for (const QRect &area : exposed) {
         const QRect pixels = pixelsOf(area, m_shot.scale) & m_shot.image.rect();
         // Under a clip that is one rectangle the toolkit copies rows; under the
         // whole exposed region it would go span by span, in several threads.
         painter.setClipRect(pixels);
         for (const QRect &outside : QRegion(pixels).subtracted(bright))
-            copy(m_dimmed, outside);
+            drawDimmed(painter, outside);
         if (pixels.intersects(bright))
-            copy(m_shot.image, pixels & bright);
+            painter.drawImage((pixels & bright).topLeft(), m_shot.image, pixels & bright);
     }
 }

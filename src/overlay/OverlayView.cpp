@@ -16,6 +16,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QtConcurrentRun>
 
 #include <chrono>
 
@@ -23,6 +24,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr auto screensFrozen = 100ms; // all of them have been painted for the first time
 constexpr auto copiedShows = 1s;
 constexpr auto copiedSeen = 350ms; // then the overlays close
 
@@ -54,6 +56,7 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     m_bars.followState(); // the colour has been chosen meanwhile
     m_output.onCopied = [this] { copied(); };
     m_output.onSaved = [this] { m_session.finish(); };
+    QTimer::singleShot(screensFrozen, this, [this] { dimWhole(); });
     resize(m_shot.pointSize.toSize());
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -65,6 +68,14 @@ OverlayView::~OverlayView()
     // A picture of the screen is not kept longer than it is looked at.
     if (Annotation::background.cacheKey() == m_shot.image.cacheKey())
         Annotation::background = {};
+}
+
+// Beside the main thread, which has the user's first steps to follow.
+void OverlayView::dimWhole()
+{
+    QtConcurrent::run(Backdrop::dimmed, m_shot.image).then(this, [this](const QImage &picture) {
+        m_backdrop.keepDimmed(picture);
+    });
 }
 
 std::optional<QImage> OverlayView::renderSelection()

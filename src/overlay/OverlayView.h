@@ -87,6 +87,7 @@ private:
     void obey(const KeyCommands::Meaning &meaning);
     void run(Command command);
     void drawMarks(QPainter &painter, const QRegion &exposed) const;
+    void dimWhole();
     void copied();
     void refresh();
     void placeBars();
