@@ -111,7 +111,7 @@ void DemoPasses::showProgress(const QString &path)
         return;
     ++m_pictures;
     if (somebodyWatches())
-        std::fprintf(stderr, "\r\x1b[K%d pictures, %s", m_pictures,
+        std::fprintf(stderr, "\r\x1b[K%d written, %s", m_pictures,
                      QFileInfo(path).completeBaseName().toLocal8Bit().constData());
 }
 
