@@ -70,12 +70,13 @@ OverlayView::~OverlayView()
         Annotation::background = {};
 }
 
-// Beside the main thread, which has the user's first steps to follow.
+// Beside the main thread, which has the user's first steps to follow. The
+// capture may be over before the picture is made; a watcher is never told then.
 void OverlayView::dimWhole()
 {
-    QtConcurrent::run(Backdrop::dimmed, m_shot.image).then(this, [this](const QImage &picture) {
-        m_backdrop.keepDimmed(picture);
-    });
+    connect(&m_dimming, &QFutureWatcherBase::finished, this,
+            [this] { m_backdrop.keepDimmed(m_dimming.result()); });
+    m_dimming.setFuture(QtConcurrent::run(Backdrop::dimmed, m_shot.image));
 }
 
 std::optional<QImage> OverlayView::renderSelection()

@@ -19,6 +19,7 @@
 #include "overlay/WheelSteps.h"
 
 #include <QDeadlineTimer>
+#include <QFutureWatcher>
 #include <QPointF>
 #include <QWidget>
 
@@ -99,6 +100,7 @@ private:
     const ScreenShot m_shot;
     const ViewSpace m_space;
     Backdrop m_backdrop{m_shot};
+    QFutureWatcher<QImage> m_dimming;
     OverlaySession &m_session;
     Desktop &m_desktop;
 
