@@ -116,6 +116,6 @@ void Annotation::draw(QPainter &painter, const QRectF &exposed) const
     case Tool::rectangle:
     case Tool::ellipse: return drawOutlined(painter, *this);
     case Tool::text: return drawText(painter, *this);
-    case Tool::pixelate: return Pixelation::draw(painter, *this);
+    case Tool::pixelate: return Pixelation::draw(painter, *this, exposed);
     }
 }

@@ -172,6 +172,7 @@ void OverlayView::discardSelection()
     m_hold.cancel();
     m_halo.setPaused(false);
     m_drawing.discard();
+    m_underlay.forget();
     m_selectionDrag.cancel();
     if (m_eyedropper.picking())
         stopPicking();
@@ -242,16 +243,31 @@ void OverlayView::paintEvent(QPaintEvent *event)
 }
 
 // Marks never show outside the selection.
-void OverlayView::drawMarks(QPainter &painter, const QRegion &exposed) const
+void OverlayView::drawMarks(QPainter &painter, const QRegion &exposed)
 {
     const Painting::Saved saved(painter);
     painter.setClipRect(*m_state.selection, Qt::IntersectClip);
     const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
-    for (const AnnotationPtr &mark : m_state.drawOrder())
-        if (!m_fade.draws(mark) && exposed.intersects(MarkFootprint::of(*mark, m_space)))
-            mark->draw(painter, part);
+    drawFinished(painter, exposed);
     if (m_fade.running())
         m_fade.draw(painter, part);
     if (m_state.current && !m_fade.draws(m_state.current))
         m_state.current->draw(painter, part);
+}
+
+// The painter counts in view points.
+void OverlayView::drawFinished(QPainter &painter, const QRegion &exposed)
+{
+    std::vector<AnnotationPtr> marks = m_state.drawOrder();
+    std::erase_if(marks, [this](const AnnotationPtr &mark) { return m_fade.draws(mark); });
+    if (m_state.current) {
+        const Painting::Saved saved(painter);
+        painter.setTransform(m_space.upwards(), true); // flipped back
+        return m_underlay.draw(painter, *m_state.selection, marks, exposed);
+    }
+    m_underlay.forget();
+    const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
+    for (const AnnotationPtr &mark : marks)
+        if (exposed.intersects(MarkFootprint::of(*mark, m_space)))
+            mark->draw(painter, part);
 }

@@ -16,6 +16,7 @@
 #include "overlay/SnapFade.h"
 #include "overlay/TextEditing.h"
 #include "overlay/ToolBars.h"
+#include "overlay/Underlay.h"
 #include "overlay/WheelSteps.h"
 
 #include <QDeadlineTimer>
@@ -87,7 +88,8 @@ private:
     void pressOutside(QPointF at);
     void obey(const KeyCommands::Meaning &meaning);
     void run(Command command);
-    void drawMarks(QPainter &painter, const QRegion &exposed) const;
+    void drawMarks(QPainter &painter, const QRegion &exposed);
+    void drawFinished(QPainter &painter, const QRegion &exposed);
     void dimWhole();
     void copied();
     void refresh();
@@ -101,6 +103,7 @@ private:
     const ViewSpace m_space;
     Backdrop m_backdrop{m_shot};
     QFutureWatcher<QImage> m_dimming;
+    Underlay m_underlay{m_shot};
     OverlaySession &m_session;
     Desktop &m_desktop;
 

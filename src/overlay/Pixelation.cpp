@@ -6,8 +6,10 @@
 #include "overlay/Annotation.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -31,11 +33,20 @@ const QImage &keptMosaic(const QImage &picture, const QRect &part, double scale)
     return kept.emplace(key, Pixelation::mosaic(picture, part, scale)).first->second;
 }
 
+// The first block that the stretch from low to high touches, and the one after the last.
+std::pair<int, int> touched(double low, double high, double length, int count)
+{
+    const auto within = [&](double block) { return static_cast<int>(std::clamp(block, 0.0, double(count))); };
+    return {within(std::floor(low / length)), within(std::ceil(high / length))};
+}
+
 } // namespace
 
 namespace Pixelation {
 
-void draw(QPainter &painter, const Annotation &mark)
+// Block by block: where the toolkit enlarges a picture, the borders depend on
+// which part of it is painted.
+void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed)
 {
     const QRectF rect = mark.rectFromPoints();
     if (!(rect.width() >= smallestSide && rect.height() >= smallestSide) || Annotation::background.isNull())
@@ -46,11 +57,18 @@ void draw(QPainter &painter, const Annotation &mark)
     if (blocks.isNull())
         return;
     const Painting::Saved saved(painter);
-    painter.translate(minX(rect), maxY(rect));
-    painter.scale(1, -1); // the picture's rows go downwards
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.drawImage(QRectF(QPointF(0, 0), rect.size()), blocks);
+    const double width = rect.width() / blocks.width();
+    const double height = rect.height() / blocks.height();
+    const auto [left, right]
+        = touched(minX(exposed) - minX(rect), maxX(exposed) - minX(rect), width, blocks.width());
+    const auto [top, bottom]
+        = touched(maxY(rect) - maxY(exposed), maxY(rect) - minY(exposed), height, blocks.height());
+    for (int row = top; row < bottom; ++row)
+        for (int column = left; column < right; ++column)
+            painter.fillRect(
+                QRectF(minX(rect) + column * width, maxY(rect) - (row + 1) * height, width, height),
+                blocks.pixelColor(column, row));
 }
 
 int blockSide(double scale) { return std::max(static_cast<int>(blockPoints * scale), smallestBlock); }

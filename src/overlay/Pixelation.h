@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QRect>
+#include <QRectF>
 
 class QPainter;
 struct Annotation;
@@ -9,8 +10,9 @@ struct Annotation;
 // A mosaic of the frozen screen, not of the marks above it.
 namespace Pixelation {
 
-// Nothing for a mark that is too small, or off the frozen screen.
-void draw(QPainter &painter, const Annotation &mark);
+// The exposed part, in the painter's view points. Nothing for a mark that is too
+// small, or off the frozen screen.
+void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed);
 
 // How many device pixels of the screen one block stands for at a scale.
 [[nodiscard]] int blockSide(double scale);

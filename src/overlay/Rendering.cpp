@@ -4,23 +4,17 @@
 
 #include <QPainter>
 
-namespace {
+namespace Rendering {
 
-// The same grid of pixels as on the screen, so that the marks come out alike.
-void drawMarks(QImage &picture, QPoint corner, const EditorState &state, const ScreenShot &shot)
+void drawMarks(QPainter &painter, const std::vector<AnnotationPtr> &marks, const QRectF &shown,
+               const ScreenShot &shot)
 {
-    QPainter painter(&picture);
-    painter.translate(-corner);
     painter.scale(shot.scale, shot.scale);
     painter.setTransform(ViewSpace(shot.pointSize).upwards(), true);
-    painter.setClipRect(*state.selection);
-    for (const AnnotationPtr &mark : state.drawOrder())
-        mark->draw(painter, *state.selection);
+    painter.setClipRect(shown);
+    for (const AnnotationPtr &mark : marks)
+        mark->draw(painter, shown);
 }
-
-} // namespace
-
-namespace Rendering {
 
 std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot &shot)
 {
@@ -30,8 +24,11 @@ std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot
     QImage picture = shot.image.copy(pixels);
     if (picture.isNull())
         return std::nullopt;
-    if (!state.annotations.empty())
-        drawMarks(picture, pixels.topLeft(), state, shot);
+    if (!state.annotations.empty()) {
+        QPainter painter(&picture);
+        painter.translate(-pixels.topLeft());
+        drawMarks(painter, state.drawOrder(), *state.selection, shot);
+    }
     picture.setDevicePixelRatio(shot.scale);
     return picture;
 }

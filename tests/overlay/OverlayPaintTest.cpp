@@ -199,6 +199,25 @@ private slots:
         QCOMPARE(editor.view->state().lineWidth, 11.0);
         QTRY_COMPARE(differing(bare, edge()), 0);
     }
+
+    // What lies under the mark in hand is kept while it is drawn.
+    void undoingUnderTheMarkInHandShowsTheScreenAgain()
+    {
+        Editor editor;
+        editor.mouse->drag({100, 100}, {700, 500});
+        const auto within = [&] {
+            return editor.shown().copy(ViewSpace(editor.shot.pointSize).toPixels({190, 190, 120, 120}, 1));
+        };
+        editor.view->toggleTool(Tool::rectangle);
+        const QImage bare = within();
+        editor.mouse->drag({200, 200}, {300, 300});
+        editor.mouse->press({150, 150});
+        editor.mouse->move({250, 250}); // across the finished one
+        editor.mouse->move({400, 400});
+        QVERIFY(differing(bare, within()) > 500);
+        editor.view->undo();
+        QCOMPARE(differing(bare, within()), 0);
+    }
 };
 
 QTEST_MAIN(OverlayPaintTest)
