@@ -154,17 +154,57 @@ QRegion HaloBand::area(const QRect &screen) const
 void HaloBand::fill(HaloTile &tile, const QRect &pixels) const
 {
     tile.setPixels(pixels);
-    const Edges outline(m_outline);
-    const Edges selection(m_shape.selection);
+    if (pixels.isEmpty())
+        return;
     const QPointF middle{midX(m_shape.selection), midY(m_shape.selection)};
-    const auto width = static_cast<std::size_t>(std::max(pixels.width(), 0));
-    std::vector<int> steps(width);
-    std::vector<float> line(width);
-    for (int y = pixels.top(); y <= pixels.bottom() && width > 0; ++y) {
-        const std::size_t at = tile.indexOf(pixels.left(), y);
-        measureGlow(outline, pixels.left(), y, static_cast<float>(m_falloff.size() - 1), steps);
-        measureLine(selection, pixels.left(), y, static_cast<float>(lineWidth * m_shape.scale), line);
-        cover(steps, m_falloff, line, tile.coverage.data() + at);
-        direct(middle, pixels.left(), y, {tile.direction.data() + at, width});
+    const auto width = static_cast<std::size_t>(pixels.width());
+    const Stretch straight = straightRows();
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        std::uint8_t *coverage = tile.coverage.data() + tile.indexOf(pixels.left(), y);
+        if (y > pixels.top() && y > straight.begin && y < straight.end)
+            std::copy_n(coverage - width, width, coverage); // nothing changes along the sides
+        else
+            coverRow(y, pixels.left(), {coverage, width});
+        direct(middle, pixels.left(), y, {tile.direction.data() + tile.indexOf(pixels.left(), y), width});
     }
+}
+
+// The columns between the corners all look alike.
+void HaloBand::coverRow(int y, int left, std::span<std::uint8_t> coverage) const
+{
+    const auto width = static_cast<int>(coverage.size());
+    const Stretch columns = straightColumns();
+    const int from = std::clamp(columns.begin - left, 0, width);
+    const int to = std::clamp(columns.end - left, from, width);
+    coverPart(y, left, coverage.first(std::size_t(std::min(from + 1, width))));
+    if (from < to)
+        std::fill(coverage.begin() + from, coverage.begin() + to, coverage[std::size_t(from)]);
+    coverPart(y, left + to, coverage.subspan(std::size_t(to)));
+}
+
+void HaloBand::coverPart(int y, int left, std::span<std::uint8_t> coverage) const
+{
+    std::vector<int> steps(coverage.size());
+    std::vector<float> line(coverage.size());
+    measureGlow(Edges(m_outline), left, y, static_cast<float>(m_falloff.size() - 1), steps);
+    measureLine(Edges(m_shape.selection), left, y, static_cast<float>(lineWidth * m_shape.scale), line);
+    cover(steps, m_falloff, line, coverage.data());
+}
+
+HaloBand::Stretch HaloBand::straightRows() const
+{
+    return between(std::max(minY(m_outline) + m_reach, minY(m_shape.selection)),
+                   std::min(maxY(m_outline) - m_reach, maxY(m_shape.selection)));
+}
+
+HaloBand::Stretch HaloBand::straightColumns() const
+{
+    return between(std::max(minX(m_outline) + m_reach, minX(m_shape.selection)),
+                   std::min(maxX(m_outline) - m_reach, maxX(m_shape.selection)));
+}
+
+// The pixels whose centres lie there.
+HaloBand::Stretch HaloBand::between(double low, double high)
+{
+    return {static_cast<int>(std::ceil(low - 0.5)), static_cast<int>(std::floor(high - 0.5)) + 1};
 }

@@ -7,6 +7,8 @@
 #include <QRegion>
 
 #include <array>
+#include <cstdint>
+#include <span>
 #include <vector>
 
 // The shape of the glow: strokes along the outline of a selection that fade away
@@ -42,6 +44,17 @@ public:
     void fill(HaloTile &tile, const QRect &pixels) const;
 
 private:
+    // Pixels along one axis, without the end. Far enough from the corners only
+    // the distance to the nearest side counts.
+    struct Stretch {
+        int begin, end;
+    };
+    [[nodiscard]] static Stretch between(double low, double high);
+    [[nodiscard]] Stretch straightRows() const;
+    [[nodiscard]] Stretch straightColumns() const;
+    void coverRow(int y, int left, std::span<std::uint8_t> coverage) const;
+    void coverPart(int y, int left, std::span<std::uint8_t> coverage) const;
+
     Shape m_shape;
     QRectF m_outline; // that the rings follow
     double m_reach;   // how far from it they are seen
