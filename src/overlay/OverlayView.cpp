@@ -260,7 +260,7 @@ void OverlayView::drawFinished(QPainter &painter, const QRegion &exposed)
 {
     std::vector<AnnotationPtr> marks = m_state.drawOrder();
     std::erase_if(marks, [this](const AnnotationPtr &mark) { return m_fade.draws(mark); });
-    if (m_state.current) {
+    if (m_state.current && !marks.empty()) {
         const Painting::Saved saved(painter);
         painter.setTransform(m_space.upwards(), true); // flipped back
         return m_underlay.draw(painter, *m_state.selection, marks, exposed);

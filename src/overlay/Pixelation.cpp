@@ -17,6 +17,7 @@ constexpr double smallestSide = 2; // points
 constexpr double blockPoints = 10;
 constexpr int smallestBlock = 6; // device pixels
 constexpr size_t keptMosaics = 64;
+constexpr double overlap = 1e-6; // points; blocks that end where the next begins may leave a gap when rounded
 
 // A mosaic is made of every pixel below it, so it is not made anew for each
 // repaint of a corner.
@@ -64,11 +65,13 @@ void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed)
         = touched(minX(exposed) - minX(rect), maxX(exposed) - minX(rect), width, blocks.width());
     const auto [top, bottom]
         = touched(maxY(rect) - maxY(exposed), maxY(rect) - minY(exposed), height, blocks.height());
+    const auto block = [&](int column, int row) {
+        return QRectF(minX(rect) + column * width, maxY(rect) - (row + 1) * height - overlap, width + overlap,
+                      height + overlap);
+    };
     for (int row = top; row < bottom; ++row)
         for (int column = left; column < right; ++column)
-            painter.fillRect(
-                QRectF(minX(rect) + column * width, maxY(rect) - (row + 1) * height, width, height),
-                blocks.pixelColor(column, row));
+            painter.fillRect(block(column, row), blocks.pixelColor(column, row));
 }
 
 int blockSide(double scale) { return std::max(static_cast<int>(blockPoints * scale), smallestBlock); }

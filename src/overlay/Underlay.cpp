@@ -27,7 +27,8 @@ void Underlay::draw(QPainter &painter, const QRectF &selection, const std::vecto
         if (pixels.isEmpty())
             continue;
         prepare(pixels);
-        painter.setClipRect(pixels); // copied in rows, not span by span
+        const Painting::Saved unclipped(painter);
+        painter.setClipRect(pixels, Qt::IntersectClip); // copied in rows, not span by span
         painter.drawImage(pixels.topLeft(), m_picture, pixels);
     }
 }

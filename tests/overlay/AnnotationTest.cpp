@@ -155,6 +155,23 @@ private slots:
         QVERIFY(std::abs(first.red() - mean) <= 2);
     }
 
+    // Whoever hides something with a mosaic hides all of it.
+    void aMosaicLeavesNoGapsBetweenItsBlocks()
+    {
+        showScreen(1);
+        for (int side = 13; side < 300; side += 2) { // odd, so that blocks meet within a pixel
+            Canvas canvas(1, {400, 300});
+            const QPointF corner = side % 4 == 1 ? QPointF(0, 0) : QPointF(0.5, 0.5);
+            canvas.draw(mark(Tool::pixelate, {corner, corner + QPointF(side, 300 - side)}));
+            const QRect inside(2, side + 1, side - 3, 300 - side - 3);
+            const QImage sheet = canvas.image().convertToFormat(QImage::Format_RGB32);
+            for (int y = inside.top(); y <= inside.bottom(); ++y)
+                for (int x = inside.left(); x <= inside.right(); ++x)
+                    QVERIFY2(sheet.pixel(x, y) != 0xffffffff,
+                             qPrintable(QString("%1: %2 %3").arg(side).arg(x).arg(y)));
+        }
+    }
+
     void aMosaicWithNothingToShowIsNothing()
     {
         showScreen(1);
