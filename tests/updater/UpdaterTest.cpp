@@ -131,6 +131,7 @@ private slots:
             box->close();
         updater.reset();
         QDir(home.path("tmp")).removeRecursively();
+        qunsetenv("TMPDIR");
     }
 
     void theAddressesAreDerived()
