@@ -160,7 +160,8 @@ class PoorSurroundings(SystemTest):
         desktop.key("Return")
         desktop.wait_until_over()
         self.assertTrue(program.running())
-        self.assertEqual(program.lines(), [])
+        # Without a home the fonts have nowhere to keep their index, unless that is there already.
+        self.assertEqual([line for line in program.lines() if not line.startswith("Fontconfig")], [])
 
     def captures(self):
         self.desktop.key("shift+super+x")
