@@ -18,22 +18,21 @@ Annotation::Annotation(Tool markTool, const QColor &markColor, double lineWidth,
     , points(std::move(markPoints))
 {}
 
+bool Annotation::looksLike(const Annotation &other) const { return movedBy(other.moved - moved) == other; }
+
+Annotation Annotation::movedBy(QPointF offset) const
+{
+    Annotation copy = *this;
+    copy.moved += offset;
+    return copy;
+}
+
 QRectF Annotation::rectFromPoints() const
 {
-    return points.isEmpty() ? QRectF(0, 0, 0, 0) : SelectionGeometry::spanned(points.first(), points.last());
+    return points.isEmpty() ? QRectF(0, 0, 0, 0) : SelectionGeometry::spanned(first(), last());
 }
 
 double Annotation::strokeWidth() const
 {
     return tool == Tool::marker ? std::min(width * markerFactor, widestMarker) : width;
-}
-
-void Annotation::moveBy(QPointF offset)
-{
-    for (QPointF &point : points)
-        point += offset;
-    if (!original)
-        return;
-    for (QPointF &point : *original)
-        point += offset;
 }

@@ -21,8 +21,8 @@ std::optional<ArrowShape> ArrowShape::of(const Annotation &mark)
 {
     if (mark.points.isEmpty())
         return std::nullopt;
-    const QPointF from = mark.points.first();
-    const QPointF tip = mark.points.last();
+    const QPointF from = mark.first();
+    const QPointF tip = mark.last();
     const QPointF way = tip - from;
     if (!(std::hypot(way.x(), way.y()) > shortest))
         return std::nullopt;

@@ -5,8 +5,6 @@
 #include <QImage>
 #include <QRegion>
 
-#include <optional>
-
 class QPainter;
 
 // The frozen screen under everything, dimmed outside the selection. The glow
@@ -22,9 +20,10 @@ public:
     // Uses it from now on, instead of dimming what is exposed.
     void keepDimmed(const QImage &picture) { m_dimmed = picture; }
 
-    // Paints only the exposed part (widget points, y downwards) and never
-    // resamples: one pixel of the picture is one pixel of the screen.
-    void draw(QPainter &painter, const std::optional<QRectF> &selection, const QRegion &exposed) const;
+    // Paints only the exposed part, undimmed where it is bright; all in device
+    // pixels, in which the painter counts too. It never resamples: one pixel of
+    // the picture is one pixel of the screen.
+    void draw(QPainter &painter, const QRect &bright, const QRegion &exposed) const;
 
 private:
     void drawDimmed(QPainter &painter, const QRect &pixels) const;

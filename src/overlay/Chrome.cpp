@@ -154,14 +154,15 @@ void drawBrand(QPainter &painter, const QRectF &bounds)
     Painting::drawText(painter, at + QPointF{Painting::sizeOf(name).width(), baseline}, maker);
 }
 
-void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene)
+void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRectF &exposed)
 {
     const QRectF &selection = *scene.state.selection;
     drawOutline(painter, selection);
     if (!scene.haloShows)
         drawDashedFrame(painter, selection);
     drawHandles(painter, scene);
-    drawSizeBadge(painter, scene);
+    if (sizeBadgeOf(scene).intersects(exposed))
+        drawSizeBadge(painter, scene);
 }
 
 QRect spill(const QRectF &rect, const ViewSpace &space)
@@ -189,13 +190,15 @@ QRegion handles(const QRectF &selection, const ViewSpace &space)
 
 namespace Chrome {
 
-void draw(QPainter &painter, const Scene &scene)
+void draw(QPainter &painter, const Scene &scene, const QRectF &exposed)
 {
+    const QRectF soft = grown(exposed, antialiasing);
     if (scene.state.selection)
-        drawSelectionChrome(painter, scene);
+        drawSelectionChrome(painter, scene, soft);
     else
         drawHint(painter, scene.state.bounds);
-    drawBrand(painter, scene.state.bounds);
+    if (brandPill(scene.state.bounds).intersects(soft))
+        drawBrand(painter, scene.state.bounds);
 }
 
 QRegion footprint(const Scene &scene, const ViewSpace &space)

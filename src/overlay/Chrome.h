@@ -22,7 +22,8 @@ struct Scene {
 
 // What belongs to the selection, or the hint in the middle while there is none;
 // and the product's badge in the corner.
-void draw(QPainter &painter, const Scene &scene);
+// Only what shows in the exposed part (view points) has to be drawn.
+void draw(QPainter &painter, const Scene &scene, const QRectF &exposed);
 
 // All that draw() may touch, in widget points, rounded outwards.
 [[nodiscard]] QRegion footprint(const Scene &scene, const ViewSpace &space);

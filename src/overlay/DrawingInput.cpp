@@ -41,8 +41,7 @@ QPointF constrainedEnd(Tool tool, QPointF a, QPointF b)
 
 void DrawingInput::begin(QPointF at)
 {
-    m_state.current
-        = std::make_shared<Annotation>(*m_state.tool, m_state.color, m_state.lineWidth, QList{at, at});
+    m_state.current.emplace(*m_state.tool, m_state.color, m_state.lineWidth, QList{at, at});
     m_snapped = false;
     m_rest.reset();
     if (!isFreehand(*m_state.tool))
@@ -76,6 +75,7 @@ void DrawingInput::extendFreehand(QPointF to)
 
 void DrawingInput::commit()
 {
-    m_state.annotations.push_back(std::exchange(m_state.current, nullptr));
+    m_state.annotations.push_back(std::make_shared<Annotation>(*std::move(m_state.current)));
+    m_state.current.reset();
     m_snapped = false;
 }

@@ -15,7 +15,7 @@ public:
     // press, and wherever it has strayed from the last such place.
     std::function<void(QPointF)> onRest;
 
-    [[nodiscard]] bool active() const { return m_state.current != nullptr; }
+    [[nodiscard]] bool active() const { return m_state.current.has_value(); }
 
     void begin(QPointF at);
     // Constrained marks are squares, circles and lines at multiples of 45°.

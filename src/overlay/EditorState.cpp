@@ -14,19 +14,20 @@ std::vector<AnnotationPtr> EditorState::drawOrder() const
 void EditorState::moveSelectionTo(const QRectF &target)
 {
     const QPointF offset = target.topLeft() - selection->topLeft();
-    for (const AnnotationPtr &mark : annotations)
-        mark->moveBy(offset);
+    for (AnnotationPtr &mark : annotations)
+        mark = std::make_shared<Annotation>(mark->movedBy(offset));
     selection = target;
 }
 
-AnnotationPtr EditorState::undoLast()
+bool EditorState::undoLast()
 {
     if (annotations.empty())
-        return nullptr;
-    const AnnotationPtr last = annotations.back();
-    if (auto stroke = std::exchange(last->original, std::nullopt))
-        last->points = *std::move(stroke);
-    else
-        annotations.pop_back();
-    return last;
+        return false;
+    Annotation last = *annotations.back();
+    annotations.pop_back();
+    if (auto stroke = std::exchange(last.original, std::nullopt)) {
+        last.points = *std::move(stroke);
+        annotations.push_back(std::make_shared<Annotation>(last));
+    }
+    return true;
 }

@@ -15,9 +15,9 @@ struct EditorState {
     std::optional<QRectF> selection = std::nullopt;
     std::optional<Tool> tool = std::nullopt; // absent: the selection itself is moved and resized
     QColor color = Qt::red;
-    double lineWidth = 3;                        // points
-    std::vector<AnnotationPtr> annotations = {}; // oldest first
-    AnnotationPtr current = {};                  // the mark being drawn, if any
+    double lineWidth = 3;                             // points
+    std::vector<AnnotationPtr> annotations = {};      // oldest first
+    std::optional<Annotation> current = std::nullopt; // the mark being drawn; it grows in place
 
     // Pixelations first, so that they never hide a stroke drawn earlier.
     [[nodiscard]] std::vector<AnnotationPtr> drawOrder() const;
@@ -26,6 +26,6 @@ struct EditorState {
     void moveSelectionTo(const QRectF &target);
 
     // Gives the last mark its hand-drawn stroke back, or takes the mark away
-    // when it has none. Answers the mark, null when there is nothing to undo.
-    AnnotationPtr undoLast();
+    // when it has none. Returns false when there is nothing to undo.
+    bool undoLast();
 };

@@ -21,10 +21,9 @@ constexpr int mostPieces = 48;     // a line; more cost more than the ground the
 constexpr int ellipsePieces = 64;
 constexpr int pointsTogether = 24; // of a freehand stroke
 
-QRegion spill(const QRectF &box, double by, const ViewSpace &space)
-{
-    return space.toWidget(grown(box, by + antialiasing)).toAlignedRect();
-}
+using Boxes = MarkFootprint::Boxes;
+
+QRectF spill(const QRectF &box, double by) { return grown(box, by + antialiasing); }
 
 QRectF boxOf(const QPolygonF &points)
 {
@@ -32,24 +31,22 @@ QRectF boxOf(const QPolygonF &points)
     return {box.topLeft(), box.size()};
 }
 
-QRegion alongLine(QPointF from, QPointF to, double reach, const ViewSpace &space)
+void addLine(Boxes &boxes, QPointF from, QPointF to, double reach)
 {
     const double length = std::hypot(to.x() - from.x(), to.y() - from.y());
     const int pieces = std::clamp(static_cast<int>(std::min(length / pieceLength, 1e6)), 1, mostPieces);
-    QRegion region;
     for (int i = 0; i < pieces; ++i)
-        region += spill(SelectionGeometry::spanned(from + (to - from) * i / pieces,
-                                                   from + (to - from) * (i + 1) / pieces),
-                        reach, space);
-    return region;
+        boxes.push_back(spill(SelectionGeometry::spanned(from + (to - from) * i / pieces,
+                                                         from + (to - from) * (i + 1) / pieces),
+                              reach));
 }
 
-QRegion along(const QPolygonF &outline, double reach, const ViewSpace &space)
+Boxes along(const QPolygonF &outline, double reach)
 {
-    QRegion region;
+    Boxes boxes;
     for (qsizetype i = 1; i < outline.size(); ++i)
-        region += alongLine(outline[i - 1], outline[i], reach, space);
-    return region;
+        addLine(boxes, outline[i - 1], outline[i], reach);
+    return boxes;
 }
 
 QPolygonF corners(const QRectF &r)
@@ -71,22 +68,24 @@ QPolygonF aroundEllipse(const QRectF &r)
     return outline;
 }
 
-QRegion ofStroke(const Annotation &stroke, const ViewSpace &space)
+Boxes ofStroke(const Annotation &stroke)
 {
-    QRegion region;
+    Boxes boxes;
     for (qsizetype first = 0; first < stroke.points.size(); first += pointsTogether)
-        region += spill(boxOf(QPolygonF(stroke.points.mid(first, pointsTogether + 1))),
-                        stroke.strokeWidth() / 2, space);
-    return region;
+        boxes.push_back(
+            spill(boxOf(QPolygonF(stroke.points.mid(first, pointsTogether + 1))), stroke.strokeWidth() / 2)
+                .translated(stroke.moved));
+    return boxes;
 }
 
-QRegion ofArrow(const Annotation &mark, const ViewSpace &space)
+Boxes ofArrow(const Annotation &mark)
 {
     const auto arrow = ArrowShape::of(mark);
     if (!arrow)
         return {};
-    return alongLine(arrow->shaft.p1(), arrow->shaft.p2(), mark.width / 2, space)
-           + spill(boxOf(arrow->head), 0, space);
+    Boxes boxes{spill(boxOf(arrow->head), 0)};
+    addLine(boxes, arrow->shaft.p1(), arrow->shaft.p2(), mark.width / 2);
+    return boxes;
 }
 
 // A miter reaches further than half the line's width.
@@ -96,26 +95,35 @@ double cornerReach(const Annotation &mark) { return mark.width / 2 * std::number
 
 namespace MarkFootprint {
 
-QRegion of(const Annotation &mark, const ViewSpace &space)
+Boxes boxes(const Annotation &mark)
 {
     switch (mark.tool) {
     case Tool::pencil:
-    case Tool::marker: return ofStroke(mark, space);
-    case Tool::line: return along(QPolygonF(mark.points), mark.width / 2, space);
-    case Tool::arrow: return ofArrow(mark, space);
-    case Tool::rectangle: return along(corners(mark.rectFromPoints()), cornerReach(mark), space);
-    case Tool::ellipse: return along(aroundEllipse(mark.rectFromPoints()), mark.width / 2, space);
+    case Tool::marker: return ofStroke(mark);
+    case Tool::line: return along({mark.first(), mark.last()}, mark.width / 2);
+    case Tool::arrow: return ofArrow(mark);
+    case Tool::rectangle: return along(corners(mark.rectFromPoints()), cornerReach(mark));
+    case Tool::ellipse: return along(aroundEllipse(mark.rectFromPoints()), mark.width / 2);
     case Tool::text:
-    case Tool::pixelate: return spill(bounds(mark), 0, space);
+    case Tool::pixelate: return {spill(bounds(mark), 0)};
     }
     Q_UNREACHABLE();
+}
+
+QRegion of(const Annotation &mark, const ViewSpace &space)
+{
+    QRegion region;
+    for (const QRectF &box : boxes(mark))
+        region += space.toWidget(box).toAlignedRect();
+    return region;
 }
 
 QRegion ofLastStep(const Annotation &stroke, const ViewSpace &space)
 {
     constexpr qsizetype touched = 3; // the new piece and the joint before it
     const auto end = QPolygonF(stroke.points.last(std::min(touched, stroke.points.size())));
-    return spill(boxOf(end), stroke.strokeWidth() / 2, space);
+    return space.toWidget(spill(boxOf(end).translated(stroke.moved), stroke.strokeWidth() / 2))
+        .toAlignedRect();
 }
 
 QRectF bounds(const Annotation &mark)
@@ -126,7 +134,7 @@ QRectF bounds(const Annotation &mark)
         const auto arrow = ArrowShape::of(mark);
         return arrow ? boxOf(arrow->head + QPolygonF{arrow->shaft.p1()}) : QRectF();
     }
-    return boxOf(QPolygonF(mark.points));
+    return boxOf(QPolygonF(mark.points)).translated(mark.moved);
 }
 
 } // namespace MarkFootprint

@@ -3,6 +3,8 @@
 #include <QRectF>
 #include <QRegion>
 
+#include <vector>
+
 struct Annotation;
 class ViewSpace;
 
@@ -10,12 +12,16 @@ class ViewSpace;
 // it goes round, and only that little has to be repainted.
 namespace MarkFootprint {
 
-// In widget points, y downwards, rounded outwards.
+using Boxes = std::vector<QRectF>; // view points
+
+// Returns boxes that together hold all that the mark touches.
+[[nodiscard]] Boxes boxes(const Annotation &mark);
+// Returns the same in widget points, y downwards, rounded outwards.
 [[nodiscard]] QRegion of(const Annotation &mark, const ViewSpace &space);
-// Only of the end that a freehand stroke has last grown by.
+// Returns only the end that a freehand stroke has last grown by.
 [[nodiscard]] QRegion ofLastStep(const Annotation &stroke, const ViewSpace &space);
 
-// A rectangle round all of it, in view points.
+// A rectangle round all of the mark's geometry, in view points.
 [[nodiscard]] QRectF bounds(const Annotation &mark);
 
 } // namespace MarkFootprint

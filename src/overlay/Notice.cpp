@@ -16,12 +16,17 @@ Notice::Notice(QWidget &overlay, const ViewSpace &space) : QWidget(&overlay), m_
 
 void Notice::present(const QRectF &area, std::chrono::milliseconds lasts, Draw draw)
 {
-    constexpr double softEdge = 1; // points
-    m_draw = std::move(draw);
-    setGeometry(m_space.toWidget(grown(area, softEdge)).toAlignedRect());
+    replace(area, std::move(draw));
     m_end.start(lasts);
     raise(); // the latest word is the one to be read
     show();
+}
+
+void Notice::replace(const QRectF &area, Draw draw)
+{
+    constexpr double softEdge = 1; // points
+    m_draw = std::move(draw);
+    setGeometry(m_space.toWidget(grown(area, softEdge)).toAlignedRect());
     update();
 }
 

@@ -21,6 +21,8 @@ public:
     // Instead of what it shows now. The area is all that the drawing touches, in
     // view points.
     void present(const QRectF &area, std::chrono::milliseconds lasts, Draw draw);
+    // The same, but it goes when what it shows now would have gone.
+    void replace(const QRectF &area, Draw draw);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

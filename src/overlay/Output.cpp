@@ -46,13 +46,24 @@ QString suggestedName(const QDateTime &now)
            + QStringLiteral(".png");
 }
 
-void write(const QString &path, const QByteArray &png)
+// Returns why it could not be written, if it could not.
+std::optional<QString> write(const QString &path, const QByteArray &png)
 {
     QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(png) == png.size() && file.commit();
-    if (!written)
-        return Log::write(QStringLiteral("guardado %1 -> FALLO (%2)").arg(path, file.errorString()));
+    if (!file.open(QIODevice::WriteOnly) || file.write(png) != png.size() || !file.commit())
+        return file.errorString();
     Defaults::setValue(Defaults::lastFolderKey, QFileInfo(path).absolutePath());
+    return std::nullopt;
+}
+
+// The capture ends all the same, and with it the only other place where the
+// picture is.
+void keepUnwritten(const QString &path, const QString &reason, const QImage &picture)
+{
+    const auto files = ImageFiles::both(picture, picture.devicePixelRatio());
+    const bool kept = files && toClipboard(*files);
+    Log::write(
+        QStringLiteral("guardado %1 -> FALLO (%2); al portapapeles -> %3").arg(path, reason, outcome(kept)));
 }
 
 } // namespace
@@ -82,8 +93,9 @@ void Output::save(const QImage &picture)
     if (!png)
         return m_desktop.beep();
     m_panel = new SavePanel(m_overlay, startFolder(), suggestedName(QDateTime::currentDateTime()));
-    m_panel->onChosen = [this, bytes = *png](const QString &path) {
-        write(path, bytes);
+    m_panel->onChosen = [this, bytes = *png, picture](const QString &path) {
+        if (const auto reason = write(path, bytes))
+            keepUnwritten(path, *reason, picture);
         onSaved();
     };
     // A click on the overlay must not take the keyboard from the panel, so the

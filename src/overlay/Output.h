@@ -17,8 +17,8 @@ public:
     // After the picture is on the clipboard, whether or not the clipboard took
     // it: the log says which.
     std::function<void()> onCopied;
-    // After the user chose a file and the picture was written there, or could
-    // not be, which the log says.
+    // After the user chose a file and the picture was written there. When it
+    // could not be, the clipboard has it, and the log says so.
     std::function<void()> onSaved;
 
     // PNG and TIFF as one clipboard item. Does nothing when the picture cannot

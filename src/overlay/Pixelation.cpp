@@ -5,10 +5,10 @@
 #include "base/ViewSpace.h"
 #include "overlay/Annotation.h"
 
+#include <QPainter>
+
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -16,77 +16,131 @@ namespace {
 constexpr double smallestSide = 2; // points
 constexpr double blockPoints = 10;
 constexpr int smallestBlock = 6; // device pixels
-constexpr size_t keptMosaics = 64;
-constexpr double overlap = 1e-6; // points; blocks that end where the next begins may leave a gap when rounded
+constexpr int channelBits = 8;
+constexpr int pairBits = 16;
+constexpr std::uint32_t evenBytes = 0x00ff00ff;
+constexpr int pixelsAtOnce = 256; // whose bytes add up to 16 bits at most
 
-// A mosaic is made of every pixel below it, so it is not made anew for each
-// repaint of a corner.
-const QImage &keptMosaic(const QImage &picture, const QRect &part, double scale)
+// The sums of the channels, two to a word.
+struct Sums {
+    std::uint64_t redBlue = 0; // red from bit 32 on
+    std::uint64_t green = 0;
+};
+
+void add(Sums &sums, const QRgb *pixels, int count)
 {
-    using Key = std::tuple<qint64, int, int, int, int>;
-    static std::map<Key, QImage> kept;
-    const Key key{picture.cacheKey(), part.x(), part.y(), part.width(), part.height()};
-    auto found = kept.find(key);
-    if (found != kept.end())
-        return found->second;
-    if (kept.size() >= keptMosaics)
-        kept.clear();
-    return kept.emplace(key, Pixelation::mosaic(picture, part, scale)).first->second;
+    std::uint32_t redBlue = 0;
+    std::uint32_t green = 0;
+    for (int i = 0; i < count; ++i) {
+        redBlue += pixels[i] & evenBytes;
+        green += (pixels[i] >> channelBits) & 0xff;
+    }
+    sums.redBlue += (std::uint64_t(redBlue >> pairBits) << 32) + (redBlue & 0xffff);
+    sums.green += green;
 }
 
-// The first block that the stretch from low to high touches, and the one after the last.
-std::pair<int, int> touched(double low, double high, double length, int count)
+QRgb mean(const QImage &screen, const QRect &block)
 {
-    const auto within = [&](double block) { return static_cast<int>(std::clamp(block, 0.0, double(count))); };
-    return {within(std::floor(low / length)), within(std::ceil(high / length))};
+    Sums sums;
+    for (int y = block.top(); y <= block.bottom(); ++y) {
+        const auto *row = reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + block.left();
+        for (int x = 0; x < block.width(); x += pixelsAtOnce)
+            add(sums, row + x, std::min(pixelsAtOnce, block.width() - x));
+    }
+    const std::uint64_t pixels = std::uint64_t(block.width()) * std::uint64_t(block.height());
+    const auto rounded = [&](std::uint64_t sum) { return static_cast<int>((sum + pixels / 2) / pixels); };
+    return qRgb(rounded(sums.redBlue >> 32), rounded(sums.green), rounded(sums.redBlue & 0xffffffff));
+}
+
+// Where the nth of some equal stretches begins.
+int border(int n, int count, double low, double length)
+{
+    return static_cast<int>(std::lround(low + length * n / count));
+}
+
+// The first stretch that ends beyond the pixel, and the one after the last that
+// begins before the other.
+std::pair<int, int> touched(int first, int last, int count, double low, double length)
+{
+    const auto within = [&](double n) { return static_cast<int>(std::clamp(n, 0.0, double(count))); };
+    const double stretch = length / count;
+    return {within(std::floor((first - low) / stretch) - 1),
+            within(std::ceil((last + 1 - low) / stretch) + 1)};
 }
 
 } // namespace
 
-namespace Pixelation {
-
-// Block by block: where the toolkit enlarges a picture, the borders depend on
-// which part of it is painted.
-void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed)
+Mosaic::Mosaic(const Annotation &mark)
 {
     const QRectF rect = mark.rectFromPoints();
     if (!(rect.width() >= smallestSide && rect.height() >= smallestSide) || Annotation::background.isNull())
         return;
-    const ViewSpace space({0, Annotation::viewHeight});
     const double scale = Annotation::backgroundScale;
-    const QImage &blocks = keptMosaic(Annotation::background, space.toPixels(rect, scale), scale);
-    if (blocks.isNull())
+    m_screen = Annotation::background;
+    m_part = ViewSpace({0, Annotation::viewHeight}).toPixels(rect, scale) & m_screen.rect();
+    if (m_part.isEmpty())
         return;
+    const int side = Pixelation::blockSide(scale);
+    m_blocks = {std::max(m_part.width() / side, 1), std::max(m_part.height() / side, 1)};
+    m_colours.resize(std::size_t(m_blocks.width()) * std::size_t(m_blocks.height()));
+}
+
+QRgb Mosaic::colour(int column, int row)
+{
+    QRgb &kept = m_colours[std::size_t(row) * std::size_t(m_blocks.width()) + std::size_t(column)];
+    if (kept == 0) {
+        const auto at
+            = [](int n, int count, int length) { return static_cast<int>(qint64(length) * n / count); };
+        const QPoint low(at(column, m_blocks.width(), m_part.width()),
+                         at(row, m_blocks.height(), m_part.height()));
+        const QPoint high(at(column + 1, m_blocks.width(), m_part.width()),
+                          at(row + 1, m_blocks.height(), m_part.height()));
+        kept = mean(m_screen, QRect(low, high - QPoint{1, 1}).translated(m_part.topLeft()));
+    }
+    return kept;
+}
+
+QRect Mosaic::covered(const QRectF &place)
+{
+    const QPoint low = place.topLeft().toPoint();
+    return {low, place.bottomRight().toPoint() - QPoint{1, 1}};
+}
+
+// Block by block: where Qt enlarges a picture, the borders depend on which part
+// of it is painted.
+void Mosaic::draw(QPainter &painter, const QRectF &place, const QRect &exposed)
+{
+    if (isNull())
+        return;
+    const auto [left, right]
+        = touched(exposed.left(), exposed.right(), m_blocks.width(), place.x(), place.width());
+    const auto [top, bottom]
+        = touched(exposed.top(), exposed.bottom(), m_blocks.height(), place.y(), place.height());
+    for (int row = top; row < bottom; ++row) {
+        const int low = border(row, m_blocks.height(), place.y(), place.height());
+        const int high = border(row + 1, m_blocks.height(), place.y(), place.height());
+        for (int column = left; column < right; ++column) {
+            const int begin = border(column, m_blocks.width(), place.x(), place.width());
+            const int end = border(column + 1, m_blocks.width(), place.x(), place.width());
+            const QRect block = QRect(begin, low, end - begin, high - low) & exposed;
+            if (!block.isEmpty())
+                painter.fillRect(block, QColor::fromRgb(colour(column, row)));
+        }
+    }
+}
+
+namespace Pixelation {
+
+void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed)
+{
     const Painting::Saved saved(painter);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    const double width = rect.width() / blocks.width();
-    const double height = rect.height() / blocks.height();
-    const auto [left, right]
-        = touched(minX(exposed) - minX(rect), maxX(exposed) - minX(rect), width, blocks.width());
-    const auto [top, bottom]
-        = touched(maxY(rect) - maxY(exposed), maxY(rect) - minY(exposed), height, blocks.height());
-    const auto block = [&](int column, int row) {
-        return QRectF(minX(rect) + column * width, maxY(rect) - (row + 1) * height - overlap, width + overlap,
-                      height + overlap);
-    };
-    for (int row = top; row < bottom; ++row)
-        for (int column = left; column < right; ++column)
-            painter.fillRect(block(column, row), blocks.pixelColor(column, row));
+    const QTransform toPixels = painter.combinedTransform();
+    painter.setWorldTransform(toPixels.inverted() * painter.worldTransform()); // to the device's own pixels
+    Mosaic(mark).draw(painter, toPixels.mapRect(mark.rectFromPoints()),
+                      toPixels.mapRect(exposed).toAlignedRect());
 }
 
 int blockSide(double scale) { return std::max(static_cast<int>(blockPoints * scale), smallestBlock); }
-
-QImage mosaic(const QImage &picture, const QRect &part, double scale)
-{
-    const QRect inside = part & picture.rect();
-    if (inside.isEmpty())
-        return {};
-    const int side = blockSide(scale);
-    const QSize blocks(std::max(inside.width() / side, 1), std::max(inside.height() / side, 1));
-    // A window onto the picture instead of a copy of it.
-    const uchar *corner = picture.constScanLine(inside.y()) + qsizetype(inside.x()) * (picture.depth() / 8);
-    const QImage window(corner, inside.width(), inside.height(), picture.bytesPerLine(), picture.format());
-    return window.scaled(blocks, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
 
 } // namespace Pixelation

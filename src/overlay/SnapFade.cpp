@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 using Painting::Saved;
@@ -23,7 +24,12 @@ constexpr double excess = 0.04;      // how much larger the shape is at the star
 
 double cubicEaseOut(double p) { return 1 - (1 - p) * (1 - p) * (1 - p); }
 
-Annotation handDrawn(const Annotation &mark) { return {mark.tool, mark.color, mark.width, *mark.original}; }
+Annotation handDrawn(const Annotation &mark)
+{
+    Annotation stroke(mark.tool, mark.color, mark.width, *mark.original);
+    stroke.moved = mark.moved;
+    return stroke;
+}
 
 void drawStroke(QPainter &painter, const Annotation &mark, const QRectF &exposed, double eased)
 {
@@ -34,7 +40,7 @@ void drawStroke(QPainter &painter, const Annotation &mark, const QRectF &exposed
 
 void drawShape(QPainter &painter, const Annotation &mark, const QRectF &exposed, double eased)
 {
-    const QRectF box = QPolygonF(mark.points).boundingRect();
+    const QRectF box = QPolygonF(mark.points).boundingRect().translated(mark.moved);
     const QPointF centre{midX(box), midY(box)};
     const double scale = 1 + (1 - eased) * excess;
     const Saved saved(painter);
@@ -62,21 +68,27 @@ SnapFade::SnapFade()
     m_timer.callOnTimeout([this] { step(); });
 }
 
-void SnapFade::start(AnnotationPtr mark)
+void SnapFade::start(const Annotation &mark)
 {
-    m_ghost = std::move(mark);
+    m_ghost = mark;
     m_since.start();
     m_timer.start();
 }
 
 void SnapFade::step()
 {
-    const QRectF changed = area(*m_ghost);
-    if (!m_ghost->original || progress() >= 1) {
-        m_ghost.reset();
-        m_timer.stop();
-    }
-    onFrame(changed);
+    if (progress() >= 1)
+        stop();
+    else
+        onFrame(area(*m_ghost));
+}
+
+void SnapFade::stop()
+{
+    if (!m_ghost)
+        return;
+    m_timer.stop();
+    onFrame(area(*std::exchange(m_ghost, std::nullopt)));
 }
 
 double SnapFade::progress() const
@@ -87,8 +99,6 @@ double SnapFade::progress() const
 
 void SnapFade::draw(QPainter &painter, const QRectF &exposed) const
 {
-    if (!m_ghost->original) // taken back meanwhile
-        return m_ghost->draw(painter, exposed);
     const double eased = cubicEaseOut(progress());
     drawStroke(painter, *m_ghost, exposed, eased);
     drawShape(painter, *m_ghost, exposed, eased);

@@ -1,11 +1,21 @@
 #include "overlay/StrokePath.h"
 
+#include "base/Painting.h"
 #include "base/Rect.h"
+#include "overlay/Annotation.h"
 #include "overlay/SelectionGeometry.h"
+
+#include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 
+using Painting::Saved;
+
 namespace {
+
+constexpr qsizetype stepsInPiece = 400;
+constexpr float markerAlpha = 0.35F;
 
 // A point without length has no direction to stroke in; a tiny step gives the
 // round dot that the hand meant.
@@ -13,14 +23,15 @@ constexpr double dotStep = 0.01; // points
 
 bool shows(QPointF a, QPointF b, const QRectF &reach)
 {
-    const QRectF box = SelectionGeometry::spanned(a, b);
-    return maxX(box) >= minX(reach) && minX(box) <= maxX(reach) && maxY(box) >= minY(reach)
-           && minY(box) <= maxY(reach);
+    return std::max(a.x(), b.x()) >= minX(reach) && std::min(a.x(), b.x()) <= maxX(reach)
+           && std::max(a.y(), b.y()) >= minY(reach) && std::min(a.y(), b.y()) <= maxY(reach);
 }
 
-// The steps from one point of the stroke to another.
-QPainterPath between(const QList<QPointF> &points, qsizetype first, qsizetype last, const QRectF &reach)
+// The steps of one piece that can show.
+QPainterPath path(const QList<QPointF> &points, qsizetype piece, const QRectF &reach)
 {
+    const qsizetype first = piece * stepsInPiece;
+    const qsizetype last = std::min(first + stepsInPiece, points.size() - 1);
     QPainterPath path;
     bool drawing = false;
     for (qsizetype i = first + 1; i <= last; ++i) {
@@ -38,20 +49,72 @@ QPainterPath between(const QList<QPointF> &points, qsizetype first, qsizetype la
     return path;
 }
 
+void drawPieceIn(QPainter &painter, const Annotation &stroke, const QColor &color, qsizetype piece,
+                 const QRectF &exposed)
+{
+    const QRectF reach = grown(exposed, stroke.strokeWidth() / 2 + 2).translated(-stroke.moved);
+    const QPainterPath line = path(stroke.points, piece, reach);
+    if (line.isEmpty())
+        return;
+    const Saved saved(painter);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(stroke.moved);
+    painter.strokePath(line, QPen(color, stroke.strokeWidth(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+void drawPieces(QPainter &painter, const Annotation &stroke, const QRectF &exposed)
+{
+    for (qsizetype piece = 0; piece < StrokePath::pieces(stroke.points.size()); ++piece)
+        StrokePath::drawPiece(painter, stroke, piece, exposed);
+}
+
+// Several pieces as one translucent stroke, which must not darken where they
+// meet or cross: first drawn in full, then laid over the ground as a whole.
+void drawVeil(QPainter &painter, const Annotation &stroke, const QRectF &exposed)
+{
+    const QTransform toPixels = painter.combinedTransform();
+    const QRect area = toPixels.mapRect(exposed).toAlignedRect();
+    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
+    if (layer.isNull())
+        return;
+    layer.fill(Qt::transparent);
+    {
+        QPainter onLayer(&layer);
+        onLayer.setTransform(toPixels * QTransform::fromTranslate(-area.x(), -area.y()));
+        drawPieces(onLayer, stroke, exposed);
+    }
+    const Saved saved(painter);
+    painter.setWorldTransform(toPixels.inverted() * painter.worldTransform()); // to the device's own pixels
+    painter.setOpacity(painter.opacity() * StrokePath::opacity(stroke));
+    painter.drawImage(area.topLeft(), layer);
+}
+
 } // namespace
 
 namespace StrokePath {
 
-std::vector<QPainterPath> visible(const QList<QPointF> &points, double width, const QRectF &exposed)
+qsizetype pieces(qsizetype points) { return points < 2 ? 0 : pieceOf(points - 1) + 1; }
+
+qsizetype pointsOf(qsizetype finishedPieces) { return finishedPieces * stepsInPiece + 1; }
+
+qsizetype pieceOf(qsizetype point) { return std::max<qsizetype>(point - 1, 0) / stepsInPiece; }
+
+void draw(QPainter &painter, const Annotation &stroke, const QRectF &exposed)
 {
-    const QRectF reach = grown(exposed, width / 2 + 2);
-    std::vector<QPainterPath> paths;
-    for (qsizetype first = 0; first + 1 < points.size(); first += stepsInPath) {
-        const auto path = between(points, first, std::min(first + stepsInPath, points.size() - 1), reach);
-        if (!path.isEmpty())
-            paths.push_back(path);
-    }
-    return paths;
+    if (stroke.tool == Tool::pencil)
+        return drawPieces(painter, stroke, exposed);
+    if (pieces(stroke.points.size()) > 1)
+        return drawVeil(painter, stroke, exposed);
+    QColor veil = stroke.color;
+    veil.setAlphaF(markerAlpha);
+    drawPieceIn(painter, stroke, veil, 0, exposed);
 }
+
+void drawPiece(QPainter &painter, const Annotation &stroke, qsizetype piece, const QRectF &exposed)
+{
+    drawPieceIn(painter, stroke, stroke.color, piece, exposed);
+}
+
+double opacity(const Annotation &stroke) { return stroke.tool == Tool::marker ? double(markerAlpha) : 1; }
 
 } // namespace StrokePath

@@ -1,22 +1,27 @@
 #pragma once
 
-#include <QList>
-#include <QPainterPath>
-#include <QPointF>
 #include <QRectF>
 
-#include <vector>
+class QPainter;
+struct Annotation;
 
-// The line of a freehand stroke.
+// The line of a freehand stroke. A long one is made of several pieces, because
+// the effort to fill a path grows much faster than its length; where it is cut
+// does not depend on what is painted, so that screen and picture agree.
 namespace StrokePath {
 
-inline constexpr qsizetype stepsInPath = 400;
+// How many pieces a stroke of that many points has; none below two points.
+[[nodiscard]] qsizetype pieces(qsizetype points);
+// How many points a stroke has when that many of its pieces are as they will stay.
+[[nodiscard]] qsizetype pointsOf(qsizetype finishedPieces);
+// The piece that goes on to the point with that index.
+[[nodiscard]] qsizetype pieceOf(qsizetype point);
 
-// Only what can show inside the exposed part. A long stroke comes in several
-// paths of that many steps, because the effort to fill one grows much faster than its length; where
-// they are cut does not depend on the exposed part, so that screen and picture
-// agree. Empty when the stroke has fewer than two points or shows nowhere.
-[[nodiscard]] std::vector<QPainterPath> visible(const QList<QPointF> &points, double width,
-                                                const QRectF &exposed);
+// Draws the stroke, as far as it can show in the exposed part of the view.
+void draw(QPainter &painter, const Annotation &stroke, const QRectF &exposed);
+// Draws one of its pieces in the full colour, also of a stroke that is translucent.
+void drawPiece(QPainter &painter, const Annotation &stroke, qsizetype piece, const QRectF &exposed);
+// How much of what is below a stroke in full colour is to be covered, 0 to 1.
+[[nodiscard]] double opacity(const Annotation &stroke);
 
 } // namespace StrokePath

@@ -22,11 +22,13 @@ void TextEditing::commitText()
     // What an input method is still composing was typed too.
     if (m_field->hasFocus())
         QGuiApplication::inputMethod()->commit();
-    const AnnotationPtr mark = m_field->mark();
-    mark->width = m_state.lineWidth;
+    Annotation mark = m_field->mark();
+    mark.width = m_state.lineWidth;
     close();
-    if (!mark->text.isEmpty())
-        m_state.annotations.push_back(mark);
+    if (mark.text.isEmpty())
+        return;
+    m_state.annotations.push_back(std::make_shared<Annotation>(std::move(mark)));
+    onMark();
 }
 
 void TextEditing::discard()

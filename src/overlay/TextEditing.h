@@ -6,6 +6,8 @@
 
 #include <QPointer>
 
+#include <functional>
+
 // The text being typed. At most one at a time; the mark comes about when it is
 // committed, and every way of leaving commits it but undo.
 class TextEditing {
@@ -15,6 +17,9 @@ public:
         , m_space(space)
         , m_state(state)
     {}
+
+    // There is a mark more.
+    std::function<void()> onMark;
 
     [[nodiscard]] bool isOpen() const { return !m_field.isNull(); }
 

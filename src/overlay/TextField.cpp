@@ -23,13 +23,22 @@ constexpr double caretWidth = 1.5; // points
 constexpr float placeholderAlpha = 0.55F;
 constexpr float selectionAlpha = 0.4F;
 
-// A key that belongs to the overlay even while a text is open.
-bool isForTheOverlay(const QKeyEvent &event, bool somethingSelected)
+// Super does what Control does. Qt's line edit knows only Control.
+QKeyEvent withControl(const QKeyEvent &event)
 {
-    if (event.modifiers().testFlag(Qt::MetaModifier) || event.matches(QKeySequence::Undo)
-        || event.matches(QKeySequence::Redo))
-        return true;
-    return event.matches(QKeySequence::Copy) && !somethingSelected;
+    Qt::KeyboardModifiers modifiers = event.modifiers();
+    if (modifiers.testFlag(Qt::MetaModifier))
+        modifiers = (modifiers & ~Qt::MetaModifier) | Qt::ControlModifier;
+    const QString text = modifiers == event.modifiers() ? event.text() : QString();
+    return {event.type(),
+            event.key(),
+            modifiers,
+            event.nativeScanCode(),
+            event.nativeVirtualKey(),
+            event.nativeModifiers(),
+            text,
+            event.isAutoRepeat(),
+            static_cast<quint16>(event.count())};
 }
 
 bool endsTheText(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape; }
@@ -54,10 +63,10 @@ TextField::TextField(QWidget &overlay, const ViewSpace &space, QPointF at, const
     fit();
 }
 
-AnnotationPtr TextField::mark() const
+Annotation TextField::mark() const
 {
-    auto mark = std::make_shared<Annotation>(m_look);
-    mark->text = text();
+    Annotation mark = m_look;
+    mark.text = text();
     return mark;
 }
 
@@ -138,11 +147,12 @@ void TextField::paintEvent(QPaintEvent *)
 void TextField::keyPressEvent(QKeyEvent *event)
 {
     if (endsTheText(event->key()) && onDone)
-        onDone();
-    else if (isForTheOverlay(*event, hasSelectedText()))
-        event->ignore();
-    else
-        QLineEdit::keyPressEvent(event);
+        return onDone();
+    QKeyEvent key = withControl(*event);
+    if (key.matches(QKeySequence::Copy) && !hasSelectedText())
+        return event->ignore(); // there is nothing of the text to copy, but the picture
+    QLineEdit::keyPressEvent(&key);
+    event->setAccepted(key.isAccepted());
 }
 
 void TextField::inputMethodEvent(QInputMethodEvent *event)

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] const Annotation &look() const { return m_look; }
     // The look with the text that is there now, without what an input method is
     // still composing.
-    [[nodiscard]] AnnotationPtr mark() const;
+    [[nodiscard]] Annotation mark() const;
 
     void setTextColor(const QColor &color);
     void setTextSize(double size); // points

@@ -37,7 +37,7 @@ QPainterPath path(const Annotation &mark)
         return glyphs;
     glyphs.addText(QPointF{0, 0}, font(mark.fontSize), cut(mark.text));
     glyphs.setFillRule(Qt::WindingFill);
-    const QPointF origin = mark.points.value(0);
+    const QPointF origin = mark.first();
     return QTransform(1, 0, 0, -1, origin.x(), origin.y()).map(glyphs);
 }
 

@@ -58,7 +58,10 @@ BarButton *ToolBars::add(QStringView symbol, const QString &toolTip, const QStri
     auto *button = new BarButton(symbol.toString());
     button->setToolTip(toolTip);
     button->setAccessibleName(name);
-    QObject::connect(button, &BarButton::clicked, button, std::move(action));
+    QObject::connect(button, &BarButton::clicked, button, [this, action = std::move(action)] {
+        if (mayAct())
+            action();
+    });
     m_bar->addButton(button);
     return button;
 }

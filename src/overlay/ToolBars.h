@@ -26,6 +26,8 @@ public:
     std::function<void(Tool)> onTool;
     std::function<void(Command)> onCommand;
     std::function<void(const QColor &)> onColor;
+    // Asked before a button does anything; it does nothing when the answer is no.
+    std::function<bool()> mayAct;
 
     // After every change of the selection: shows the bar where it belongs, or
     // hides it.

@@ -219,8 +219,7 @@ private slots:
             for (const auto &points : {QList<QPointF>{}, {{5, 5}}, {{5, 5}, {5, 5}}, {{-1e9, 7}, {1e9, 8}}}) {
                 Annotation odd = mark(tool, points);
                 canvas.draw(odd);
-                odd.moveBy({1, 1});
-                QVERIFY(MarkFootprint::of(odd, canvas.space).rectCount() < 1000);
+                QVERIFY(MarkFootprint::of(odd.movedBy({1, 1}), canvas.space).rectCount() < 1000);
             }
         }
         canvas.draw(text(QString(100'000, 'W')));

@@ -54,7 +54,7 @@ struct Drawing : Editor {
             mouse->move(at);
     }
 
-    [[nodiscard]] const Annotation *current() const { return view->state().current.get(); }
+    [[nodiscard]] const std::optional<Annotation> &current() const { return view->state().current; }
     [[nodiscard]] bool snapped() const { return current() && current()->original; }
 };
 
@@ -99,14 +99,34 @@ private slots:
 
         editor.mouse->move({700, 500}); // it takes no more points
         editor.mouse->release({700, 500});
-        const Annotation &mark = *editor.view->state().annotations.back();
+        const Annotation mark = *editor.view->state().annotations.back();
         QCOMPARE(mark.points, shape);
         QCOMPARE(mark.tool, Tool::pencil);
         QCOMPARE(tips(), 99);
         editor.view->undo();
-        QCOMPARE(mark.points.mid(1), stroke);
+        QCOMPARE(editor.view->state().annotations.back()->points.mid(1), stroke);
         editor.view->undo();
         QVERIFY(editor.view->state().annotations.empty());
+    }
+
+    void theHandsOwnStrokeComesBackUnderTheStrokeInHand()
+    {
+        Drawing editor;
+        editor.draw(wobblyCircle(120));
+        QTRY_VERIFY(editor.snapped());
+        editor.mouse->release(middle);
+        QTRY_COMPARE(editor.stale(), 0); // the fade is over
+        editor.draw({{300, 300}, {420, 320}, {500, 300}});
+        editor.view->undo();
+        QCOMPARE(editor.stale(), 0);
+        editor.mouse->move({520, 290});
+        QCOMPARE(editor.stale(), 0);
+        editor.mouse->release({520, 290});
+        QCOMPARE(editor.stale(), 0);
+        QVERIFY(!editor.view->state().annotations.front()->original);
+        const QRect inner(200, 350, 500, 400); // clear of the bar and of what frames the selection
+        const QImage copied = *editor.view->renderSelection();
+        QCOMPARE(differing(copied.copy(inner.translated(-50, -300)), editor.shown().copy(inner)), 0);
     }
 
     // If trembling put the moment off, it would never come.

@@ -1,11 +1,20 @@
 #include "overlay/Rendering.h"
 
+#include "overlay/MarksLayer.h"
+
 #include "support/Pictures.h"
 
 #include <QTest>
 
 class RenderingTest : public QObject {
     Q_OBJECT
+
+    static std::optional<QImage> rendered(const EditorState &state, const ScreenShot &shot)
+    {
+        const ViewSpace space(shot.pointSize, shot.scale);
+        MarksLayer marks(space);
+        return Rendering::renderSelection(state, shot, marks);
+    }
 
 private slots:
     void theRegionLeavesPixelForPixel_data()
@@ -26,8 +35,7 @@ private slots:
         QFETCH(QRectF, selection);
         QFETCH(QRect, pixels);
         const ScreenShot shot = patternShot({300, 200}, scale);
-        const auto picture
-            = Rendering::renderSelection({.bounds = {0, 0, 300, 200}, .selection = selection}, shot);
+        const auto picture = rendered({.bounds = {0, 0, 300, 200}, .selection = selection}, shot);
         QVERIFY(picture);
         QCOMPARE(picture->devicePixelRatio(), scale);
         QImage plain = *picture;
@@ -39,11 +47,11 @@ private slots:
     {
         const ScreenShot shot = patternShot({300, 200}, 2);
         EditorState state{.bounds = {0, 0, 300, 200}};
-        QVERIFY(!Rendering::renderSelection(state, shot));
+        QVERIFY(!rendered(state, shot));
         state.selection = QRectF(10, 10, 0.5, 80);
-        QVERIFY(!Rendering::renderSelection(state, shot));
+        QVERIFY(!rendered(state, shot));
         state.selection = QRectF(10, 10, 1, 1);
-        QVERIFY(Rendering::renderSelection(state, shot));
+        QVERIFY(rendered(state, shot));
     }
 };
 

@@ -7,11 +7,16 @@
 #include "support/Mouse.h"
 #include "support/Pictures.h"
 #include "support/TempHome.h"
+#include "toolbar/BarButton.h"
+#include "toolbar/ColorPalette.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFileSystemModel>
+#include <QGuiApplication>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
@@ -127,6 +132,14 @@ private slots:
         Mouse(*view, 700).drag({10, 10}, {50, 60});
         QCOMPARE(view->state().selection, QRectF(100, 100, 200, 100));
         QCOMPARE(desktop.beeps, 1);
+        for (auto *button : view->findChildren<BarButton *>())
+            if (const QString name = button->accessibleName();
+                name == "Arrow" || name == "Colour" || name == "Close")
+                button->click();
+        QVERIFY(!view->state().tool);
+        QVERIFY(view->findChildren<ColorPalette *>().isEmpty());
+        QCOMPARE(session.finished, 0);
+        QCOMPARE(desktop.beeps, 4);
         QTest::keyClick(view.get(), Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(view->findChildren<SavePanel *>().size(), 1);
         QCOMPARE(view->focusWidget(), name());
@@ -157,11 +170,15 @@ private slots:
         QCOMPARE(session.finished, 0);
     }
 
-    void aFileThatCannotBeWrittenIsLogged()
+    void aFileThatCannotBeWrittenIsLoggedAndThePictureIsOnTheClipboard()
     {
+        QGuiApplication::clipboard()->setText("before");
         saveAs("/proc/shot.png");
         QCOMPARE(session.finished, 1);
         QVERIFY(home.log().contains("guardado /proc/shot.png -> FALLO"));
+        QVERIFY(home.log().endsWith("; al portapapeles -> OK\n"));
+        const auto png = QGuiApplication::clipboard()->mimeData()->data("image/png");
+        QCOMPARE(QImage::fromData(png, "PNG").size(), QSize(200, 100));
         init();
         askToSave();
         QVERIFY(panel()->directory().path() != "/proc"); // where nothing can be saved
