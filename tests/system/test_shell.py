@@ -5,6 +5,8 @@ import unittest
 from case import SystemTest
 from desktop import HELPERS, Process, wait_for
 
+CTRL, ALT = 0x40000, 0x80000
+
 
 class Shortcut(SystemTest):
     def test_a_taken_shortcut_falls_back_to_the_default(self):
@@ -34,6 +36,36 @@ class Shortcut(SystemTest):
         desktop.wait_for_overlays()
         desktop.key("Escape")
         desktop.wait_until_over()
+
+
+    def test_during_a_capture_it_is_heard_and_does_nothing_else(self):
+        desktop = self.desktop
+        desktop.run("xset", "r", "rate", "20", "100")
+        probe = (2500, 600, 300, 200)
+        # To the editor these keys mean the whole screen, and pixelating.
+        for code, modifiers, keys in ((0, CTRL | ALT, ("ctrl", "alt", "a")), (7, ALT, ("alt", "x"))):
+            with self.subTest(keys=keys):
+                desktop.store(shortcut=f'"@ByteArray({{\\"keyCode\\":{code},\\"modifiers\\":{modifiers}}})"')
+                program = desktop.start()
+                before = desktop.log().count("atajo pulsado")
+                desktop.xdotool(*(word for key in keys for word in ("keydown", key)))
+                desktop.wait_for_overlays()
+                for key in keys:  # while it is held it repeats itself, without its modifiers at last
+                    for _ in range(2):  # each takes many repetitions
+                        dimmed = desktop.pixels(probe)
+                    desktop.xdotool("keyup", key)
+                desktop.drag((2120, 100), (2320, 250))
+                for lock in ("Num_Lock", "Caps_Lock"):
+                    desktop.key("+".join(keys), lock)
+                self.assertEqual(desktop.pixels_at_rest(probe), dimmed)
+                desktop.key("ctrl+s", "+".join(keys), "Escape")  # the panel does not hear it either
+                desktop.key("Caps_Lock", "Num_Lock", "Return")
+                wait_for(lambda: "copiado" in desktop.log(), "the copy")
+                self.assertIn("copiado 200x150", desktop.log())
+                desktop.wait_until_over()
+                self.assertEqual(desktop.log().count("atajo pulsado") - before, 4)
+                program.end()
+                (desktop.home / "Library/Logs/Vellumora.log").unlink()
 
 
 class TrayOnTheBus(SystemTest):

@@ -90,9 +90,9 @@ Platform makeNoPlatform()
 {
     return {.screens = std::make_unique<NoScreens>(),
             .windows = std::make_unique<PlainWindows>(),
+            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .hotKeys = std::make_unique<NoHotKeys>(),
             .keyboard = std::make_unique<NoLayout>(),
-            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .statusItem = std::make_unique<NoStatusItem>(),
             .loginItem = std::make_unique<NoLoginItem>(),
             .desktop = std::make_unique<NoDesktop>(),
