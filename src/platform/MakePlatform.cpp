@@ -1,10 +1,13 @@
 #include "platform/Platform.h"
+#include "platform/SingleInstance.h"
 
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/BundleInstaller.h"
+#include "platform/freedesktop/BusInstance.h"
 #include "platform/freedesktop/FreedesktopDesktop.h"
 #include "platform/freedesktop/SessionBus.h"
 #include "platform/freedesktop/SettingsPortal.h"
+#include "platform/freedesktop/SocketInstance.h"
 #include "platform/freedesktop/StatusNotifierHost.h"
 #include "platform/freedesktop/TrayStatusItem.h"
 #include "platform/none/NoServices.h"
@@ -87,6 +90,11 @@ Platform makePlatform()
 {
     const bool onX11 = QGuiApplication::platformName() == u"xcb";
     return onX11 && forced() != u"none" ? makeX11Platform() : makeNoPlatform();
+}
+
+std::unique_ptr<SingleInstance> makeSingleInstance()
+{
+    return std::make_unique<BusInstance>(std::make_unique<SocketInstance>());
 }
 
 std::optional<QString> prepareDisplay()

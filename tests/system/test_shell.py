@@ -1,9 +1,10 @@
 """The program around the capture: shortcut, tray, second start, and surroundings in which things are missing."""
 import re
+import signal
 import unittest
 
 from case import SystemTest
-from desktop import HELPERS, Process, wait_for
+from desktop import HELPERS, PROGRAM, Desktop, Process, wait_for
 
 CTRL, ALT = 0x40000, 0x80000
 
@@ -106,16 +107,11 @@ class TrayOnTheBus(SystemTest):
         self.choose(panel.says("item").split()[1], "Vellumora beenden")
         self.assertEqual(program.status(), 0)
 
-    def test_a_second_start_passes_its_wish_on(self):
-        first = self.desktop.start()
-        self.assertEqual(self.desktop.start("--capturar").status(), 0)
+    def test_a_desktop_can_ask_over_the_bus(self):
+        self.desktop.start()
+        self.call("org.vellumora.Vellumora", "/org/vellumora/Vellumora", "org.freedesktop.Application.ActivateAction",
+                  "capturar", "[]", "{}")
         self.desktop.wait_for_overlays()
-        self.desktop.key("Escape")
-        self.desktop.wait_until_over()
-        again = Process(self.desktop, "again", first.process.args)
-        self.assertEqual(again.status(), 0)
-        wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
-        self.assertEqual(self.desktop.log().count("registro de atajo"), 1)
 
     def test_settings_that_open_during_a_capture_do_not_take_its_keys(self):
         first = self.desktop.start()
@@ -125,6 +121,56 @@ class TrayOnTheBus(SystemTest):
         wait_for(lambda: self.desktop.focus() == int(settings), "the focus of the settings")
         self.desktop.key("Escape")
         self.desktop.wait_until_over()
+
+
+class SecondStart(SystemTest):
+    def again(self, *arguments, desktop=None):
+        return Process(desktop or self.desktop, "again", [PROGRAM, *arguments])
+
+    def settings_open(self, desktop):
+        wait_for(lambda: desktop.windows("^Vellumora Settings$"), "the settings")
+
+    def test_without_a_bus_it_passes_its_wish_on(self):
+        desktop = self.desktop
+        desktop.start()
+        for _ in range(2):  # the second one changes nothing
+            self.assertEqual(self.again("--capturar").status(), 0)
+            desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        self.assertEqual(self.again().status(), 0)
+        self.settings_open(desktop)
+        self.assertEqual(desktop.log().count("registro de atajo"), 1)
+
+    def test_of_many_starts_one_stays(self):
+        starts = [self.again("--ajustes") for _ in range(4)]
+        wait_for(lambda: sum(start.running() for start in starts) == 1, "all but one to end")
+        self.settings_open(self.desktop)
+        self.assertEqual(self.desktop.log().count("registro de atajo"), 1)
+
+    def test_a_killed_one_does_not_stand_in_the_way(self):
+        first = self.desktop.start()
+        first.process.kill()
+        first.process.wait()
+        second = self.again()
+        wait_for(lambda: self.desktop.log().count("-> OK") == 2, "the hot key of the second one")
+        self.assertEqual(self.again("--ajustes").status(), 0)
+        self.settings_open(self.desktop)
+        second.process.send_signal(signal.SIGSTOP)
+        refused = self.again("--capturar")
+        self.assertEqual(refused.status(), 1)
+        self.assertEqual(refused.lines(), ["vellumora: it is running already, but does not answer"])
+        second.process.send_signal(signal.SIGCONT)
+
+    def test_two_displays_of_one_user_have_one_each(self):
+        other = Desktop()
+        self.addCleanup(other.close)
+        other.environment["XDG_RUNTIME_DIR"] = self.desktop.environment["XDG_RUNTIME_DIR"]
+        for desktop in (self.desktop, other):
+            desktop.start()
+        self.assertEqual(self.again("--ajustes", desktop=other).status(), 0)
+        self.settings_open(other)
+        self.assertEqual(self.desktop.windows("^Vellumora Settings$"), [])
 
 
 class TrayOnX11(SystemTest):
