@@ -6,6 +6,7 @@
 #include "modes/DemoMode.h"
 #include "modes/HaloTestMode.h"
 #include "modes/SelfTestMode.h"
+#include "platform/Ending.h"
 #include "platform/Platform.h"
 #include "platform/SingleInstance.h"
 #include "updater/Version.h"
@@ -111,8 +112,11 @@ int stay(Platform &platform, const CommandLine &line, SingleInstance &instance)
 {
     AppDelegate delegate(platform, line);
     serveOthers(instance, delegate);
+    Ending::onRequest([&delegate] { delegate.terminate(); });
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    Ending::begin();
+    return status;
 }
 
 } // namespace

@@ -228,6 +228,59 @@ class TrayOnX11(SystemTest):
         return (x + width // 2, y + height // 2) if x > 1800 else None
 
 
+class Ending(SystemTest):
+    window_manager = "openbox"
+
+    def assert_ends(self, program, window, number=signal.SIGTERM):
+        """In order, with the keyboard and the focus where they were."""
+        program.process.send_signal(number)
+        self.assertEqual(program.status(), 0)
+        self.assertEqual(self.desktop.run(HELPERS / "witness", "--keyboard"), "held 0\n")
+        wait_for(lambda: self.desktop.focus() == window, "the focus of the witness")
+        self.assertEqual(program.lines(), [])
+
+    def test_a_signal_ends_it_in_order_whatever_is_open(self):
+        desktop = self.desktop
+        _, window = desktop.witness((0, 0, 3520, 900))
+        manager = Process(desktop, "manager", [HELPERS / "witness", "--clipboard"])
+        manager.says("manages")
+        temporary = desktop.folder / "tmp"
+        temporary.mkdir()
+
+        program = desktop.start(TMPDIR=str(temporary))
+        desktop.press_shortcut()
+        desktop.drag((2120, 100), (2320, 250))
+        desktop.key("Return")
+        wait_for(lambda: "copiado" in desktop.log(), "the copy")
+        desktop.wait_until_over()
+        self.assert_ends(program, window)
+        self.assertEqual(manager.says("saved").split()[1], re.search(r"png=(\d+)", desktop.log())[1])
+        self.assertEqual(list(temporary.iterdir()), [])
+
+        program = desktop.start()
+        desktop.press_shortcut()
+        desktop.drag((2120, 100), (2320, 250))
+        desktop.key("ctrl+s")
+        self.assert_ends(program, window)
+
+        program = desktop.start()
+        desktop.press_shortcut()
+        desktop.drag((2120, 100), (2320, 250))
+        desktop.key("ctrl+p")
+        wait_for(lambda: desktop.windows("^Print$"), "the print dialog")
+        self.assert_ends(program, window, signal.SIGINT)
+
+    def test_a_signal_ends_a_recording(self):
+        desktop = self.desktop
+        _, window = desktop.witness((0, 0, 3520, 900))
+        program = desktop.start("--ajustes")
+        (settings,) = wait_for(lambda: desktop.windows("^Vellumora Settings$"), "the settings")
+        wait_for(lambda: desktop.focus() == int(settings), "the focus of the settings")
+        desktop.key("space")
+        wait_for(lambda: desktop.run(HELPERS / "witness", "--keyboard") == "held 1\n", "the recorder")
+        self.assert_ends(program, window)
+
+
 class PoorSurroundings(SystemTest):
     def test_without_bus_tray_sound_and_home_it_works_and_says_nothing(self):
         desktop = self.desktop
