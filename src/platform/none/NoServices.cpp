@@ -59,6 +59,7 @@ public:
     bool enabled() const override { return false; }
     void enable() override {}
     void disable() override {}
+    bool canBeEnabled() override { return false; }
 };
 
 class NoDesktop final : public Desktop {
