@@ -137,7 +137,10 @@ QCoro::Task<void> AppDelegate::startCapture()
 
 void AppDelegate::askForPermission()
 {
-    PermissionAlert::show([this] { m_platform.screens->openAccessSettings(); });
+    PermissionAlert::show([this] {
+        if (!m_platform.screens->openAccessSettings())
+            openWeb();
+    });
 }
 
 void AppDelegate::openSettings()

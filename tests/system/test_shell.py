@@ -298,6 +298,42 @@ class PoorSurroundings(SystemTest):
         self.desktop.key("shift+super+x")
         return len(self.desktop.overlays()) == 2
 
+    def test_where_it_may_not_see_the_screen_it_opens_what_helps(self):
+        desktop = self.desktop
+        tools = desktop.folder / "tools"
+        tools.mkdir()
+        for name in ("gnome-control-center", "xdg-open"):
+            (tools / name).write_text(f"#!/bin/sh\necho {name} $* >> {desktop.folder}/opened\n", "utf-8")
+            (tools / name).chmod(0o755)
+        opened = desktop.folder / "opened"
+        for session, wanted in (("ubuntu:GNOME", "gnome-control-center privacy\n"), ("XFCE", "xdg-open https://")):
+            program = desktop.start(XDG_SESSION_TYPE="wayland", WAYLAND_DISPLAY="wayland-0", XDG_CURRENT_DESKTOP=session,
+                                    PATH=f"{tools}:{desktop.environment['PATH']}")
+            desktop.key("shift+super+x")
+            (alert,) = wait_for(lambda: desktop.windows("^Vellumora$"), "the alert")
+            wait_for(lambda: desktop.focus() == int(alert), "the focus of the alert")
+            desktop.key("Return")
+            wait_for(lambda: opened.exists() and opened.read_text("utf-8"), wanted)
+            self.assertIn(wanted, opened.read_text("utf-8"))
+            opened.unlink()
+            program.end()
+
+    def test_a_desk_that_has_grown_is_captured_whole(self):
+        desktop = self.desktop
+        for monitor in "AB":
+            desktop.run("xrandr", "--delmonitor", monitor)
+        desktop.run("xrandr", "--newmode", "small", *"100 1920 1930 1940 1950 1200 1201 1202 1203".split())
+        desktop.run("xrandr", "--addmode", "screen", "small")
+        desktop.run("xrandr", "--output", "screen", "--mode", "small")
+        desktop.start()
+        desktop.run("xrandr", "--output", "screen", "--mode", "3520x1200")
+        desktop.witness((0, 0, 3520, 1200))
+        desktop.key("shift+super+x")
+        wait_for(lambda: desktop.overlays(), "the overlay")
+        desktop.key("ctrl+a", "Return")
+        wait_for(lambda: "copiado" in desktop.log(), "the copy")
+        self.assertIn("copiado 3520x1200", desktop.log())
+
     def test_a_monitor_that_goes_ends_the_capture(self):
         desktop = self.desktop
         program = desktop.start()

@@ -10,7 +10,7 @@ class NoScreens final : public ScreenGrabber {
 public:
     bool accessGranted() override { return false; }
     void requestAccess() override {}
-    void openAccessSettings() override {}
+    bool openAccessSettings() override { return false; }
     QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override { co_return std::nullopt; }
 };
 
