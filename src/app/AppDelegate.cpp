@@ -37,13 +37,10 @@ AppDelegate::AppDelegate(Platform &platform, CommandLine commandLine)
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::log(const QString &message) { Log::write(message); }
-
 void AppDelegate::prepareUpdater()
 {
     m_updater.busy = [this] { return m_session || m_capturing || Printing::isOpen(); };
-    // Quitting would first ask every window, and one could refuse.
-    m_updater.terminate = [] { QCoreApplication::exit(); };
+    m_updater.terminate = [this] { terminate(); };
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -67,9 +64,9 @@ void AppDelegate::takeShortcut()
 {
     const Shortcut wanted = Prefs::shortcut();
     const bool taken = m_hotKey->registerShortcut(wanted);
-    log(QStringLiteral("registro de atajo %1 -> %2")
-            .arg(wanted.display(*m_platform.keyboard),
-                 taken ? QStringLiteral("OK") : QStringLiteral("FALLO")));
+    Log::write(QStringLiteral("registro de atajo %1 -> %2")
+                   .arg(wanted.display(*m_platform.keyboard),
+                        taken ? QStringLiteral("OK") : QStringLiteral("FALLO")));
     // Refused too, it leaves the program without a hot key; the menu still works.
     if (!taken)
         (void)m_hotKey->registerShortcut(Shortcut{});
@@ -83,7 +80,7 @@ void AppDelegate::buildStatusItem()
         .about = [this] { openAbout(); },
         .web = [this] { openWeb(); },
         .updates = [this] { checkUpdates(); },
-        .quit = [] { QCoreApplication::quit(); },
+        .quit = [this] { terminate(); },
     });
     m_menu->showIn(*m_platform.statusItem);
 }
@@ -99,7 +96,7 @@ void AppDelegate::hotKeyPressed()
 {
     if (m_settings && m_hotKey->shortcut() && m_settings->hearShortcut(*m_hotKey->shortcut()))
         return;
-    log(QStringLiteral("atajo pulsado"));
+    Log::write(QStringLiteral("atajo pulsado"));
     capture();
 }
 
@@ -140,7 +137,10 @@ QCoro::Task<void> AppDelegate::startCapture()
 
 void AppDelegate::askForPermission()
 {
-    PermissionAlert::show([this] { m_platform.screens->openAccessSettings(); });
+    PermissionAlert::show([this] {
+        if (!m_platform.screens->openAccessSettings())
+            openWeb();
+    });
 }
 
 void AppDelegate::openSettings()
@@ -172,3 +172,13 @@ void AppDelegate::openAbout()
 void AppDelegate::openWeb() { m_platform.desktop->openWeb(L10n::web()); }
 
 void AppDelegate::checkUpdates() { m_updater.check(Updater::Asked::byUser); }
+
+void AppDelegate::terminate()
+{
+    if (m_settings)
+        m_settings->stopRecording();
+    if (m_session)
+        m_session->finish();
+    // Quitting would first ask every window, and one could refuse.
+    QCoreApplication::exit();
+}

@@ -13,7 +13,7 @@ class ScreenGrabber;
 namespace Capture {
 
 // In the order of the system's screens; empty when none could be matched,
-// absent when the system refused or failed.
+// absent when the system refused or failed, be it for one screen only.
 [[nodiscard]] QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrabber &grabber);
 
 } // namespace Capture

@@ -15,14 +15,13 @@ namespace {
 struct Modifier {
     std::uint64_t flag;
     char16_t symbol;
-    std::uint32_t carbon;
 };
 // In the order in which they are shown.
 constexpr Modifier modifierRows[] = {
-    {Shortcut::control, u'⌃', 4096},
-    {Shortcut::option, u'⌥', 2048},
-    {Shortcut::shift, u'⇧', 512},
-    {Shortcut::command, u'⌘', 256},
+    {Shortcut::control, u'⌃'},
+    {Shortcut::option, u'⌥'},
+    {Shortcut::shift, u'⇧'},
+    {Shortcut::command, u'⌘'},
 };
 
 struct NamedKey {
@@ -83,15 +82,6 @@ QString Shortcut::keyName(std::uint32_t keyCode, const KeyboardLayout &layout)
     const auto position = KeyCodes::toEvdev(keyCode);
     const auto text = position ? layout.textOfKey(*position) : std::nullopt;
     return text ? text->toUpper() : QStringLiteral("?");
-}
-
-std::uint32_t Shortcut::carbonModifiers() const
-{
-    std::uint32_t mask = 0;
-    for (const Modifier &row : modifierRows)
-        if (modifiers & row.flag)
-            mask |= row.carbon;
-    return mask;
 }
 
 QByteArray Shortcut::toJson() const

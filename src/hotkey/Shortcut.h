@@ -29,10 +29,6 @@ struct Shortcut {
     // the keyboard's layout, in upper case; "?" when that is nothing.
     [[nodiscard]] static QString keyName(std::uint32_t keyCode, const KeyboardLayout &layout);
 
-    // The mask in a hot-key service's own numbering: command 256, shift 512,
-    // option 2048, control 4096.
-    [[nodiscard]] std::uint32_t carbonModifiers() const;
-
     // The saved form, a JSON object. Anything else than two whole numbers in
     // range is not a shortcut.
     [[nodiscard]] QByteArray toJson() const;

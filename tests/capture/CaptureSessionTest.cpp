@@ -1,6 +1,7 @@
 #include "capture/CaptureSession.h"
 
 #include "capture/OverlayWindow.h"
+#include "overlay/Annotation.h"
 #include "overlay/OverlayView.h"
 #include "platform/WindowPlacer.h"
 
@@ -68,6 +69,8 @@ private slots:
         QCOMPARE(placer.calls, (QStringList{"begin", "cover A", "cover B", "cover C", "keyboard B"}));
         QCOMPARE(view(0).shot().image.size(), QSize(1920, 1200));
         QCOMPARE(view(0).size(), QSize(960, 600));
+        QCOMPARE(Annotation::background, view(1).shot().image); // what is pixelated, on every screen
+        QVERIFY(Annotation::background != view(2).shot().image);
     }
 
     void withThePointerNowhereTheFirstScreenGetsTheKeys()

@@ -10,7 +10,7 @@ class NoScreens final : public ScreenGrabber {
 public:
     bool accessGranted() override { return false; }
     void requestAccess() override {}
-    void openAccessSettings() override {}
+    bool openAccessSettings() override { return false; }
     QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override { co_return std::nullopt; }
 };
 
@@ -59,6 +59,7 @@ public:
     bool enabled() const override { return false; }
     void enable() override {}
     void disable() override {}
+    bool canBeEnabled() override { return false; }
 };
 
 class NoDesktop final : public Desktop {
@@ -90,9 +91,9 @@ Platform makeNoPlatform()
 {
     return {.screens = std::make_unique<NoScreens>(),
             .windows = std::make_unique<PlainWindows>(),
+            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .hotKeys = std::make_unique<NoHotKeys>(),
             .keyboard = std::make_unique<NoLayout>(),
-            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .statusItem = std::make_unique<NoStatusItem>(),
             .loginItem = std::make_unique<NoLoginItem>(),
             .desktop = std::make_unique<NoDesktop>(),

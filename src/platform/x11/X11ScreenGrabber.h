@@ -18,11 +18,12 @@ public:
     // programs inside a Wayland session has no screen to show.
     bool accessGranted() override;
     void requestAccess() override {}
-    void openAccessSettings() override {}
+    bool openAccessSettings() override;
 
     QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override;
 
 private:
+    [[nodiscard]] ScreenShot shoot(QScreen &screen, const QRect &area);
     [[nodiscard]] QImage grab(QScreen &screen, const QRect &area);
 
     std::shared_ptr<OwnWindows> m_ownWindows;
