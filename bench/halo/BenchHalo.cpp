@@ -3,6 +3,7 @@
 // by stroke and beside copying the screen's bytes.
 #include "halo/HaloBand.h"
 #include "halo/HaloColors.h"
+#include "halo/HaloDrift.h"
 #include "halo/HaloMotion.h"
 #include "support/HaloReference.h"
 
@@ -40,7 +41,7 @@ void blend(QImage &onto, const std::vector<HaloTile> &tiles, double turn)
     HaloColors::fill(colors, turn);
     QPainter painter(&onto);
     for (const HaloTile &tile : tiles)
-        tile.blend(painter, tile.pixels, colors);
+        tile.paint(painter, tile.pixels, colors);
 }
 
 void frame(benchmark::State &state)
@@ -51,6 +52,30 @@ void frame(benchmark::State &state)
     double turn = 0;
     for (auto _ : state)
         blend(canvas, tiles, turn += 0.002);
+}
+
+// As it stands for long: with the ground known, and only as much of it as a
+// frame at thirty a second changes visibly.
+void turning(benchmark::State &state)
+{
+    QImage canvas(pixels, QImage::Format_RGB32);
+    canvas.fill(Qt::darkBlue);
+    const HaloBand band(largest());
+    std::vector<HaloTile> tiles;
+    fill(tiles, band);
+    for (HaloTile &tile : tiles)
+        tile.setGround(canvas);
+    HaloColors::Table colors;
+    HaloDrift drift;
+    double turn = 0;
+    for (auto _ : state) {
+        turn += 1.0 / 210;
+        HaloColors::fill(colors, turn);
+        QPainter painter(&canvas);
+        for (const QRect &part : band.area(canvas.rect(), drift.catchUp(turn)))
+            for (const HaloTile &tile : tiles)
+                tile.paint(painter, part, colors);
+    }
 }
 
 void build(benchmark::State &state)
@@ -95,6 +120,7 @@ void copy(benchmark::State &state)
 } // namespace
 
 BENCHMARK(frame)->Name("a frame of the glow")->Unit(benchmark::kMillisecond);
+BENCHMARK(turning)->Name("a frame of its turning")->Unit(benchmark::kMillisecond);
 BENCHMARK(build)->Name("the band of a new selection")->Unit(benchmark::kMillisecond);
 BENCHMARK(pulse)->Name("a frame of a pulse")->Unit(benchmark::kMillisecond);
 BENCHMARK(reference)->Name("the toolkit's strokes")->Unit(benchmark::kMillisecond);

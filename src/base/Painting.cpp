@@ -47,7 +47,8 @@ namespace Painting {
 QSizeF sizeOf(const Label &label)
 {
     const QFontMetricsF metrics(label.font);
-    return {layOut(label, metrics, [](const QString &, double) {}), metrics.height()};
+    const QSizeF size{layOut(label, metrics, [](const QString &, double) {}), metrics.height()};
+    return size / label.enlarged;
 }
 
 void drawText(QPainter &painter, QPointF lowerLeft, const Label &label)
@@ -55,18 +56,20 @@ void drawText(QPainter &painter, QPointF lowerLeft, const Label &label)
     const Saved saved(painter);
     painter.translate(lowerLeft);
     painter.scale(1, -1); // glyphs would stand on their heads
-    drawTextDownwards(painter, {0, -QFontMetricsF(label.font).height()}, label);
+    drawTextDownwards(painter, {0, -QFontMetricsF(label.font).height() / label.enlarged}, label);
 }
 
 void drawTextDownwards(QPainter &painter, QPointF upperLeft, const Label &label)
 {
     const Saved saved(painter);
     const QFontMetricsF metrics(label.font);
-    const double baseline = upperLeft.y() + metrics.height() - metrics.descent();
+    const double baseline = metrics.height() - metrics.descent();
+    painter.translate(upperLeft);
+    painter.scale(1 / label.enlarged, 1 / label.enlarged);
     painter.setFont(label.font);
     painter.setPen(label.color);
     layOut(label, metrics, [&](const QString &piece, double x) {
-        painter.drawText(QPointF{upperLeft.x() + x, baseline}, piece);
+        painter.drawText(QPointF{x, baseline}, piece);
     });
 }
 

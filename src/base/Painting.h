@@ -30,6 +30,9 @@ struct Label {
     QColor color = Qt::white;
     // Same width keeps a changing number from trembling.
     Digits digits = Digits::asInFont;
+    // How many times larger the font is than the text, for sizes that are not
+    // whole: Qt rounds the size of a font to pixels before it draws.
+    double enlarged = 1;
 };
 
 [[nodiscard]] QSizeF sizeOf(const Label &label);

@@ -18,6 +18,8 @@ double halfWidth(const HaloBand::Ring &ring, const HaloBand::Shape &shape)
     return ring.width / 2 * shape.scale * shape.swell * shape.swell;
 }
 
+double reach(const HaloBand::Ring &ring, const HaloBand::Shape &shape) { return halfWidth(ring, shape) + 1; }
+
 QRectF swollen(const HaloBand::Shape &shape)
 {
     const QRectF &rect = shape.selection;
@@ -137,14 +139,15 @@ void direct(QPointF middle, int left, int y, std::span<std::uint16_t> directions
 HaloBand::HaloBand(const Shape &shape)
     : m_shape(shape)
     , m_outline(swollen(shape))
-    , m_reach(halfWidth(rings.back(), shape) + 1)
+    , m_reach(reach(rings.back(), shape))
     , m_falloff(falloff(shape, m_reach))
 {}
 
-QRegion HaloBand::area(const QRect &screen) const
+QRegion HaloBand::area(const QRect &screen, std::size_t innermost) const
 {
-    QRegion region(grown(m_outline, m_reach).toAlignedRect());
-    const QRectF within = grown(m_outline, -m_reach - 1);
+    const double away = reach(rings[innermost - 1], m_shape);
+    QRegion region(grown(m_outline, away).toAlignedRect());
+    const QRectF within = grown(m_outline, -away - 1);
     if (within.isValid())
         region -= within.toRect();
     region += grown(m_shape.selection, lineWidth * m_shape.scale + 1).toAlignedRect();

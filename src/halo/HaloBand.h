@@ -7,6 +7,7 @@
 #include <QRegion>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -38,8 +39,9 @@ public:
     explicit HaloBand(const Shape &shape);
 
     [[nodiscard]] const Shape &shape() const { return m_shape; }
-    // What the glow may touch of a screen.
-    [[nodiscard]] QRegion area(const QRect &screen) const;
+    // Covers what the glow may touch of a screen, or only what the line and so
+    // many of the innermost rings do.
+    [[nodiscard]] QRegion area(const QRect &screen, std::size_t innermost = rings.size()) const;
     // Into a tile whose memory may serve again.
     void fill(HaloTile &tile, const QRect &pixels) const;
 
@@ -57,6 +59,6 @@ private:
 
     Shape m_shape;
     QRectF m_outline; // that the rings follow
-    double m_reach;   // how far from it they are seen
+    double m_reach;   // how far from it the outermost is seen
     std::vector<float> m_falloff;
 };

@@ -22,12 +22,21 @@ QRgb colorAt(double circle)
     return qRgb(mixed(a.red, b.red, share), mixed(a.green, b.green, share), mixed(a.blue, b.blue, share));
 }
 
+// With the first colour at the first direction.
+HaloColors::Table unturned()
+{
+    HaloColors::Table table;
+    for (std::size_t i = 0; i < table.size(); ++i)
+        table[i] = colorAt(double(i) / double(table.size()));
+    return table;
+}
+
 } // namespace
 
+// To the nearest step: that is done with every frame.
 void HaloColors::fill(Table &table, double turn)
 {
-    for (std::size_t i = 0; i < steps; ++i) {
-        const double circle = double(i) / double(steps) - up - turn;
-        table[i] = colorAt(circle - std::floor(circle));
-    }
+    static const Table base = unturned();
+    const auto shift = static_cast<std::size_t>(std::llround((up + turn) * double(steps))) % steps;
+    std::ranges::rotate_copy(base, base.end() - shift, table.begin());
 }

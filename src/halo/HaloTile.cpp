@@ -10,6 +10,7 @@ namespace {
 // A few rows at a time, so that they are still in the processor's cache when
 // they are blended.
 constexpr int pixelsAtOnce = 16 * 1024;
+constexpr QRgb opaque = 0xff000000; // what a screen has there means nothing
 
 // All four channels of a colour times a / 255, rounded.
 QRgb times(QRgb color, std::uint32_t a)
@@ -32,6 +33,19 @@ void HaloTile::setPixels(const QRect &rect)
                          : static_cast<std::size_t>(rect.width()) * static_cast<std::size_t>(rect.height());
     coverage.resize(count);
     direction.resize(count);
+    ground.clear();
+}
+
+void HaloTile::setGround(const QImage &picture)
+{
+    ground.resize(coverage.size());
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
+        const std::size_t from = indexOf(pixels.left(), y);
+        for (std::size_t x = 0; x < static_cast<std::size_t>(pixels.width()); ++x)
+            ground[from + x]
+                = times(line[std::size_t(pixels.left()) + x] | opaque, 255U - coverage[from + x]);
+    }
 }
 
 std::size_t HaloTile::indexOf(int x, int y) const
@@ -40,22 +54,31 @@ std::size_t HaloTile::indexOf(int x, int y) const
            + static_cast<std::size_t>(x - pixels.left());
 }
 
-void HaloTile::blend(QPainter &painter, const QRect &part, const HaloColors::Table &colors) const
+void HaloTile::paint(QPainter &painter, const QRect &part, const HaloColors::Table &colors) const
 {
     const QRect shown = part & pixels;
     if (shown.isEmpty())
         return;
     const int rows = std::clamp(pixelsAtOnce / shown.width(), 1, shown.height());
-    const auto width = static_cast<std::size_t>(shown.width());
-    QImage strip(shown.width(), rows, QImage::Format_ARGB32_Premultiplied);
+    QImage strip(shown.width(), rows,
+                 ground.empty() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     for (int top = shown.top(); top <= shown.bottom(); top += rows) {
         const int count = std::min(rows, shown.bottom() + 1 - top);
-        for (int y = 0; y < count; ++y) {
-            auto *line = reinterpret_cast<QRgb *>(strip.scanLine(y));
-            const std::size_t from = indexOf(shown.left(), top + y);
-            for (std::size_t x = 0; x < width; ++x)
-                line[x] = times(colors[direction[from + x]], coverage[from + x]);
-        }
+        for (int y = 0; y < count; ++y)
+            lookUp(reinterpret_cast<QRgb *>(strip.scanLine(y)), indexOf(shown.left(), top + y),
+                   static_cast<std::size_t>(shown.width()), colors);
         painter.drawImage(QPoint(shown.left(), top), strip, QRect(0, 0, shown.width(), count));
     }
+}
+
+// One thing at a time, so that all but the first becomes vector code.
+void HaloTile::lookUp(QRgb *line, std::size_t from, std::size_t count, const HaloColors::Table &colors) const
+{
+    for (std::size_t i = 0; i < count; ++i)
+        line[i] = colors[direction[from + i]];
+    for (std::size_t i = 0; i < count; ++i)
+        line[i] = times(line[i], coverage[from + i]);
+    if (!ground.empty())
+        for (std::size_t i = 0; i < count; ++i)
+            line[i] += ground[from + i];
 }

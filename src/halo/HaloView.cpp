@@ -4,6 +4,7 @@
 
 #include <QMetaObject>
 #include <QPainter>
+#include <QtMath>
 
 #include <algorithm>
 #include <chrono>
@@ -12,17 +13,27 @@
 
 namespace {
 
-constexpr double smallest = 2;                // points; a selection no larger has no glow
-constexpr double shortestInterval = 1.0 / 60; // seconds
-constexpr double longestInterval = 0.1;
+constexpr double smallest = 2; // points; a selection no larger has no glow
 constexpr int pixelsInPiece = 250'000;
-constexpr double idleShare = 3; // a frame is followed by this many times its cost without one
 
 QRegion toPoints(const QRegion &pixels, double scale)
 {
     QRegion points;
     for (const QRect &rect : pixels)
         points += QRectF(QPointF(rect.topLeft()) / scale, QSizeF(rect.size()) / scale).toAlignedRect();
+    return points;
+}
+
+// Only whole points.
+QRegion within(const QRegion &pixels, double scale)
+{
+    QRegion points;
+    for (const QRect &rect : pixels) {
+        const QPointF low = QPointF(rect.topLeft()) / scale;
+        const QPointF high = QPointF(rect.topLeft() + QPoint(rect.width(), rect.height())) / scale;
+        const QPoint first(qCeil(low.x()), qCeil(low.y()));
+        points += QRect(first, QPoint(qFloor(high.x()), qFloor(high.y())) - QPoint(1, 1));
+    }
     return points;
 }
 
@@ -64,6 +75,12 @@ HaloView::HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion
     m_timer.callOnTimeout(this, &HaloView::askForFrame);
 }
 
+void HaloView::setGround(const QImage &screen)
+{
+    m_ground = screen;
+    m_tilesOf.reset();
+}
+
 void HaloView::update(const std::optional<QRectF> &rect)
 {
     const bool hides = !rect || rect->width() <= smallest || rect->height() <= smallest;
@@ -80,12 +97,10 @@ void HaloView::update(const std::optional<QRectF> &rect)
         shape.scale = m_scale;
         startSpin();
         if (m_band && m_band->shape() == shape)
-            return;
+            return goOn();
         reshape(shape);
     }
-    m_kept = false;
-    m_changed = true;
-    schedule();
+    want(HaloPacing::Reason::change);
 }
 
 // What is painted from now on, perhaps in pieces before the next frame.
@@ -97,16 +112,18 @@ void HaloView::reshape(const HaloBand::Shape &shape)
 
 void HaloView::startSpin()
 {
-    if (m_reduceMotion())
-        return;
-    m_motion.startSpin(now());
-    schedule();
+    if (!m_reduceMotion())
+        m_motion.startSpin(now());
 }
 
+// What stands still shows the same colours everywhere, however faintly.
 void HaloView::setPaused(bool paused)
 {
+    const bool moved = m_band && m_motion.moving(now());
     m_motion.setPaused(paused, now());
-    schedule();
+    if (paused && moved)
+        want(HaloPacing::Reason::change);
+    goOn();
 }
 
 void HaloView::pulse(Pulse kind)
@@ -114,19 +131,30 @@ void HaloView::pulse(Pulse kind)
     if (isHidden() || m_reduceMotion())
         return;
     m_motion.pulse(kind, now());
-    schedule();
+    goOn();
 }
 
 QRect HaloView::screen() const { return m_space.toPixels(m_space.bounds(), m_scale); }
 
-// The next frame, if there is one, as soon as it may come.
-void HaloView::schedule()
+void HaloView::want(HaloPacing::Reason reason)
 {
-    if (!resting() || !(m_changed || (m_band && m_motion.moving(now()))))
-        return;
-    const double apart = std::clamp((1 + idleShare) * m_cost, shortestInterval, longestInterval);
-    const double wait = std::max(m_begun + apart - now(), 0.0);
-    m_timer.start(std::chrono::milliseconds(std::lround(std::ceil(wait * 1000))));
+    m_pacing.want(reason, now());
+    arm();
+}
+
+// For as long as something moves.
+void HaloView::goOn()
+{
+    if (m_band && m_motion.moving(now()))
+        want(m_motion.pulsing(now()) ? HaloPacing::Reason::pulse : HaloPacing::Reason::turn);
+}
+
+void HaloView::arm()
+{
+    if (const auto due = m_pacing.due())
+        m_timer.start(std::chrono::milliseconds(std::lround(std::ceil(std::max(*due - now(), 0.0) * 1000))));
+    else
+        m_timer.stop();
 }
 
 // Whole, but for a selection that is being dragged: then in pieces, so that no
@@ -135,31 +163,49 @@ void HaloView::askForFrame()
 {
     if (m_unasked.isEmpty())
         beginFrame();
-    const QRegion piece = m_inPieces ? takePiece(m_unasked) : std::exchange(m_unasked, {});
+    const bool inPieces = m_pacing.reason() == HaloPacing::Reason::change;
+    const QRegion piece = inPieces ? takePiece(m_unasked) : std::exchange(m_unasked, {});
     if (piece.isEmpty())
-        return;
-    m_asked = true;
+        return m_pacing.drop();
+    m_pacing.ask();
     onFrame(toPoints(piece, m_scale));
 }
 
 void HaloView::beginFrame()
 {
-    m_begun = now();
-    m_inPieces = std::exchange(m_changed, false);
+    const double at = now();
+    m_pacing.begin(at);
     if (m_reduceMotion())
-        m_motion.stop(m_begun);
+        m_motion.stop(at);
+    HaloColors::fill(m_colors, m_motion.turn(at));
+    if (onlyTurns(at))
+        m_unasked = m_band->area(screen(), m_drift.catchUp(m_motion.turn(at)));
+    else
+        beginWhole(at);
+}
+
+// Whether nothing but the colours differs from the last frame.
+bool HaloView::onlyTurns(double at) const
+{
+    return m_pacing.reason() == HaloPacing::Reason::turn && kept() && m_motion.moving(at)
+           && !m_motion.pulsing(at);
+}
+
+void HaloView::beginWhole(double at)
+{
+    m_drift.reset(m_motion.turn(at));
     m_unasked = std::exchange(m_tinted, {});
-    HaloColors::fill(m_colors, m_motion.turn(m_begun));
     if (m_band) {
         HaloBand::Shape shape = m_band->shape();
-        const HaloMotion::Flash flash = m_motion.flash(m_begun);
+        const HaloMotion::Flash flash = m_motion.flash(at);
         shape.swell = flash.swell;
         shape.opacity = flash.opacity;
         if (m_band->shape() == shape)
             m_tinted = m_band->area(screen());
         else
             reshape(shape);
-        keepTiles();
+        if (m_pacing.reason() != HaloPacing::Reason::change && !m_motion.pulsing(at))
+            keepTiles();
     }
     m_unasked += m_tinted;
 }
@@ -167,17 +213,17 @@ void HaloView::beginFrame()
 // Not while a drag or a pulse changes them with every frame.
 void HaloView::keepTiles()
 {
-    if (m_inPieces || m_motion.pulsing(m_begun)) {
-        m_kept = false;
-        return;
-    }
-    if (m_kept)
+    if (kept())
         return;
     m_tiles.resize(static_cast<std::size_t>(m_tinted.rectCount()));
     std::size_t i = 0;
-    for (const QRect &rect : m_tinted)
+    for (const QRect &rect : std::as_const(m_tinted))
         m_band->fill(m_tiles[i++], rect);
-    m_kept = true;
+    if (!m_ground.isNull())
+        for (HaloTile &tile : m_tiles)
+            tile.setGround(m_ground);
+    m_covered = m_ground.isNull() ? QRegion() : within(m_tinted, m_scale);
+    m_tilesOf = m_band->shape();
 }
 
 void HaloView::draw(QPainter &painter, const QRegion &exposed)
@@ -191,28 +237,26 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
         }
     }
     // The rest of the picture is still to be painted and shown.
-    if (m_asked && !std::exchange(m_painted, true))
+    if (m_pacing.paint())
         QMetaObject::invokeMethod(this, &HaloView::frameShown, Qt::QueuedConnection);
 }
 
 void HaloView::paint(QPainter &painter, const QRect &pixels)
 {
-    if (m_kept) {
+    if (kept()) {
         for (const HaloTile &tile : m_tiles)
-            tile.blend(painter, pixels, m_colors);
+            tile.paint(painter, pixels, m_colors);
         return;
     }
     for (const QRect &rect : m_band->area(screen() & pixels)) {
         m_band->fill(m_piece, rect);
-        m_piece.blend(painter, rect, m_colors);
+        m_piece.paint(painter, rect, m_colors);
     }
 }
 
 void HaloView::frameShown()
 {
-    m_asked = m_painted = false;
-    if (!m_unasked.isEmpty())
-        return m_timer.start(0);
-    m_cost = now() - m_begun;
-    schedule();
+    m_pacing.show(m_unasked.isEmpty() ? HaloPacing::Rest::nothing : HaloPacing::Rest::pieces, now());
+    goOn();
+    arm();
 }

@@ -2,9 +2,12 @@
 
 #include "base/ViewSpace.h"
 #include "halo/HaloBand.h"
+#include "halo/HaloDrift.h"
 #include "halo/HaloMotion.h"
+#include "halo/HaloPacing.h"
 
 #include <QElapsedTimer>
+#include <QImage>
 #include <QObject>
 #include <QRegion>
 #include <QTimer>
@@ -25,10 +28,12 @@ public:
     // wish for stillness, asked whenever something would begin to move.
     HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion);
 
-    // A part of the screen looks different now and should be painted. At most
-    // sixty times a second, and less often where painting takes long.
+    // Tells that a part of the screen looks different now and should be painted:
+    // as often as HaloPacing allows, and never while nothing moves.
     std::function<void(const QRegion &)> onFrame;
 
+    // Gives it the screen as it looks beneath the glow, in device pixels.
+    void setGround(const QImage &screen);
     // Frames this rectangle from now on; absent, or of 2 points and less either
     // way, there is no glow. The change shows with the next frame.
     void update(const std::optional<QRectF> &rect);
@@ -40,9 +45,12 @@ public:
     [[nodiscard]] bool isHidden() const { return !m_band; }
     [[nodiscard]] bool paused() const { return m_motion.paused(); }
     [[nodiscard]] bool pulsing() const { return m_motion.pulsing(now()); }
-    // Whether a frame is under way. A glow that moves never comes to rest.
-    [[nodiscard]] bool resting() const { return !m_timer.isActive() && !m_asked && m_unasked.isEmpty(); }
+    // Whether no frame is under way. A glow that moves never comes to rest.
+    [[nodiscard]] bool resting() const { return m_pacing.state() == HaloPacing::State::idle; }
 
+    // Returns where draw() paints all there is and nothing is needed beneath, in
+    // widget points.
+    [[nodiscard]] QRegion covered() const { return kept() ? m_covered : QRegion(); }
     void draw(QPainter &painter, const QRegion &exposed);
 
 private:
@@ -50,10 +58,15 @@ private:
     [[nodiscard]] QRect screen() const;
     void reshape(const HaloBand::Shape &shape);
     void startSpin();
-    void schedule();
+    void want(HaloPacing::Reason reason);
+    void goOn();
+    void arm();
     void askForFrame();
     void beginFrame();
+    void beginWhole(double at);
     void frameShown();
+    [[nodiscard]] bool onlyTurns(double at) const;
+    [[nodiscard]] bool kept() const { return m_band && m_tilesOf == m_band->shape(); }
     void keepTiles();
     void paint(QPainter &painter, const QRect &pixels);
 
@@ -62,20 +75,18 @@ private:
     const std::function<bool()> m_reduceMotion;
     QElapsedTimer m_clock;
     HaloMotion m_motion;
+    HaloPacing m_pacing;
+    QTimer m_timer; // rings when the pacing is due
     HaloColors::Table m_colors{};
+    HaloDrift m_drift;
 
     std::optional<HaloBand> m_band; // as painted now; absent while hidden
-    bool m_kept = false;            // as the tiles, from the first frame on that shows it at rest
-    std::vector<HaloTile> m_tiles;  // all of it
-    HaloTile m_piece;               // some of it, while nothing is kept
-    QRegion m_tinted;               // pixels that the glow may have touched on the screen
+    std::vector<HaloTile> m_tiles;  // all of the band that has this shape
+    std::optional<HaloBand::Shape> m_tilesOf;
+    QRegion m_covered; // by them, as far as they have a ground
+    QImage m_ground;   // null until there is one
+    HaloTile m_piece;  // some of a band for which there are no tiles
 
-    QTimer m_timer;         // until the next frame
-    bool m_changed = false; // since the last frame began
-    bool m_asked = false;   // for a piece that is not on the screen yet
-    bool m_painted = false; // it is about to be
-    bool m_inPieces = false;
-    QRegion m_unasked;  // pieces of the frame that are still to be asked for, in pixels
-    double m_begun = 0; // when the last frame began, seconds
-    double m_cost = 0;  // seconds until it was on the screen
+    QRegion m_tinted;  // pixels that the glow may have touched on the screen
+    QRegion m_unasked; // pieces of the frame that are still to be asked for, in pixels
 };

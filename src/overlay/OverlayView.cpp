@@ -94,8 +94,10 @@ OverlayView::~OverlayView()
 // capture may be over before the picture is made; a watcher is never told then.
 void OverlayView::dimWhole()
 {
-    connect(&m_dimming, &QFutureWatcherBase::finished, this,
-            [this] { m_backdrop.keepDimmed(m_dimming.result()); });
+    connect(&m_dimming, &QFutureWatcherBase::finished, this, [this] {
+        m_backdrop.keepDimmed(m_dimming.result());
+        m_halo.setGround(m_dimming.result());
+    });
     m_dimming.setFuture(QtConcurrent::run(Backdrop::dimmed, m_shot.image));
 }
 
@@ -260,7 +262,7 @@ void OverlayView::placeBars()
 void OverlayView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    drawScreen(painter, m_space.pixelsOf(event->region()));
+    drawScreen(painter, m_space.pixelsOf(event->region() - m_halo.covered()));
     m_halo.draw(painter, event->region());
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)

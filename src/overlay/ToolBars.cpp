@@ -171,7 +171,7 @@ void ToolBars::placePalette()
 {
     if (!m_palette)
         return;
-    const double middle = m_colorButton->mapTo(&m_overlay, m_colorButton->rect().center()).x();
+    const double middle = m_colorButton->mapTo(&m_overlay, QRectF(m_colorButton->rect()).center()).x();
     const QRectF frame = BarPlacement::palette(m_place, middle, m_palette->size(), m_state.bounds);
     m_palette->move(m_space.toWidget(frame).topLeft().toPoint());
 }

@@ -28,6 +28,8 @@ constexpr double afterSymbol = 7;
 constexpr double afterLabel = 8;
 constexpr QSizeF capsulePadding{10, 4}; // both sides together
 constexpr double capsuleRadius = 5;
+constexpr double monoSize = 11.5;
+constexpr double monoEnlarged = 2; // which makes it a whole number
 constexpr double swatchInset = 10;
 constexpr double swatchSide = 14;
 constexpr double swatchRing = 2.5; // from the swatch to the ring around it
@@ -58,7 +60,7 @@ const QFont &keyFont()
 
 const QFont &monoFont()
 {
-    static const QFont font = Fonts::system(11.5, QFont::DemiBold);
+    static const QFont font = Fonts::system(monoSize * monoEnlarged, QFont::DemiBold);
     return font;
 }
 
@@ -70,7 +72,8 @@ Label widthText(const BarButtonState &state)
     return {.text = state.widthLabel.value_or(QString()),
             .font = monoFont(),
             .color = state.hovering ? Theme::iconHover : Theme::icon,
-            .digits = Painting::Digits::sameWidth};
+            .digits = Painting::Digits::sameWidth,
+            .enlarged = monoEnlarged};
 }
 
 void drawCentredText(QPainter &painter, double x, const QRectF &bounds, const Label &label)
@@ -135,22 +138,27 @@ QLinearGradient gloss(const QRectF &upperHalf)
     return gradient;
 }
 
+QColor shade(const BarButtonState &state)
+{
+    if (state.pressed)
+        return QColor::fromRgbF(0, 0, 0, 0.16F);
+    return state.hovering ? white(0.08F) : clear;
+}
+
 // Each layer fills the same rounded shape, cut off where need be: a clip along
 // the shape itself would not be antialiased.
 void drawPrimaryGround(QPainter &painter, const QRectF &bounds, const BarButtonState &state)
 {
-    const Saved saved(painter);
     const QRectF box = PixelGrid::snapped(painter, bounds);
     QPainterPath shape;
     shape.addRoundedRect(box, radius, radius);
     painter.fillPath(shape, primaryFill(box));
-    if (state.pressed)
-        painter.fillPath(shape, QColor::fromRgbF(0, 0, 0, 0.16F));
-    else if (state.hovering)
-        painter.fillPath(shape, white(0.08F));
     const QRectF upperHalf{box.topLeft(), QSizeF{box.width(), box.height() / 2}};
+    painter.save();
     painter.setClipRect(upperHalf, Qt::IntersectClip);
     painter.fillPath(shape, gloss(upperHalf));
+    painter.restore();
+    painter.fillPath(shape, shade(state));
 }
 
 void drawKeyHint(QPainter &painter, double x, const QRectF &bounds, const Label &label)

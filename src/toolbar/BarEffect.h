@@ -6,7 +6,7 @@
 // The soft shadow of a bar, which reaches beyond the widget, and the fading of
 // the bar as a whole, so that its buttons do not shine through each other. Bar
 // and shadow are kept as one picture: the glow beneath them is painted anew
-// sixty times a second.
+// thirty times a second.
 class BarEffect final : public QGraphicsEffect {
     Q_OBJECT
 

@@ -26,7 +26,7 @@ QImage painted(const HaloBand::Shape &shape, QSize size, double turn)
     HaloTile tile;
     for (const QRect &rect : band.area(image.rect())) {
         band.fill(tile, rect);
-        tile.blend(painter, rect, colors);
+        tile.paint(painter, rect, colors);
     }
     return image;
 }
@@ -140,7 +140,7 @@ private slots:
         HaloTile all;
         HaloBand(shape).fill(all, beyond.rect());
         for (const QRect &rect : QRegion(beyond.rect()) - area - shape.hole)
-            all.blend(painter, rect, colors);
+            all.paint(painter, rect, colors);
         painter.end();
         QCOMPARE(beyond, ground({400, 300}));
     }

@@ -10,14 +10,17 @@ constexpr QSize screenSize(400, 300);
 
 // The glow on a screen that paints what it is asked to.
 struct Screen {
-    explicit Screen(QSize size = screenSize)
-        : image(size, QImage::Format_RGB32)
-        , halo(size, 1, [this] { return stillness; })
+    explicit Screen(QSize pixels = screenSize, double scale = 1)
+        : image(pixels, QImage::Format_RGB32)
+        , halo(QSizeF(pixels) / scale, scale, [this] { return stillness; })
     {
+        image.setDevicePixelRatio(scale);
         image.fill(Qt::black);
         halo.onFrame = [this](const QRegion &area) {
             ++frames;
             lastArea = area;
+            if (beforePainting)
+                beforePainting();
             paint(area);
         };
     }
@@ -26,7 +29,7 @@ struct Screen {
     {
         QPainter painter(&image);
         painter.setClipRegion(area);
-        painter.fillRect(image.rect(), Qt::black);
+        painter.fillRect(area.boundingRect(), Qt::black);
         halo.draw(painter, area);
     }
 
@@ -39,9 +42,22 @@ struct Screen {
     bool stillness = true;
     int frames = 0;
     QRegion lastArea;
+    std::function<void()> beforePainting;
     QImage image;
     HaloView halo;
 };
+
+// Of the channel and the pixel where it is greatest.
+int difference(const QImage &a, const QImage &b)
+{
+    int greatest = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            for (const int shift : {0, 8, 16})
+                greatest = std::max(greatest, std::abs(int(a.pixel(x, y) >> shift & 255U)
+                                                       - int(b.pixel(x, y) >> shift & 255U)));
+    return greatest;
+}
 
 } // namespace
 
@@ -141,17 +157,67 @@ private slots:
         QTRY_VERIFY(screen.halo.resting());
     }
 
-    void atMostSixtyFramesASecond()
+    // Faint parts are repainted seldom, and with the rest as soon as it stands.
+    void aTurningGlowIsNeverVisiblyOld()
     {
         Screen screen;
         screen.stillness = false;
-        screen.halo.update(QRectF(100, 100, 80, 60));
-        QTRY_VERIFY(screen.frames >= 1);
-        QElapsedTimer since;
-        since.start();
-        const int first = screen.frames;
-        QTRY_VERIFY(screen.frames >= first + 20);
-        QVERIFY(since.elapsed() >= 19 * 1000 / 60);
+        screen.halo.update(QRectF(150, 110, 100, 80));
+        for (int frames = 0; frames < 20; frames = screen.frames) {
+            QTRY_VERIFY(screen.frames > frames);
+            const QImage shown = screen.image.copy();
+            QVERIFY(difference(shown, screen.repainted()) <= 2);
+            screen.image = shown;
+        }
+        const auto seldom = [&] { return screen.lastArea.boundingRect().width() < 100 + 2 * 15; };
+        screen.beforePainting = [&] {
+            if (seldom())
+                screen.halo.setPaused(true);
+        };
+        QTRY_VERIFY(screen.halo.paused());
+        QTRY_VERIFY(screen.halo.resting());
+        const QImage paused = screen.image.copy();
+        QCOMPARE(paused, screen.repainted());
+    }
+
+    // So that nobody has to paint beneath it.
+    void aGlowWithAGroundCoversWhatWasThere_data()
+    {
+        QTest::addColumn<double>("scale");
+        for (const double scale : {1.0, 1.25, 2.0})
+            QTest::addRow("%g", scale) << scale;
+    }
+    void aGlowWithAGroundCoversWhatWasThere()
+    {
+        QFETCH(double, scale);
+        const QSize pixels = (QSizeF(screenSize) * scale).toSize();
+        QImage ground(pixels, QImage::Format_RGB32);
+        ground.fill(qRgb(40, 90, 20));
+        Screen screen(pixels, scale);
+        screen.stillness = false;
+        screen.halo.setGround(ground);
+        screen.halo.update(QRectF(150.4, 110, 100, 80));
+        QTRY_VERIFY(!screen.halo.covered().isEmpty()); // as soon as it stands
+        screen.halo.setPaused(true);
+        QTRY_VERIFY(screen.halo.resting());
+        const QRegion covered = screen.halo.covered();
+        QVERIFY(covered.boundingRect().width() >= 100 + 2 * 42 && !covered.contains(QPoint(200, 150)));
+        const auto painted = [&](QRgb beneath) {
+            QImage image(pixels, QImage::Format_RGB32);
+            image.setDevicePixelRatio(scale);
+            image.fill(beneath);
+            QPainter painter(&image);
+            painter.setClipRegion(covered);
+            screen.halo.draw(painter, covered);
+            return image;
+        };
+        QImage beside = painted(qRgb(255, 0, 0));
+        screen.halo.setGround({}); // blends from now on
+        QImage blended = painted(qRgb(40, 90, 20));
+        for (QImage *image : {&beside, &blended})
+            for (const QRect &rect : QRegion(QRect({}, screenSize)) - covered)
+                QPainter(image).fillRect(rect, Qt::black);
+        QVERIFY(difference(beside, blended) <= 1);
     }
 
     void aPulseLeavesNothingBehind()

@@ -146,6 +146,19 @@ private slots:
         QCOMPARE(button(editor, "Pencil")->state().dotColor, QColor(Qt::blue));
     }
 
+    void thePaletteStandsOverTheMiddleOfItsButton()
+    {
+        Editor editor;
+        editor.mouse->drag({400, 400}, {800, 600});
+        click(button(editor, "Colour"));
+        for (const double width : {3, 12}) {
+            editor.view->setLineWidth(width);
+            const BarButton *swatch = button(editor, "Colour");
+            const double middle = swatch->mapTo(editor.view.get(), QRectF(swatch->rect()).center()).x();
+            QCOMPARE(palette(editor)->x(), qRound(middle - palette(editor)->width() / 2.0));
+        }
+    }
+
     void thePaletteOpensAndClosesAndGivesItsColour()
     {
         Editor editor;

@@ -1,4 +1,5 @@
 #include "toolbar/BarButton.h"
+#include "base/Fonts.h"
 #include "base/Painting.h"
 #include "toolbar/Theme.h"
 
@@ -52,6 +53,16 @@ private slots:
                  width({.swatch = Qt::red, .widthLabel = "48 px"})); // digits are equally wide
     }
 
+    // Fonts have whole sizes; this one lies between two.
+    void theWidthIsWrittenInElevenAndAHalfPoints()
+    {
+        const BarButtonState state{.swatch = Qt::red, .widthLabel = "48 px"};
+        const auto larger = Painting::sizeOf({.text = "48 px",
+                                              .font = Fonts::system(12, QFont::DemiBold),
+                                              .digits = Painting::Digits::sameWidth});
+        QVERIFY(qAbs(BarButtonPaint::preferredWidth(state) - 43 - larger.width() * 11.5 / 12) < 0.4);
+    }
+
     void aWidthLabelTellsTheBarAtOnce()
     {
         BarButton button("circle.fill");
@@ -96,6 +107,19 @@ private slots:
         QVERIFY(above > image.pixelColor(30, 2).red() + 20);
         QVERIFY(image.pixelColor(4, 24).blue() > image.pixelColor(4, 24).red() + 60);
         QVERIFY(image.pixelColor(115, 24).red() > 150); // blue at the left, violet at the right
+    }
+
+    void pressAndHoverShadeTheGlossToo()
+    {
+        const auto image = [](bool hovering, bool pressed) {
+            return drawn({.isPrimary = true, .hovering = hovering, .pressed = pressed}, {120, 32}, 1);
+        };
+        const QImage plain = image(false, false);
+        for (const QPoint at : {QPoint{100, 15}, QPoint{100, 8}, QPoint{100, 25}}) {
+            const int green = plain.pixelColor(at).green();
+            QVERIFY(qAbs(image(true, true).pixelColor(at).green() - green * 0.84) <= 1);
+            QVERIFY(qAbs(image(true, false).pixelColor(at).green() - (green * 0.92 + 255 * 0.08)) <= 1);
+        }
     }
 
     void hoverAndPressFadeToTheirFills()
