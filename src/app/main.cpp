@@ -6,6 +6,7 @@
 #include "modes/HaloTestMode.h"
 #include "modes/SelfTestMode.h"
 #include "platform/Platform.h"
+#include "updater/SystemProxies.h"
 #include "updater/Version.h"
 
 #include <QApplication>
@@ -15,6 +16,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 
 namespace {
@@ -85,9 +87,7 @@ void serveOthers(SingleInstance &instance, AppDelegate &delegate)
     };
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
     const CommandLine line = CommandLine::parse(argumentsOf(argc, argv));
     if (const auto status = answeredAtOnce(line))
@@ -120,4 +120,16 @@ int main(int argc, char **argv)
     serveOthers(instance, delegate);
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
     return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const int status = run(argc, argv);
+    if (!SystemProxies::isBusy())
+        return status;
+    // A look-up that hangs would keep the process for as long as it does.
+    std::fflush(nullptr);
+    std::_Exit(status);
 }

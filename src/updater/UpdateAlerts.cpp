@@ -5,14 +5,23 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCoroSignal>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <limits>
 
 namespace {
 
-constexpr int iconSide = 64; // points
+constexpr int iconSide = 64;     // points
+constexpr int textWidth = 420;   // points
+constexpr int shareOfScreen = 2; // the rest is for title, message and buttons
 
 QPointer<QMessageBox> shown;
 
@@ -23,6 +32,35 @@ void takeLiterally(QMessageBox &box)
 {
     for (auto *label : box.findChildren<QLabel *>())
         label->setTextFormat(Qt::PlainText);
+}
+
+// What every screen has room for.
+int shareOfSmallestScreen()
+{
+    int height = std::numeric_limits<int>::max();
+    for (const QScreen *screen : QGuiApplication::screens())
+        height = std::min(height, screen->availableGeometry().height());
+    return height / shareOfScreen;
+}
+
+// Long notes are read through a window of the alert's, as wide as they wish.
+void letScroll(QMessageBox &box)
+{
+    auto *label = box.findChild<QLabel *>(u"qt_msgbox_informativelabel"_qs);
+    auto *layout = qobject_cast<QGridLayout *>(box.layout());
+    if (!label || !layout)
+        return;
+    label->setWordWrap(true);
+    const int height = shareOfSmallestScreen();
+    if (label->heightForWidth(textWidth) <= height)
+        return;
+    auto *area = new QScrollArea(&box);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFixedSize(textWidth + area->verticalScrollBar()->sizeHint().width(), height);
+    delete layout->replaceWidget(label, area);
+    area->setWidget(label);
 }
 
 QMessageBox *makeBox(const UpdateAlerts::Alert &alert)
@@ -36,6 +74,7 @@ QMessageBox *makeBox(const UpdateAlerts::Alert &alert)
         box->addButton(title, box->buttons().isEmpty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole);
     if (alert.buttons.isEmpty())
         box->addButton(QMessageBox::Ok)->setIcon({}); // some styles would draw one
+    letScroll(*box);                                  // last, since everything else lays the box out anew
     return box;
 }
 
