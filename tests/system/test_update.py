@@ -24,9 +24,11 @@ class Server(http.server.ThreadingHTTPServer):
 
     def __init__(self, folder):
         self.truncated = set()
+        self.served = []
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
+                self.server.served.append(self.path)
                 file = folder / self.path.lstrip("/")
                 if not file.is_file():
                     return self.send_error(404)
@@ -41,6 +43,9 @@ class Server(http.server.ThreadingHTTPServer):
 
         super().__init__(("127.0.0.1", 0), Handler)
         threading.Thread(target=self.serve_forever, daemon=True).start()
+
+    def handle_error(self, *_):
+        pass  # a program that was ended in the middle
 
     def url(self, path):
         return f"http://127.0.0.1:{self.server_port}/{path}"
