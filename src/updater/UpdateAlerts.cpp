@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCoroSignal>
+#include <QDeadlineTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
@@ -13,6 +14,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <algorithm>
 #include <limits>
@@ -24,6 +26,16 @@ constexpr int textWidth = 420;   // points
 constexpr int shareOfScreen = 2; // the rest is for title, message and buttons
 
 QPointer<QMessageBox> shown;
+
+QDeadlineTimer passesUntil;
+
+void takeReturn(QMessageBox &box, bool take)
+{
+    for (auto *button : box.findChildren<QPushButton *>()) {
+        button->setAutoDefault(take);
+        button->setDefault(take && button == box.buttons().constFirst());
+    }
+}
 
 QString filled(QString format, const QString &value) { return format.replace(u"%@"_qs, value); }
 
@@ -130,6 +142,18 @@ QCoro::Task<bool> ask(Alert alert)
         co_return false;
     box->deleteLater();
     co_return box->clickedButton() == first;
+}
+
+void letReturnPass(std::chrono::milliseconds pause)
+{
+    if (!shown)
+        return;
+    passesUntil = QDeadlineTimer(pause, Qt::PreciseTimer);
+    takeReturn(*shown, false);
+    QTimer::singleShot(pause, Qt::PreciseTimer, shown, [box = shown] {
+        if (passesUntil.hasExpired())
+            takeReturn(*box, true);
+    });
 }
 
 void bringToFront()

@@ -199,6 +199,7 @@ QCoro::Task<void> Updater::fail(QString message)
     const QPointer<Updater> alive(this);
     m_progress.reset();
     m_archive.reset();
+    m_installer.release();
     message = UpdateWords::visible(message);
     log(u"fallo (%1)"_qs.arg(message));
     const bool openWeb = co_await alert(UpdateAlerts::failed(message));
@@ -218,6 +219,7 @@ QCoro::Task<bool> Updater::alert(UpdateAlerts::Alert alert)
 void Updater::captureEnded()
 {
     m_calmFrom = QDeadlineTimer(pauses.afterCapture);
+    UpdateAlerts::letReturnPass(pauses.afterCapture);
     wake();
 }
 

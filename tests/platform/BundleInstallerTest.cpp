@@ -280,7 +280,8 @@ private slots:
 
     void aScriptOutlivesItsParentAndSeesNoOtherFolder()
     {
-        const QString script = "pwd > \"%1\"; cat /dev/fd/8 >> \"%1\"; cut -d ' ' -f 6 /proc/$$/stat >> \"%1\"";
+        const QString script
+            = "pwd > \"%1\"; cat /dev/fd/8 >> \"%1\"; cut -d ' ' -f 6 /proc/$$/stat >> \"%1\"";
         QCOMPARE(BundleInstaller().start(script.arg(path("said")), "bequest\n"), std::nullopt);
         const auto said = [this] {
             QFile file(path("said"));

@@ -65,7 +65,7 @@ class Update(SystemTest):
         cls.bundle_of(NEW, cls.store / "new")
         cls.site = cls.store / "site"
         cls.site.mkdir()
-        subprocess.run(["tar", "-C", cls.store / "new", "-czf", cls.site / "new.tar.gz", "Vellumora.app"], check=True)
+        subprocess.run(["tar", "-C", cls.store / "new", "-cf", cls.site / "new.tar", "Vellumora.app"], check=True)
         cls.server = Server(cls.site)
         cls.addClassCleanup(cls.server.server_close)
         cls.addClassCleanup(cls.server.shutdown)
@@ -78,7 +78,7 @@ class Update(SystemTest):
     @classmethod
     def sign(cls, folder, **words):
         options = {"key": HELPERS / "update-key-private.pem", "public_key": HELPERS / "update-key.pem", "version": NEW,
-                   "url": cls.server.url("new.tar.gz"), "notes": cls.notes, "archive": cls.site / "new.tar.gz", **words}
+                   "url": cls.server.url("new.tar"), "notes": cls.notes, "archive": cls.site / "new.tar", **words}
         archive = options.pop("archive")
         named = [str(word) for name, value in options.items() for word in ("--" + name.replace("_", "-"), value)]
         return subprocess.run([PACKAGING / "sign-manifest", *named, archive, folder], stdout=subprocess.PIPE,
@@ -192,7 +192,7 @@ class Update(SystemTest):
         for reason, words in {
             "numbers with dots": {"version": "99.1beta"},
             "not 99.2": {"version": "99.2"},
-            "not an https address": {"url": "http://vellumora.example/new.tar.gz"},
+            "not an https address": {"url": "http://vellumora.example/new.tar"},
             "no English notes": {"notes": self.desktop.folder / "notes.json"},
             "could be unpacked": {"archive": self.notes},
             "not a P-256 key": {"key": made("wide.pem", "ecparam", "-name", "secp384r1", "-genkey", "-noout")},
@@ -206,7 +206,7 @@ class Update(SystemTest):
                 self.assertFalse((self.desktop.folder / "signed").exists())
 
     def test_a_truncated_download_changes_nothing(self):
-        self.server.truncated.add("/new.tar.gz")
+        self.server.truncated.add("/new.tar")
         old = self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1")
         self.wait_for_log("actualizacion: fallo (")
         (alert,) = wait_for(lambda: self.desktop.windows("^Vellumora$"), "the alert")

@@ -103,7 +103,7 @@ private slots:
         folder = std::make_unique<QTemporaryDir>();
         const QString home = folder->filePath("it's a (home) & more; #1 %2");
         const QString app = home + "/Vellumora.app";
-        paths = {app, app + ".anterior", home + "/work/Vellumora.app", home + "/work"};
+        paths = {app, app + ".anterior", home + "/act/Vellumora.app", home + "/act"};
         makeBundle(paths.app, "old");
         makeBundle(paths.staged, "new");
     }

@@ -183,6 +183,25 @@ private slots:
         QTRY_COMPARE(alerts().size(), 1);
     }
 
+    // It was hidden for the capture and has the focus again.
+    void anOfferThatShowsLeavesTheReturnKeyAloneAfterACapture()
+    {
+        serve(manifest("99.1"));
+        updater->check(Updater::Asked::byUser);
+        QTRY_COMPARE(alerts().size(), 1);
+        QMessageBox *box = alerts().first();
+        auto *update = box->findChildren<QPushButton *>().first();
+        updater->pauses.afterCapture = 200ms;
+        updater->captureEnded();
+        for (QWidget *focused : {static_cast<QWidget *>(box), static_cast<QWidget *>(update)})
+            QTest::keyClick(focused, Qt::Key_Return);
+        QVERIFY(box->isVisible());
+        QTRY_VERIFY(update->isDefault());
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_VERIFY(alerts().isEmpty());
+        QTRY_COMPARE(ends, 1);
+    }
+
     void itMayGoAtAnyMoment()
     {
         serve(manifest("99"));

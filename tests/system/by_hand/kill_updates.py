@@ -16,9 +16,11 @@ import unittest
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parents[1]))
+import desktop  # noqa: E402
 from desktop import wait_for  # noqa: E402
 from test_update import NEW, OLD, Update  # noqa: E402
 
+desktop.PATIENCE = 120  # seconds; many of these may run at once
 KILLS = int(sys.argv.pop()) if sys.argv[-1].isdigit() else 200
 WHOLE = 5.0  # seconds from the beginning of an update to well after its end
 SWAP = 1.5  # seconds from the beginning of the swap to well after its end
