@@ -53,6 +53,8 @@ void AppDelegate::applicationDidFinishLaunching()
     if (!m_platform.screens->accessGranted())
         m_platform.screens->requestAccess();
     if (!m_commandLine.anyMode)
+        m_updater.settle();
+    if (!m_commandLine.anyMode)
         QTimer::singleShot(updateCheckAfter, this, [this] { m_updater.check(Updater::Asked::byItself); });
     if (m_commandLine.capture)
         capture();
@@ -123,14 +125,14 @@ QCoro::Task<void> AppDelegate::startCapture()
     if (!shots)
         askForPermission();
     if (!shots || shots->empty()) {
-        emit m_updater.captureEnded();
+        m_updater.captureEnded();
         co_return;
     }
     m_session = std::make_unique<CaptureSession>(*m_platform.windows, *m_platform.desktop);
     // The session reports its end from within one of its own windows' events.
     m_session->onFinish = [this] {
         m_session.release()->deleteLater();
-        emit m_updater.captureEnded();
+        m_updater.captureEnded();
     };
     m_session->start(*shots);
 }

@@ -9,6 +9,7 @@
 #include "platform/Ending.h"
 #include "platform/Platform.h"
 #include "platform/SingleInstance.h"
+#include "updater/SystemProxies.h"
 #include "updater/Version.h"
 
 #include <QApplication>
@@ -18,6 +19,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 
 namespace {
@@ -119,9 +121,7 @@ int stay(Platform &platform, const CommandLine &line, SingleInstance &instance)
     return status;
 }
 
-} // namespace
-
-int runProgram(int argc, char **argv)
+int run(int argc, char **argv)
 {
     const CommandLine line = CommandLine::parse(argumentsOf(argc, argv));
     if (const auto status = answeredAtOnce(line))
@@ -147,4 +147,16 @@ int runProgram(int argc, char **argv)
     if (line.selfTest)
         return SelfTestMode::run(platform, *line.selfTest);
     return stay(platform, line, *instance);
+}
+
+} // namespace
+
+int runProgram(int argc, char **argv)
+{
+    const int status = run(argc, argv);
+    if (!SystemProxies::isBusy())
+        return status;
+    // A look-up that hangs would keep the process for as long as it does.
+    std::fflush(nullptr);
+    std::_Exit(status);
 }

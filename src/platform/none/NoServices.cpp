@@ -1,5 +1,6 @@
 #include "platform/none/NoServices.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QWidget>
@@ -77,9 +78,16 @@ class NoInstaller final : public UpdateInstaller {
 public:
     std::optional<QString> bundle() const override { return std::nullopt; }
     bool canReplace(const QString &) const override { return false; }
+    QString temporaryFolder() const override { return QDir::tempPath(); }
     SwapCommands commands(const QString &) const override { return {}; }
-    QCoro::Task<std::optional<QString>> stage(QString, QString, QString) override { co_return notHere(); }
-    std::optional<QString> start(const QString &) override { return notHere(); }
+    bool claim(const QString &) override { return true; }
+    void release() override {}
+    QCoro::Task<void> sweep(QString, QStringList) override { co_return; }
+    QCoro::Task<Problem> rehearse(QString, qint64) override { co_return notHere(); }
+    QCoro::Task<Problem> stage(QString, QString, QString) override { co_return notHere(); }
+    QCoro::Task<Problem> tryOut(QString, QString, QString) override { co_return notHere(); }
+    Problem start(const QString &, const QByteArray &) override { return notHere(); }
+    QByteArray takeBequest() override { return {}; }
 
 private:
     static QString notHere() { return QStringLiteral("UpdateInstaller"); }
