@@ -34,7 +34,8 @@ class Update(Updates):
     def begin_anew(self):
         self.end_reopened()
         wait_for(lambda: not self.running(), "the end of all")
-        shutil.rmtree(self.place)
+        # What sweeps up may still be at it.
+        wait_for(lambda: shutil.rmtree(self.place, True) or not self.place.exists(), "an empty place")
         self.bundle_of(OLD, self.place)
         (self.desktop.home / "Library/Logs/Vellumora.log").unlink(missing_ok=True)
 
@@ -79,6 +80,7 @@ class Update(Updates):
             other = subprocess.Popen(["/bin/sh", "-c", text], env=self.desktop.environment, stderr=subprocess.DEVNULL)
             one.wait()
             other.wait()
+            wait_for(self.running, "the new version")
             self.assertEqual(contents(self.bundle), self.new, f"{number} of {SCRIPTS_AT_ONCE}")
 
     def test_a_script_that_dies_is_told_about_once(self):
