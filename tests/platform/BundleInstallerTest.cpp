@@ -155,6 +155,12 @@ private slots:
         QVERIFY(QFile::copy(VELLUMORA_EXCHANGE, path("Vellumora.app/bin/vellumora-exchange")));
         QCOMPARE(rehearse(), std::nullopt);
         QVERIFY(rehearse(1LL << 60)->contains("No space left"));
+        {
+            QCOMPARE(chmod(folder->path().toLocal8Bit(), 01777), 0);
+            const AsNobody nobody(path("out"));
+            const bool own = getuid() == QFileInfo(path("Vellumora.app")).ownerId();
+            QCOMPARE(rehearse() == std::nullopt, own);
+        }
         write("Vellumora.app/bin/vellumora-exchange", "#!/bin/sh\n"); // says so and does nothing
         QVERIFY(rehearse());
         QCOMPARE(QDir(folder->path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot),

@@ -8,6 +8,7 @@
 #include <QStorageInfo>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <sys/stat.h>
 
@@ -56,6 +57,18 @@ bool sameStorage(const QString &one, const QString &other)
     return QStorageInfo(one).device() == QStorageInfo(other).device();
 }
 
+// No folder takes the place of one that is not empty, so this changes nothing,
+// but anything else that is in the way of the bundle's own name comes first.
+std::optional<QString> rename(const QString &bundle, const QString &full)
+{
+    const QByteArray from = QFile::encodeName(bundle);
+    const QByteArray to = QFile::encodeName(full);
+    if (std::rename(from.constData(), to.constData()) != 0)
+        return errno == ENOTEMPTY || errno == EEXIST ? std::nullopt : std::optional(failed(bundle, errno));
+    const bool back = std::rename(to.constData(), from.constData()) == 0;
+    return back ? std::nullopt : std::optional(failed(full, errno));
+}
+
 } // namespace
 
 namespace SwapRehearsal {
@@ -68,6 +81,8 @@ std::optional<QString> exchange(const QString &bundle)
     const SystemTool helper{bundle + QStringLiteral("/bin/vellumora-exchange"), {pair.one, pair.other}};
     if (!QFileInfo(helper.program).isExecutable())
         return failed(helper.program, ENOENT);
+    if (auto problem = rename(bundle, pair.one))
+        return problem;
     if (auto problem = helper.run())
         return problem;
     return pair.exchanged() ? std::nullopt : std::optional(helper.program);

@@ -8,7 +8,8 @@
 // with what is in the way, and may take as long as the disk takes.
 namespace SwapRehearsal {
 
-// The bundle's own helper exchanges two small folders beside it.
+// The bundle's own helper exchanges two small folders beside it, and the bundle
+// may change its name.
 [[nodiscard]] std::optional<QString> exchange(const QString &bundle);
 
 // The room for the download and what is unpacked of it, as far as one can tell
