@@ -103,10 +103,10 @@ def standing(copy):
 
 def halo():
     rows = google("BenchHalo")
-    copy, strokes = rows.pop("memcpy")["time"], rows.pop("the toolkit's strokes")["time"]
+    copy, strokes = rows.pop("memcpy")["time"], rows.pop("Qt's strokes")["time"]
     for name, budget in (("a frame of the glow", "<= 4 ms"), ("the band of a new selection", "<= 6 ms"), ("a frame of a pulse", "")):
         ratio_row(f"{name}, 4K", rows[name]["time"], copy, "memcpy", budget)
-    ratio_row("a frame of the glow, 4K", rows["a frame of the glow"]["time"], strokes, "the toolkit's strokes", "<= 0.066")
+    ratio_row("a frame of the glow, 4K", rows["a frame of the glow"]["time"], strokes, "Qt's strokes", "<= 0.066")
     ratio_row("a frame of its turning, 4K", rows["a frame of its turning"]["time"], rows["a frame of the glow"]["time"], "a whole frame",
               "<= 0.6")
     standing(copy)

@@ -123,6 +123,6 @@ BENCHMARK(frame)->Name("a frame of the glow")->Unit(benchmark::kMillisecond);
 BENCHMARK(turning)->Name("a frame of its turning")->Unit(benchmark::kMillisecond);
 BENCHMARK(build)->Name("the band of a new selection")->Unit(benchmark::kMillisecond);
 BENCHMARK(pulse)->Name("a frame of a pulse")->Unit(benchmark::kMillisecond);
-BENCHMARK(reference)->Name("the toolkit's strokes")->Unit(benchmark::kMillisecond);
+BENCHMARK(reference)->Name("Qt's strokes")->Unit(benchmark::kMillisecond);
 BENCHMARK(copy)->Name("memcpy")->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

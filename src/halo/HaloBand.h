@@ -42,7 +42,7 @@ public:
     // Covers what the glow may touch of a screen, or only what the line and so
     // many of the innermost rings do.
     [[nodiscard]] QRegion area(const QRect &screen, std::size_t innermost = rings.size()) const;
-    // Into a tile whose memory may serve again.
+    // Computes the glow over these pixels into a tile, whose memory serves again.
     void fill(HaloTile &tile, const QRect &pixels) const;
 
 private:

@@ -25,9 +25,9 @@ inline constexpr std::array<Color, 6> colors{{{0.31, 0.49, 1.0},
 inline constexpr std::size_t steps = 4096;
 using Table = std::array<QRgb, steps>;
 
-// Opaque colours by direction: entry i is for i / steps of a circle,
-// counter-clockwise from the right. The first colour points straight up and is
-// turned on by that part of a circle.
+// Fills the table with opaque colours by direction: entry i is for i / steps of
+// a circle, counter-clockwise from the right. The first colour points straight
+// up and is turned on by that part of a circle, which is not negative.
 void fill(Table &table, double turn);
 
 } // namespace HaloColors

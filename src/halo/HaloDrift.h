@@ -10,11 +10,11 @@
 // and most of the glow is faint.
 class HaloDrift {
 public:
-    // Everything shows the colours of this turn, a part of a circle.
+    // Notes that everything shows the colours of this turn, a part of a circle.
     void reset(double turn) { m_shown.fill(turn); }
 
-    // How many of the rings, from the innermost on, are at least a shade of 255
-    // off by that turn; they count as repainted with it.
+    // Returns how many of the rings, from the innermost on, have to be repainted
+    // with this turn, being a shade of 255 off or more; they count as repainted.
     [[nodiscard]] std::size_t catchUp(double turn);
 
 private:

@@ -15,21 +15,22 @@ public:
         double opacity = restOpacity;
     };
 
-    // Does nothing while it spins already.
+    // Starts the turning of the colours, unless they turn already.
     void startSpin(double now);
-    // Neither spin nor pulse goes on.
+    // Ends spin and pulse; the colours stay where they are.
     void stop(double now);
-    // Everything stands still and later goes on where it stood.
+    // Makes everything stand still, or go on where it stood.
     void setPaused(bool paused, double now);
-    // Replaces a pulse that is still running.
+    // Starts a pulse in place of one that is still running.
     void pulse(Pulse kind, double now);
 
-    // How far round the colours have gone, counter-clockwise; 1 is a whole turn.
+    // Returns how far round the colours have gone, counter-clockwise; 1 is a
+    // whole turn.
     [[nodiscard]] double turn(double now) const;
     [[nodiscard]] Flash flash(double now) const;
     [[nodiscard]] bool pulsing(double now) const;
     [[nodiscard]] bool paused() const { return m_paused; }
-    // Whether the next moment looks different from this one.
+    // Returns whether the next moment looks different from this one.
     [[nodiscard]] bool moving(double now) const;
 
 private:

@@ -22,9 +22,9 @@ public:
     enum class Rest { nothing, pieces };
 
     [[nodiscard]] State state() const { return m_state; }
-    // When to go on; absent unless waiting.
+    // Returns when to go on; absent unless waiting.
     [[nodiscard]] std::optional<double> due() const;
-    // What the frame under way is for.
+    // Returns what the frame under way is for.
     [[nodiscard]] Reason reason() const { return m_reason; }
 
     // Wants a frame, after the one under way and after a pause for everybody
@@ -32,7 +32,7 @@ public:
     void want(Reason reason, double now);
     // Begins the frame that was waited for.
     void begin(double now);
-    // Has asked for the frame or a piece of it.
+    // Notes that the frame, or a piece of it, has been asked for.
     void ask();
     // Finds that there is nothing to paint.
     void drop();

@@ -16,14 +16,15 @@ class QPainter;
 // while the colours turn, so a frame only looks the colours up. With the ground
 // it does not even read the screen, whose rows are far apart in memory.
 struct HaloTile {
-    // Another rectangle; what was in it is void.
+    // Changes the rectangle; what was in the tile is void.
     void setPixels(const QRect &rect);
 
     // Takes along what shows through the glow, out of a picture in whose pixels
     // the rectangle counts and which covers all of it.
     void setGround(const QImage &picture);
 
-    // Of row y, which counts downwards as the rectangle does.
+    // Returns where a pixel is in the vectors; y counts downwards as the
+    // rectangle does.
     [[nodiscard]] std::size_t indexOf(int x, int y) const;
 
     // Paints a part of it with a painter that counts in device pixels: upon what

@@ -75,9 +75,10 @@ HaloView::HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion
     m_timer.callOnTimeout(this, &HaloView::askForFrame);
 }
 
-void HaloView::setGround(const QImage &screen)
+void HaloView::setGround(const QImage &picture)
 {
-    m_ground = screen;
+    const bool fits = picture.format() == QImage::Format_RGB32 && picture.rect().contains(screen());
+    m_ground = fits ? picture : QImage();
     m_tilesOf.reset();
 }
 

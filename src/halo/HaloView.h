@@ -24,33 +24,37 @@ class QPainter;
 // painted is in widget points, y downwards.
 class HaloView final : public QObject {
 public:
-    // The size of the screen in points, its pixels per point, and the user's
-    // wish for stillness, asked whenever something would begin to move.
+    // Takes the size of the screen in points, its pixels per point, and the
+    // user's wish for stillness, which is asked for whenever something would
+    // begin to move.
     HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion);
 
     // Tells that a part of the screen looks different now and should be painted:
     // as often as HaloPacing allows, and never while nothing moves.
     std::function<void(const QRegion &)> onFrame;
 
-    // Gives it the screen as it looks beneath the glow, in device pixels.
-    void setGround(const QImage &screen);
-    // Frames this rectangle from now on; absent, or of 2 points and less either
-    // way, there is no glow. The change shows with the next frame.
+    // Gives it the screen as it looks beneath the glow, in device pixels. A
+    // picture that is not RGB32 or does not reach as far as the screen is not
+    // used: the glow is then blended upon what has been painted.
+    void setGround(const QImage &picture);
+    // Frames this rectangle from the next frame on. There is no glow when it is
+    // absent, or of 2 points and less either way.
     void update(const std::optional<QRectF> &rect);
-    // Whatever moves stands still until it is told to go on.
+    // Makes whatever moves stand still, or go on where it stood.
     void setPaused(bool paused);
-    // A flash; none while hidden or when the user wants stillness.
+    // Flashes, unless the glow is hidden or the user wants stillness.
     void pulse(Pulse kind);
 
     [[nodiscard]] bool isHidden() const { return !m_band; }
     [[nodiscard]] bool paused() const { return m_motion.paused(); }
     [[nodiscard]] bool pulsing() const { return m_motion.pulsing(now()); }
-    // Whether no frame is under way. A glow that moves never comes to rest.
+    // Returns whether no frame is under way. A glow that moves never rests.
     [[nodiscard]] bool resting() const { return m_pacing.state() == HaloPacing::State::idle; }
 
     // Returns where draw() paints all there is and nothing is needed beneath, in
     // widget points.
     [[nodiscard]] QRegion covered() const { return kept() ? m_covered : QRegion(); }
+    // Draws this part of the glow, in widget points.
     void draw(QPainter &painter, const QRegion &exposed);
 
 private:

@@ -16,8 +16,8 @@ class Bar final : public QWidget {
 public:
     explicit Bar(Qt::Orientation orientation, QWidget *parent = nullptr);
 
-    // The bar owns what is added to it. A view that is no button gets the size
-    // of one; a decoration covers the whole bar.
+    // Add something at the end; the bar owns it from then on. A view that is no
+    // button gets the size of one, a decoration covers the whole bar.
     void addButton(BarButton *button);
     void addView(QWidget *view);
     void addSeparator();
@@ -27,13 +27,14 @@ public:
     // Places all that was added and sizes the bar.
     void layoutButtons();
 
-    // Of the whole bar with its shadow.
+    // Returns how opaque the whole bar is, with its shadow.
     [[nodiscard]] double alpha() const;
     void setAlpha(double alpha);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    // A click beside the buttons must not reach the editor beneath.
+    // Swallow what is done beside the buttons, so that it never reaches the
+    // editor beneath.
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

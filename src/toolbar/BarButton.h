@@ -33,7 +33,7 @@ public:
     [[nodiscard]] double preferredWidth() const; // points
     [[nodiscard]] QSize sizeHint() const override;
 
-    // The bar's: the button may need another width, or looks different now.
+    // Tell the bar that the button may need another width, or looks different.
     std::function<void()> onWidthChanged;
     std::function<void()> onLookChanged;
 

@@ -25,13 +25,14 @@ struct BarButtonState {
 // How a button looks, as functions of its state. Points, y downwards.
 namespace BarButtonPaint {
 
-// The fill that the state asks for; all fills are white, so fading from one to
-// another only changes how opaque it is.
+// Returns the fill that the state asks for; all fills are white, so fading from
+// one to another only changes how opaque it is.
 [[nodiscard]] QColor fill(const BarButtonState &state);
 [[nodiscard]] QColor tint(const BarButtonState &state);
 [[nodiscard]] double preferredWidth(const BarButtonState &state);
 
-// The background has its own colour, since it may be on its way to fill().
+// Draws the whole button. The background has its own colour, since it may be on
+// its way to fill().
 void draw(QPainter &painter, const QRectF &bounds, const BarButtonState &state, const QColor &background);
 
 } // namespace BarButtonPaint

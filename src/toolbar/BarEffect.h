@@ -16,9 +16,9 @@ public:
     [[nodiscard]] double alpha() const { return m_alpha; }
     void setAlpha(double alpha);
 
-    // The bar looks different now.
+    // Makes the picture anew next time: the bar looks different now.
     void forget() { m_whole = {}; }
-    // From now on the bar may look different at any time.
+    // Makes the picture anew every time: the bar may always look different.
     void keepNothing() { m_keeps = false; }
 
     [[nodiscard]] QRectF boundingRectFor(const QRectF &bar) const override;

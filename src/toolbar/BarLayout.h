@@ -25,7 +25,7 @@ struct Frames {
 
 [[nodiscard]] Frames layOut(Qt::Orientation orientation, const QList<Item> &items);
 
-// The highlight along the top.
+// Returns the place of the highlight along the top.
 [[nodiscard]] QRectF edge(QSizeF bar);
 
 } // namespace BarLayout

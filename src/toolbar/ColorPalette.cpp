@@ -52,7 +52,7 @@ void drawEmptySlot(QPainter &painter, const QRectF &slot)
     painter.drawEllipse(grown(slot, -1));
 }
 
-// The toolkit rounds a widget's own positions to whole points, which are not
+// Qt rounds a widget's own positions to whole points, which are not
 // whole pixels; the window's are exact.
 QPointF exactPosition(const QMouseEvent &event, const QWidget &widget)
 {

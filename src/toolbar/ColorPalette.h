@@ -15,11 +15,11 @@ class ColorPalette final : public QWidget {
 public:
     explicit ColorPalette(QWidget *parent = nullptr);
 
-    // Either may close the palette, through deleteLater().
+    // Tell what was clicked; either may close the palette, through deleteLater().
     std::function<void(const QColor &)> onPick;
     std::function<void()> onEyedropper;
 
-    // The colour in use, marked with a ring wherever it shows.
+    // Marks the colour in use with a ring wherever it shows.
     void setSelected(const std::optional<QColor> &color);
 
 protected:

@@ -26,8 +26,8 @@ using Hit = std::variant<Eyedropper, FixedColor, RecentColor>;
 [[nodiscard]] QRectF eyedropperRow();
 [[nodiscard]] QRectF recentSlot(int index);
 
-// An empty recent slot, and all around it, asks for the eyedropper: it invites
-// to fill it. Nothing where a click does nothing.
+// Returns what a click there means, or nothing where it does nothing. An empty
+// recent slot, and all around it, invites to fill it with the eyedropper.
 [[nodiscard]] std::optional<Hit> hitAt(QPointF point, int recentColors);
 
 } // namespace PaletteGeometry

@@ -9,7 +9,7 @@
 // pixels a point, a widget's whole points lie between them.
 namespace PixelGrid {
 
-// The nearest place where a pixel begins.
+// Returns the nearest place where a pixel begins.
 [[nodiscard]] inline QPointF snapped(const QPainter &painter, QPointF point)
 {
     const QTransform toDevice = painter.deviceTransform();
@@ -17,7 +17,7 @@ namespace PixelGrid {
     return toDevice.inverted().map(QPointF{std::round(pixel.x()), std::round(pixel.y())});
 }
 
-// With every edge between two pixels.
+// Returns a rectangle with every edge between two pixels.
 [[nodiscard]] inline QRectF snapped(const QPainter &painter, const QRectF &rect)
 {
     return {snapped(painter, rect.topLeft()), snapped(painter, rect.bottomRight())};

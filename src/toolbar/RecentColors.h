@@ -6,9 +6,9 @@
 // The colours that the eyedropper picked last, newest first, kept between runs.
 namespace RecentColors {
 
-// At most ten; entries that are not colours are passed over.
+// Returns at most ten; entries that are not colours are passed over.
 [[nodiscard]] QList<QColor> colors();
-// Stored at once. A colour that is there already moves to the front.
+// Stores a colour at once. One that is there already moves to the front.
 void add(const QColor &color);
 
 } // namespace RecentColors

@@ -19,14 +19,15 @@ struct Symbol {
     Weight weight = Weight::regular;
 };
 
-// How wide and high the square is that a glyph is drawn in, in points.
+// Returns how wide and high the square is that a glyph is drawn in, in points.
 [[nodiscard]] double side(double size);
 
-// Rendered at the first question and kept, with the scale (pixels per point) as
-// its device pixel ratio. Empty of ink when there is no such symbol.
+// Returns a picture, rendered at the first question and kept, with the scale
+// (pixels per point) as its device pixel ratio. It is empty of ink when there is
+// no such symbol.
 [[nodiscard]] QImage picture(const Symbol &symbol, double scale);
 
-// In a space whose y grows downwards, on whole pixels.
+// Draws in a space whose y grows downwards, on whole pixels.
 void draw(QPainter &painter, QPointF centre, const Symbol &symbol);
 
 } // namespace Symbols

@@ -70,7 +70,7 @@ class HaloBandTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void looksAsTheToolkitWouldPaintIt_data()
+    void looksAsQtWouldPaintIt_data()
     {
         QTest::addColumn<double>("scale");
         QTest::addColumn<QRectF>("selection");
@@ -86,7 +86,7 @@ private slots:
             QTest::newRow(name("tiny, flashing")) << scale << QRectF(200, 140, 4, 4) << 1.6 << 0.0;
         }
     }
-    void looksAsTheToolkitWouldPaintIt()
+    void looksAsQtWouldPaintIt()
     {
         QFETCH(double, scale);
         QFETCH(QRectF, selection);
@@ -97,7 +97,7 @@ private slots:
         QImage reference = ground(size);
         drawReferenceHalo(reference, shape, turn);
         const Likeness likeness = compare(painted(shape, size, turn), reference);
-        // The toolkit rounds its joins with polygons and looks colours up in a
+        // Qt rounds its joins with polygons and looks colours up in a
         // coarser table.
         QVERIFY2(likeness.mean < 1, qPrintable(QString::number(likeness.mean)));
         QVERIFY2(likeness.worst <= 32, qPrintable(QString::number(likeness.worst)));

@@ -9,7 +9,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
-// The glow as the toolkit paints it, stroke by stroke: slow, and obvious. Onto
+// The glow as Qt paints it, stroke by stroke: slow, and obvious. Onto
 // an image that counts in device pixels.
 inline void drawReferenceHalo(QImage &onto, const HaloBand::Shape &shape, double turn)
 {
