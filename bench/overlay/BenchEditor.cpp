@@ -2,6 +2,7 @@
 // from the event to the painted window: moving a selection that is full of
 // marks, repainting beside it, letting go of a long stroke, dragging a mosaic.
 // Prints one row each: name, median and 95th percentile in milliseconds of the processor's time.
+#include "marks/Kinds.h"
 #include "overlay/OverlayView.h"
 
 #include "fakes/FakeDesktop.h"

@@ -1,8 +1,8 @@
 // What marks cost on a whole 4K screen, beside copying the screen's bytes: a
 // mosaic of all of it, made anew and repainted, and a stroke of many points.
 #include "base/ViewSpace.h"
-#include "overlay/Annotation.h"
-#include "overlay/MarksLayer.h"
+#include "marks/Annotation.h"
+#include "overlay/canvas/MarksLayer.h"
 
 #include <benchmark/benchmark.h>
 

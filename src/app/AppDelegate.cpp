@@ -6,8 +6,10 @@
 #include "capture/Capture.h"
 #include "capture/CaptureSession.h"
 #include "hotkey/Prefs.h"
+#include "hotkey/ShortcutForm.h"
 #include "l10n/L10n.h"
-#include "overlay/Printing.h"
+#include "overlay/output/Printing.h"
+#include "platform/Memory.h"
 #include "platform/Platform.h"
 #include "settings/SettingsWindow.h"
 #include "updater/UpdateKey.h"
@@ -24,6 +26,7 @@ namespace {
 
 constexpr auto menuCloses = 250ms; // so that the menu is not in the picture
 constexpr auto updateCheckAfter = 4s;
+constexpr auto captureIsGone = 1s; // with its windows and pictures
 
 } // namespace
 
@@ -67,7 +70,7 @@ void AppDelegate::takeShortcut()
     const Shortcut wanted = Prefs::shortcut();
     const bool taken = m_hotKey->registerShortcut(wanted);
     Log::write(QStringLiteral("registro de atajo %1 -> %2")
-                   .arg(wanted.display(*m_platform.keyboard),
+                   .arg(ShortcutForm::display(wanted, *m_platform.keyboard),
                         taken ? QStringLiteral("OK") : QStringLiteral("FALLO")));
     // Refused too, it leaves the program without a hot key; the menu still works.
     if (!taken)
@@ -87,7 +90,10 @@ void AppDelegate::buildStatusItem()
     m_menu->showIn(*m_platform.statusItem);
 }
 
-void AppDelegate::refreshMenuTitle() { m_menu->setShortcut(Prefs::shortcut().display(*m_platform.keyboard)); }
+void AppDelegate::refreshMenuTitle()
+{
+    m_menu->setShortcut(ShortcutForm::display(Prefs::shortcut(), *m_platform.keyboard));
+}
 
 void AppDelegate::captureFromMenu()
 {
@@ -118,7 +124,7 @@ QCoro::Task<void> AppDelegate::startCapture()
 {
     const QPointer<AppDelegate> alive(this);
     m_capturing = true;
-    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens);
+    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens, *m_platform.windows);
     if (!alive)
         co_return;
     m_capturing = false;
@@ -133,6 +139,7 @@ QCoro::Task<void> AppDelegate::startCapture()
     m_session->onFinish = [this] {
         m_session.release()->deleteLater();
         m_updater.captureEnded();
+        QTimer::singleShot(captureIsGone, this, [] { Memory::giveBack(); });
     };
     m_session->start(*shots);
 }

@@ -42,7 +42,6 @@ CaptureSession::~CaptureSession()
 
 void CaptureSession::start(const std::vector<ScreenShot> &shots)
 {
-    m_placer.beginSession();
     const QScreen *underPointer = m_placer.screenUnderPointer();
     makeWindows(shots, underPointer);
     for (const auto &window : m_windows)

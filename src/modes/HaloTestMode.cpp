@@ -6,7 +6,7 @@
 #include "modes/Inputs.h"
 #include "modes/Stage.h"
 #include "modes/Strip.h"
-#include "overlay/Backdrop.h"
+#include "overlay/canvas/Backdrop.h"
 
 #include <QElapsedTimer>
 #include <QPainter>

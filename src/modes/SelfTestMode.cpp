@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "hotkey/Prefs.h"
+#include "hotkey/ShortcutForm.h"
 #include "modes/Album.h"
 #include "modes/Console.h"
 #include "modes/Inputs.h"
@@ -56,7 +57,7 @@ void describeMachine(Report &report)
 void tryShortcut(Platform &platform, Report &report)
 {
     const QString service = QStringLiteral("shortcut");
-    const QString keys = Prefs::shortcut().display(*platform.keyboard);
+    const QString keys = ShortcutForm::display(Prefs::shortcut(), *platform.keyboard);
     if (platform.hotKeys->registerShortcut(Prefs::shortcut()))
         report.works(service, keys + QStringLiteral(" is free"));
     else

@@ -2,13 +2,13 @@
 
 #include "base/Painting.h"
 #include "base/Rect.h"
-#include "overlay/Cursors.h"
-#include "overlay/Loupe.h"
 #include "overlay/OverlaySession.h"
-#include "overlay/Printing.h"
-#include "overlay/Rendering.h"
-#include "overlay/StrokeLog.h"
-#include "overlay/WidthPreview.h"
+#include "overlay/canvas/Loupe.h"
+#include "overlay/canvas/Rendering.h"
+#include "overlay/canvas/WidthPreview.h"
+#include "overlay/gestures/Cursors.h"
+#include "overlay/gestures/StrokeLog.h"
+#include "overlay/output/Printing.h"
 #include "platform/Desktop.h"
 #include "toolbar/Theme.h"
 
@@ -211,7 +211,7 @@ void OverlayView::followPointer()
 }
 
 // Asks for a new picture of a part of the view, in view points.
-void OverlayView::touch(const QRectF &area) { update(m_space.toWidget(grown(area, 1)).toAlignedRect()); }
+void OverlayView::touch(const QRectF &area) { update(m_space.around(area, 1)); }
 
 Chrome::Scene OverlayView::scene() const
 {

@@ -2,15 +2,18 @@
 
 #include "base/Log.h"
 #include "base/Overloaded.h"
-#include "overlay/Cursors.h"
-#include "overlay/Loupe.h"
-#include "overlay/MarkFootprint.h"
+#include "base/Rect.h"
+#include "marks/Kinds.h"
+#include "marks/MarkFootprint.h"
+#include "marks/SelectionGeometry.h"
 #include "overlay/OverlaySession.h"
-#include "overlay/ScreenPixels.h"
-#include "overlay/SelectionGeometry.h"
-#include "overlay/ShapeHint.h"
-#include "overlay/WidthPreview.h"
+#include "overlay/canvas/Loupe.h"
+#include "overlay/canvas/ScreenPixels.h"
+#include "overlay/canvas/ShapeHint.h"
+#include "overlay/canvas/WidthPreview.h"
+#include "overlay/gestures/Cursors.h"
 #include "platform/Desktop.h"
+#include "platform/KeyCodes.h"
 #include "toolbar/RecentColors.h"
 
 #include <QKeyEvent>
@@ -25,13 +28,6 @@ namespace {
 
 constexpr auto widthShows = 1200ms;
 constexpr auto tipShows = 3s;
-
-constexpr std::uint32_t scanCodeOffset = 8; // the native scan code is the kernel's key code plus this
-
-std::uint32_t evdevCode(const QKeyEvent &event)
-{
-    return event.nativeScanCode() > scanCodeOffset ? event.nativeScanCode() - scanCodeOffset : 0;
-}
 
 } // namespace
 
@@ -99,7 +95,7 @@ void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
     const Annotation &mark = *m_state.current;
     const bool freehand = isFreehand(mark.tool);
     const QRegion before = freehand ? QRegion() : MarkFootprint::of(mark, m_space);
-    m_bars.fadeBar(SelectionGeometry::clamped(to, *m_state.selection));
+    m_bars.fadeBar(clamped(to, *m_state.selection));
     m_drawing.extend(to, modifiers.testFlag(Qt::ShiftModifier));
     if (freehand)
         m_marks.prepareFor(mark);
@@ -164,7 +160,7 @@ void OverlayView::mouseMoveEvent(QMouseEvent *event)
         return followPointer();
     if (!event->buttons().testFlag(Qt::LeftButton))
         return endGesture(at); // its release went to somebody else
-    const QPointF inside = SelectionGeometry::clamped(at, m_state.bounds);
+    const QPointF inside = clamped(at, m_state.bounds);
     if (m_drawing.active())
         return continueDrawing(inside, event->modifiers());
     m_selectionDrag.drag(inside);
@@ -265,7 +261,8 @@ void OverlayView::sampleWidth(bool anew)
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
-    const auto key = KeyCommands::latinKey(static_cast<Qt::Key>(event->key()), evdevCode(*event));
+    const auto key
+        = KeyCommands::latinKey(static_cast<Qt::Key>(event->key()), KeyCodes::evdevOf(*event).value_or(0));
     const auto meaning
         = KeyCommands::meaning(QKeyCombination(event->modifiers(), key), m_state.selection.has_value());
     const bool goesOn = meaning == KeyCommands::Meaning(Command::undo); // for as long as its key is held

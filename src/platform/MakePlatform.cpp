@@ -66,15 +66,14 @@ bool imaginaryDisplay()
 
 Platform makeX11Platform()
 {
-    const auto ownWindows = std::make_shared<OwnWindows>();
     const auto settings = std::make_shared<SettingsPortal>();
     auto recorder = std::make_unique<X11KeyboardGrab>();
     auto hotKeys = std::make_unique<X11HotKeys>(*recorder);
     std::vector<std::unique_ptr<TrayHost>> trays;
     trays.push_back(std::make_unique<StatusNotifierHost>());
     trays.push_back(std::make_unique<XembedHost>());
-    return {.screens = std::make_unique<X11ScreenGrabber>(ownWindows),
-            .windows = std::make_unique<X11WindowPlacer>(ownWindows),
+    return {.screens = std::make_unique<X11ScreenGrabber>(),
+            .windows = std::make_unique<X11WindowPlacer>(std::make_shared<OwnWindows>()),
             .keyboardGrab = std::move(recorder),
             .hotKeys = std::move(hotKeys),
             .keyboard = std::make_unique<XkbKeyboardLayout>(),

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/ScreenShot.h"
+#include "base/ScreenShot.h"
 
 #include <QCoroTask>
 
@@ -21,9 +21,7 @@ public:
     [[nodiscard]] virtual bool openAccessSettings() = 0;
 
     // One picture a screen, in the order of the system's list, in device
-    // pixels, without the pointer and without this program's own windows. The
-    // screen under the pointer is read last. A screen that cannot be matched is
-    // left out, one that could not be read has no image. Absent when the system
-    // refuses altogether.
+    // pixels, without the pointer. The screen under the pointer is read last. A screen that cannot be matched
+    // is left out, one that could not be read has no image. Absent when the system refuses altogether.
     [[nodiscard]] virtual QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() = 0;
 };

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "updater/DownloadLimits.h"
+
 #include <QCoroTask>
 #include <QNetworkAccessManager>
 #include <QObject>
 #include <QUrl>
 
 #include <chrono>
-#include <functional>
 #include <optional>
 
 class Reception;
@@ -22,15 +23,8 @@ public:
     // How long each stretch of an answer may take.
     explicit Download(std::chrono::milliseconds patience = std::chrono::seconds(20));
 
-    // All in bytes. A server that drips would hold an answer open for ever, so
-    // every stretch of it has a time of its own, the first from the call on.
-    struct Limits {
-        qint64 whole; // at most
-        qint64 stretch = whole;
-    };
-
-    // Is given the bytes as they come; false ends the download.
-    using Sink = std::function<bool(const QByteArray &)>;
+    using Limits = DownloadLimits;
+    using Sink = DownloadSink;
 
     // Absent when a whole answer with status 200 within the limits went into the
     // sink, else what went wrong. When this object goes, it never answers, or

@@ -25,7 +25,7 @@ QString percent(qint64 number) { return u" %1 %"_qs.arg(number); }
 
 ProgressWindow::ProgressWindow(const QString &version)
     : QWidget(nullptr, titleOnly)
-    , m_text(L10n::t(u"Descargando Vellumora %@…").replace(u"%@"_qs, version))
+    , m_text(L10n::t(u"Descargando Vellumora %@…", version))
     , m_label(new QLabel(this))
 {
     setWindowTitle(QStringLiteral("Vellumora"));

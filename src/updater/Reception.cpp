@@ -40,8 +40,8 @@ std::optional<QUrl> targetOf(const QNetworkReply &reply)
 
 } // namespace
 
-Reception::Reception(QUrl address, const Download::Limits &limits, std::chrono::milliseconds patience,
-                     Download::Sink sink)
+Reception::Reception(QUrl address, const DownloadLimits &limits, std::chrono::milliseconds patience,
+                     DownloadSink sink)
     : m_first(std::move(address))
     , m_limits(limits)
     , m_patience(patience)

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "updater/Download.h"
+#include "updater/DownloadLimits.h"
 
 #include <QNetworkReply>
 #include <QPointer>
 #include <QTimer>
+#include <QUrl>
 
 #include <chrono>
 #include <optional>
@@ -13,8 +14,8 @@
 // thing that goes wrong.
 class Reception {
 public:
-    Reception(QUrl address, const Download::Limits &limits, std::chrono::milliseconds patience,
-              Download::Sink sink);
+    Reception(QUrl address, const DownloadLimits &limits, std::chrono::milliseconds patience,
+              DownloadSink sink);
 
     // Where to ask next; absent at the end.
     [[nodiscard]] std::optional<QUrl> next() const { return m_problem ? std::nullopt : m_next; }
@@ -34,9 +35,9 @@ private:
     void stop(const QString &problem);
 
     const QUrl m_first;
-    const Download::Limits m_limits;
+    const DownloadLimits m_limits;
     const std::chrono::milliseconds m_patience;
-    const Download::Sink m_sink;
+    const DownloadSink m_sink;
     std::optional<QUrl> m_next;
     QList<QUrl> m_visited;
     qint64 m_received = 0; // bytes

@@ -37,8 +37,6 @@ void takeReturn(QMessageBox &box, bool take)
     }
 }
 
-QString filled(QString format, const QString &value) { return format.replace(u"%@"_qs, value); }
-
 // The words come from outside: they are never markup.
 void takeLiterally(QMessageBox &box)
 {
@@ -97,17 +95,14 @@ namespace UpdateAlerts {
 Alert offer(const QString &version, const std::optional<QString> &notes, const QString &current)
 {
     const QString above = notes ? *notes + u"\n\n"_qs : QString();
-    return {filled(L10n::t(u"Hay una versión nueva de Vellumora (%@)"), version),
-            above
-                + filled(L10n::t(u"Tienes la %@. Se instala sola en unos segundos y se vuelve a abrir."),
-                         current),
+    return {L10n::t(u"Hay una versión nueva de Vellumora (%@)", version),
+            above + L10n::t(u"Tienes la %@. Se instala sola en unos segundos y se vuelve a abrir.", current),
             {L10n::t(u"Actualizar"), L10n::t(u"Ahora no")}};
 }
 
 Alert upToDate(const QString &current)
 {
-    return {L10n::t(u"Tienes la última versión"),
-            filled(L10n::t(u"Vellumora %@ es la más reciente."), current)};
+    return {L10n::t(u"Tienes la última versión"), L10n::t(u"Vellumora %@ es la más reciente.", current)};
 }
 
 Alert notSigned()
@@ -125,7 +120,7 @@ Alert unreachable()
 Alert failed(const QString &message)
 {
     return {L10n::t(u"No se pudo actualizar"),
-            filled(L10n::t(u"%@\n\nPuedes descargarla a mano desde la web."), message),
+            L10n::t(u"%@\n\nPuedes descargarla a mano desde la web.", message),
             {L10n::t(u"Abrir la web"), L10n::t(u"Cerrar")}};
 }
 

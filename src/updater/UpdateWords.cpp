@@ -7,10 +7,7 @@ namespace UpdateWords {
 
 void log(const QString &message) { Log::write(u"actualizacion: "_qs + visible(message)); }
 
-QString couldNot(const QString &why)
-{
-    return L10n::t(u"No se pudo descargar o instalar (%@).").replace(u"%@"_qs, why);
-}
+QString couldNot(const QString &why) { return L10n::t(u"No se pudo descargar o instalar (%@).", why); }
 
 QString visible(QString text)
 {

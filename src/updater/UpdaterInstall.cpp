@@ -36,7 +36,7 @@ std::optional<QString> makeWorkFolder(const QDir &temporary)
 
 QString contains(const QString &path, QChar refused)
 {
-    return path + u": "_qs + L10n::t(u"la ruta contiene %@").replace(u"%@"_qs, refused);
+    return path + u": "_qs + L10n::t(u"la ruta contiene %@", refused);
 }
 
 } // namespace

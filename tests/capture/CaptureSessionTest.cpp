@@ -1,7 +1,9 @@
 #include "capture/CaptureSession.h"
 
+#include "capture/Capture.h"
+
 #include "capture/OverlayWindow.h"
-#include "overlay/Annotation.h"
+#include "marks/Annotation.h"
 #include "overlay/OverlayView.h"
 #include "platform/WindowPlacer.h"
 
@@ -61,7 +63,7 @@ private slots:
         session = std::make_unique<CaptureSession>(placer, desktop);
         finished = 0;
         session->onFinish = [this] { ++finished; };
-        session->start(*QCoro::waitFor(screens.grabScreens()));
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
     }
 
     void everyScreenIsCoveredAndTheOneUnderThePointerGetsTheKeys()
@@ -77,7 +79,7 @@ private slots:
     {
         placer.under = nullptr;
         session = std::make_unique<CaptureSession>(placer, desktop);
-        session->start(*QCoro::waitFor(screens.grabScreens()));
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
         QCOMPARE(placer.calls.last(), "keyboard A");
     }
 

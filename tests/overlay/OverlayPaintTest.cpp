@@ -1,7 +1,7 @@
 #include "support/Editor.h"
 
-#include "overlay/MarksLayer.h"
-#include "overlay/Rendering.h"
+#include "overlay/canvas/MarksLayer.h"
+#include "overlay/canvas/Rendering.h"
 
 #include <QRandomGenerator>
 #include <QtMath>
@@ -319,7 +319,7 @@ private slots:
         Editor editor;
         editor.mouse->drag({100, 100}, {700, 500});
         const auto within = [&] {
-            return editor.shown().copy(ViewSpace(editor.shot.pointSize).toPixels({190, 190, 120, 120}, 1));
+            return editor.shown().copy(ViewSpace(editor.shot.pointSize).toPixels({190, 190, 120, 120}));
         };
         editor.view->toggleTool(Tool::rectangle);
         const QImage bare = within();

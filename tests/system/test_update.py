@@ -172,7 +172,11 @@ class Update(SystemTest):
         self.assert_new_version_runs(old)
 
     def test_of_two_updates_at_once_one_is_refused(self):
-        both = [self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", DBUS_SESSION_BUS_ADDRESS="") for _ in range(2)]
+        both = []
+        for session in ("one", "two"):  # of the same user, which do not know of each other
+            runtime = self.desktop.folder / session
+            runtime.mkdir(mode=0o700)
+            both.append(self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", DBUS_SESSION_BUS_ADDRESS="", XDG_RUNTIME_DIR=str(runtime)))
         self.wait_for_log("actualizacion: otra actualizacion en curso")
         wait_for(lambda: not all(old.running() for old in both), "the end of one")
         self.wait_for_log(f"actualizacion: web {NEW}, instalada {NEW}")

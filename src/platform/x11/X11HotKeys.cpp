@@ -23,7 +23,7 @@ bool X11HotKeys::registerShortcut(const Shortcut &shortcut)
     const auto position = KeyCodes::toEvdev(shortcut.keyCode);
     if (!position)
         return false;
-    Grabs granted{.keyCode = static_cast<std::uint8_t>(*position + X11Keyboard::evdevOffset), .masks = {}};
+    Grabs granted{.keyCode = static_cast<std::uint8_t>(*position + KeyCodes::nativeOffset), .masks = {}};
     const std::uint16_t modifiers = X11Keyboard::modifierMask(shortcut.modifiers);
     auto *c = Xcb::connection();
     for (const std::uint16_t locks : X11Keyboard::lockStates()) {

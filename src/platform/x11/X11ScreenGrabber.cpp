@@ -1,7 +1,6 @@
 #include "platform/x11/X11ScreenGrabber.h"
 
 #include "platform/freedesktop/PrivacySettings.h"
-#include "platform/x11/OwnWindows.h"
 #include "platform/x11/Xcb.h"
 
 #include <QGuiApplication>
@@ -66,7 +65,6 @@ bool X11ScreenGrabber::openAccessSettings() { return PrivacySettings::open(); }
 
 QCoro::Task<std::optional<std::vector<ScreenShot>>> X11ScreenGrabber::grabScreens()
 {
-    m_ownWindows->hide();
     const Desk desk;
     const auto screens = QGuiApplication::screens();
     std::vector<ScreenShot> all(static_cast<size_t>(screens.size()));
@@ -74,9 +72,6 @@ QCoro::Task<std::optional<std::vector<ScreenShot>>> X11ScreenGrabber::grabScreen
         all[static_cast<size_t>(i)] = shoot(*screens[i], desk.place(*screens[i]));
     m_pictures.forgetUnused();
     std::erase_if(all, [](const ScreenShot &shot) { return !shot.screen; });
-    const auto read = [](const ScreenShot &shot) { return !shot.image.isNull(); };
-    if (all.empty() || !std::ranges::all_of(all, read))
-        m_ownWindows->restore();
     co_return all;
 }
 

@@ -21,6 +21,7 @@ X11WindowPlacer::X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows) : m_own
 
 void X11WindowPlacer::beginSession()
 {
+    m_ownWindows->hide();
     qApp->installEventFilter(this);
     auto *c = Xcb::connection();
     const Xcb::Reply<xcb_get_input_focus_reply_t> reply(
