@@ -123,6 +123,10 @@ class Update(SystemTest):
     def start_old(self, **environment):
         return Process(self.desktop, "old", [self.bundle / "bin/vellumora"], TMPDIR=str(self.temporary), **environment)
 
+    def other_session(self):
+        """What makes a start one of another session of the same user, which the first knows nothing of."""
+        return {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": tempfile.mkdtemp(dir=self.desktop.folder)}
+
     def wait_for_log(self, text):
         wait_for(lambda: text in self.desktop.log(), text)
 
@@ -172,11 +176,7 @@ class Update(SystemTest):
         self.assert_new_version_runs(old)
 
     def test_of_two_updates_at_once_one_is_refused(self):
-        both = []
-        for session in ("one", "two"):  # of the same user, which do not know of each other
-            runtime = self.desktop.folder / session
-            runtime.mkdir(mode=0o700)
-            both.append(self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", DBUS_SESSION_BUS_ADDRESS="", XDG_RUNTIME_DIR=str(runtime)))
+        both = [self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", **self.other_session()) for _ in range(2)]
         self.wait_for_log("actualizacion: otra actualizacion en curso")
         wait_for(lambda: not all(old.running() for old in both), "the end of one")
         self.wait_for_log(f"actualizacion: web {NEW}, instalada {NEW}")

@@ -29,7 +29,7 @@ class Update(Updates):
     """Only its tools: the tests themselves run elsewhere."""
 
     def unattended(self, **environment):
-        return self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", DBUS_SESSION_BUS_ADDRESS="", **environment)
+        return self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", **self.other_session(), **environment)
 
     def begin_anew(self):
         self.end_reopened()
