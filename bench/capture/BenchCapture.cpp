@@ -1,5 +1,5 @@
 // What reading every screen costs on the display it runs on, beside copying as
-// many bytes from one place in memory to another and beside the toolkit's own
+// many bytes from one place in memory to another and beside Qt's own
 // way of reading a screen.
 #include "platform/x11/X11ScreenGrabber.h"
 

@@ -91,6 +91,6 @@ int main(int argc, char **argv)
                         benchmark::RegisterBenchmark("marker", stroke, Tool::marker)})
         bench->UseRealTime()->Unit(benchmark::kMillisecond);
     benchmark::RunSpecifiedBenchmarks();
-    Annotation::background = {}; // before the toolkit goes
+    Annotation::background = {}; // before Qt goes
     return EXIT_SUCCESS;
 }

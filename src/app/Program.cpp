@@ -66,7 +66,7 @@ bool displayReady(const CommandLine &line)
     return !problem;
 }
 
-// The toolkit's own dialogs in the language of the rest.
+// Qt's own dialogs in the language of the rest.
 void translateToolkit(QTranslator &translator)
 {
     const QString language = L10n::lang() == Lang::pt ? QStringLiteral("pt_BR") : L10n::code(L10n::lang());
@@ -103,7 +103,7 @@ void serveOthers(SingleInstance &instance, AppDelegate &delegate)
 
 void prepareToolkit()
 {
-    // A stroke is as true to the hand as the points that arrive; the toolkit switches this on
+    // A stroke is as true to the hand as the points that arrive; Qt switches this on
     // as it starts.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication::setQuitOnLastWindowClosed(false);

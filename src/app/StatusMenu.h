@@ -26,7 +26,7 @@ public:
     void setShortcut(const QString &display);
 
 private:
-    // A menu whose shortcuts work while it is open; the toolkit only shows them.
+    // A menu whose shortcuts work while it is open; Qt only shows them.
     class Menu final : public QMenu {
     protected:
         void keyPressEvent(QKeyEvent *event) override;

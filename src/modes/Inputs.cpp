@@ -8,7 +8,7 @@
 
 namespace {
 
-// Above the toolkit's own limit, which a screen of 7680 × 4320 pixels exceeds.
+// Above Qt's own limit, which a screen of 7680 × 4320 pixels exceeds.
 constexpr int largestPicture = 1024; // megabytes in memory
 
 } // namespace

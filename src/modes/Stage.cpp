@@ -57,7 +57,7 @@ QImage Stage::pictureNow()
     return pixelsOf(m_view);
 }
 
-// The window's own: the toolkit's way of painting a window into a picture leaves
+// The window's own: Qt's way of painting a window into a picture leaves
 // out what has a shadow.
 QImage Stage::pixelsOf(QWidget &window)
 {

@@ -37,7 +37,7 @@ bool serverAnswers()
     return answers;
 }
 
-// Without a session manager nobody has made the folder for sockets; the toolkit
+// Without a session manager nobody has made the folder for sockets; Qt
 // would make the same one, but complain first.
 void nameRuntimeFolder()
 {
@@ -56,8 +56,8 @@ void prepareEnvironment()
     nameRuntimeFolder();
 }
 
-// Whether the user has chosen a display that only the toolkit sees. Any other
-// choice is overruled: where it cannot be opened, the toolkit aborts.
+// Whether the user has chosen a display that only Qt sees. Any other
+// choice is overruled: where it cannot be opened, Qt aborts.
 bool imaginaryDisplay()
 {
     const QString chosen = qEnvironmentVariable("QT_QPA_PLATFORM");

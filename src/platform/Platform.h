@@ -33,7 +33,7 @@ struct Platform {
 [[nodiscard]] Platform makePlatform();
 
 // To be called before the application object exists. Prepares the environment
-// of the toolkit; absent when a display can be opened, else a sentence for the
+// of Qt; absent when a display can be opened, else a sentence for the
 // user that says what is missing.
 [[nodiscard]] std::optional<QString> prepareDisplay();
 

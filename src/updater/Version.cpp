@@ -11,7 +11,7 @@ bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 qint64 numberOf(QStringView piece)
 {
     const bool sign = piece.startsWith(u'-') || piece.startsWith(u'+');
-    // The toolkit would also read blanks around the digits.
+    // Qt would also read blanks around the digits.
     const bool number = std::ranges::all_of(piece.mid(sign ? 1 : 0), isDigit);
     return number ? piece.toLongLong() : 0;
 }

@@ -220,7 +220,7 @@ private slots:
         QCOMPARE(editor.session.finished, 0);
     }
 
-    // An assertion of the toolkit notices when somebody is told who is gone.
+    // An assertion of Qt notices when somebody is told who is gone.
     void aCaptureMayEndWhileItsScreenIsBeingDimmed()
     {
         FakeDesktop desktop;

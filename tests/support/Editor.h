@@ -17,7 +17,7 @@
 
 #include <cstring>
 
-// The toolkit rounds a translucent fill in more than one way.
+// Qt rounds a translucent fill in more than one way.
 inline bool alike(QRgb a, QRgb b)
 {
     const auto near = [](int x, int y) { return std::abs(x - y) <= 2; };

@@ -6,7 +6,7 @@
 
 // A mouse that moves in view points (y upwards) with fractions of them, as it
 // does on a dense screen. The widget's own position is rounded to whole points,
-// as the toolkit does it.
+// as Qt does it.
 class Mouse {
 public:
     explicit Mouse(QWidget &view, double height) : m_view(view), m_height(height) {}

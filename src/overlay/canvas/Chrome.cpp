@@ -55,7 +55,7 @@ void addDashes(QList<QLineF> &dashes, QPointF from, QPointF to, double travelled
     }
 }
 
-// Dash by dash: the toolkit's dashed pen shifts its pattern with the part of the
+// Dash by dash: Qt's dashed pen shifts its pattern with the part of the
 // screen that is repainted.
 void drawDashedFrame(QPainter &painter, const QRectF &selection)
 {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr qsizetype shortest = 8; // points
 
-// With one decimal. The toolkit's own conversion rounds halves of the decimal
+// With one decimal. Qt's own conversion rounds halves of the decimal
 // form, not of the number.
 QString rounded(double value)
 {

@@ -15,7 +15,7 @@ namespace {
 constexpr int margin = 14; // points
 const QString extension = QStringLiteral("png");
 
-// Tells files apart by their names alone. The toolkit's own provider opens every
+// Tells files apart by their names alone. Qt's own provider opens every
 // file of a folder to see what is in it, and waits where reading waits.
 class NameOnlyIcons final : public QFileIconProvider {
 public:

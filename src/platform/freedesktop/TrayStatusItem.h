@@ -14,7 +14,7 @@
 
 class SettingsPortal;
 
-// A tray icon that waits for its tray. The toolkit looks for one only once, at
+// A tray icon that waits for its tray. Qt looks for one only once, at
 // the first question, so that question is put off until a tray is there.
 class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT

@@ -33,7 +33,7 @@ struct Desk {
     QHash<QString, QRect> monitors = Xcb::monitors();
     QRect root = Xcb::rootArea();
 
-    // The toolkit's own rectangle is rounded to points, so the monitor's is asked
+    // Qt's own rectangle is rounded to points, so the monitor's is asked
     // for first. Empty when the screen is not there any more.
     [[nodiscard]] QRect place(const QScreen &screen) const
     {
@@ -88,7 +88,7 @@ QImage X11ScreenGrabber::grab(QScreen &screen, const QRect &area)
 {
     const auto format = SharedPictures::rootFormat();
     if (format == QImage::Format_Invalid) {
-        // A display of few colours; the toolkit knows how to read those.
+        // A display of few colours; Qt knows how to read those.
         return screen.grabWindow(0).toImage().convertToFormat(QImage::Format_RGB32);
     }
     QImage image = m_pictures.take(area, format);

@@ -58,7 +58,7 @@ void X11WindowPlacer::giveKeyboard(QWidget &window)
 
 QScreen *X11WindowPlacer::screenUnderPointer() const { return Xcb::screenUnderPointer(); }
 
-// A dialog that a part of the overlay opens, such as the toolkit's warning about
+// A dialog that a part of the overlay opens, such as Qt's warning about
 // a file that it cannot delete, would wait for an answer behind the overlays.
 bool X11WindowPlacer::eventFilter(QObject *watched, QEvent *event)
 {

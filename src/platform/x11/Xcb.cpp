@@ -64,7 +64,7 @@ bool selectionOwned(const QByteArray &name)
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-// The toolkit speaks to the first screen of the display only.
+// Qt speaks to the first screen of the display only.
 QByteArray perScreen(const char *prefix) { return QByteArray(prefix) + "_S0"; }
 
 QHash<QString, QRect> monitors()
@@ -89,7 +89,7 @@ QPoint pointer()
     return reply ? QPoint(reply->root_x, reply->root_y) : QPoint();
 }
 
-// The toolkit's own pointer position is in points, which overlap between screens of
+// Qt's own pointer position is in points, which overlap between screens of
 // different scale.
 QScreen *screenUnderPointer()
 {

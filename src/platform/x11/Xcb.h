@@ -37,12 +37,12 @@ using Reply = std::unique_ptr<T, Free>;
 [[nodiscard]] bool selectionOwned(const QByteArray &name);
 [[nodiscard]] QByteArray perScreen(const char *prefix);
 
-// The monitors by RandR name, which is the name of the toolkit's screen.
+// The monitors by RandR name, which is the name of Qt's screen.
 [[nodiscard]] QHash<QString, QRect> monitors();
 
 [[nodiscard]] QPoint pointer();
 
-// The toolkit's screen on the monitor that the pointer is on; null when it is on
+// Qt's screen on the monitor that the pointer is on; null when it is on
 // none.
 [[nodiscard]] QScreen *screenUnderPointer();
 
