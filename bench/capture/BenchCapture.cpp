@@ -1,7 +1,6 @@
 // What reading every screen costs on the display it runs on, beside copying as
 // many bytes from one place in memory to another and beside the toolkit's own
 // way of reading a screen.
-#include "platform/x11/OwnWindows.h"
 #include "platform/x11/X11ScreenGrabber.h"
 
 #include <benchmark/benchmark.h>
@@ -17,14 +16,14 @@ std::vector<ScreenShot> grabbed(X11ScreenGrabber &grabber) { return *QCoro::wait
 
 void capture(benchmark::State &state)
 {
-    X11ScreenGrabber grabber(std::make_shared<OwnWindows>());
+    X11ScreenGrabber grabber;
     for (auto _ : state)
         benchmark::DoNotOptimize(grabbed(grabber));
 }
 
 void copy(benchmark::State &state)
 {
-    X11ScreenGrabber grabber(std::make_shared<OwnWindows>());
+    X11ScreenGrabber grabber;
     const auto shots = grabbed(grabber);
     std::vector<QImage> copies;
     for (const ScreenShot &shot : shots)

@@ -3,11 +3,16 @@
 // Vellumora has to run already, its shortcut being Shift+Super+X.
 //
 //   latency shortcut X Y X Y   from the key press to the dimming of both pixels
+//   latency start X Y X Y PROGRAM   the same from the second start of the program
 //   latency drag X Y WIDTH     one step of a drag that ends WIDTH pixels further
 //   latency draw X Y WIDTH     the same for a rectangle drawn above 200 strokes
 //   latency loupe X Y WIDTH    the same for the eyedropper's loupe, at two pixels a point
 //
 // Prints the median and the 95th percentile in milliseconds.
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -16,6 +21,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -109,16 +115,25 @@ void type(std::uint8_t key)
 
 void escape() { type(keyEscape); }
 
-std::vector<double> timeShortcut(Pixel first, Pixel second)
+void startSecond(const char *program)
+{
+    pid_t child = 0;
+    const char *arguments[] = {program, "--capturar", nullptr};
+    posix_spawn(&child, program, nullptr, nullptr, const_cast<char **>(arguments), environ);
+}
+
+// Begin is what asks for the capture, end what has to be done once it is there.
+std::vector<double> timeCapture(Pixel first, Pixel second, const std::function<void()> &begin,
+                                const std::function<void()> &end)
 {
     const std::uint32_t plain[] = {colour(first), colour(second)};
     std::vector<double> times;
     for (int i = 0; i < rounds; ++i) {
         const auto start = Clock::now();
-        shortcut();
+        begin();
         times.push_back(
             waited(start, [&] { return colour(first) != plain[0] && colour(second) != plain[1]; }));
-        letGo();
+        end();
         std::this_thread::sleep_for(100ms); // the windows come to rest
         escape();
         waited(Clock::now(), [&] { return colour(first) == plain[0] && colour(second) == plain[1]; });
@@ -251,5 +266,11 @@ int main(int argc, char **argv)
         return report(timeLoupe(first, std::atoi(argv[4])));
     if (std::strcmp(argv[1], "drag") == 0)
         return report(timeDrag(first, std::atoi(argv[4])));
-    return argc > 5 ? report(timeShortcut(first, {std::atoi(argv[4]), std::atoi(argv[5])})) : EXIT_FAILURE;
+    if (argc < 6)
+        return EXIT_FAILURE;
+    const Pixel second{std::atoi(argv[4]), std::atoi(argv[5])};
+    if (std::strcmp(argv[1], "start") == 0 && argc > 6)
+        return report(timeCapture(
+            first, second, [&] { startSecond(argv[6]); }, [] { wait(nullptr); }));
+    return report(timeCapture(first, second, shortcut, letGo));
 }

@@ -1,7 +1,8 @@
 // What marks cost on a whole 4K screen, beside copying the screen's bytes: a
 // mosaic of all of it, made anew and repainted, and a stroke of many points.
 #include "base/ViewSpace.h"
-#include "overlay/Annotation.h"
+#include "marks/Annotation.h"
+#include "overlay/canvas/MarksLayer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -35,20 +36,22 @@ void draw(const Annotation &mark, QImage &onto)
 
 void pixelate(benchmark::State &state, bool anew)
 {
-    QImage frozen = screen();
     QImage canvas(pixels, QImage::Format_RGB32);
-    canvas.setDevicePixelRatio(scale);
-    Annotation::background = frozen;
+    Annotation::background = screen();
     Annotation::backgroundScale = scale;
     Annotation::viewHeight = view.height();
-    const Annotation mark(Tool::pixelate, Qt::red, 3, {{0, 0}, {1920, 1080}});
+    const ViewSpace space(view.size(), scale);
+    const std::vector marks{
+        std::make_shared<const Annotation>(Tool::pixelate, Qt::red, 3, QList<QPointF>{{0, 0}, {1920, 1080}})};
+    MarksLayer layer(space);
+    layer.follow(marks);
     for (auto _ : state) {
         if (anew) {
-            state.PauseTiming();
-            Annotation::background = frozen.copy(); // another picture to whoever keeps mosaics
-            state.ResumeTiming();
+            layer.follow({});
+            layer.follow(marks);
         }
-        draw(mark, canvas);
+        QPainter painter(&canvas);
+        layer.draw(painter, canvas.rect());
     }
 }
 

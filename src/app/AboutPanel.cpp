@@ -17,6 +17,8 @@ namespace {
 constexpr int iconSide = 96; // points
 constexpr double nameSize = 17;
 constexpr double textSize = 11;
+constexpr double gapSize = 6;
+constexpr int paragraphSpacing = 4;
 constexpr double secondaryOpacity = 0.65; // of the text colour
 constexpr double tertiaryOpacity = 0.35;
 
@@ -32,9 +34,17 @@ QString faded(double opacity)
 
 QString span(const QString &text, double opacity)
 {
-    QString html = text.toHtmlEscaped();
-    html.replace(u'\n', QStringLiteral("<br>"));
-    return QStringLiteral("<span style=\"color: %1\">%2</span>").arg(faded(opacity), html);
+    return QStringLiteral("<span style=\"color: %1\">%2</span>").arg(faded(opacity), text.toHtmlEscaped());
+}
+
+// An empty one is as high as a line of that size.
+QString paragraph(const QString &html, double size)
+{
+    return QStringLiteral(
+               "<p align=\"center\" style=\"margin-top: 0; margin-bottom: %1px; font-size: %2px\">%3</p>")
+        .arg(paragraphSpacing)
+        .arg(size)
+        .arg(html.isEmpty() ? QStringLiteral("&nbsp;") : html);
 }
 
 QString link(const QString &text, const QUrl &address)
@@ -93,11 +103,15 @@ QString credits()
 {
     const QString about = L10n::t(u"Capturas de pantalla rápidas.\nTus capturas no salen de tu ordenador.");
     const QString separator = QStringLiteral("\u00a0\u00a0\u00a0·\u00a0\u00a0\u00a0");
-    return QStringLiteral("<div align=\"center\">%1<br><br>%2%3%4"
-                          "<br><span style=\"font-size: 6px\"><br></span>%5</div>")
-        .arg(span(about, secondaryOpacity), link(L10n::web().host(), L10n::web()),
-             span(separator, tertiaryOpacity), link(L10n::t(u"Aviso legal"), L10n::legal()),
-             link(L10n::t(u"☕ Invítame a un café"), L10n::cafe()));
+    QString text;
+    for (const QString &line : about.split(u'\n'))
+        text += paragraph(span(line, secondaryOpacity), textSize);
+    text += paragraph({}, textSize);
+    text += paragraph(link(L10n::web().host(), L10n::web()) + span(separator, tertiaryOpacity)
+                          + link(L10n::t(u"Aviso legal"), L10n::legal()),
+                      textSize);
+    text += paragraph({}, gapSize);
+    return text + paragraph(link(L10n::t(u"☕ Invítame a un café"), L10n::cafe()), textSize);
 }
 
 } // namespace AboutPanel

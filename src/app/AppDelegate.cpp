@@ -6,8 +6,10 @@
 #include "capture/Capture.h"
 #include "capture/CaptureSession.h"
 #include "hotkey/Prefs.h"
+#include "hotkey/ShortcutForm.h"
 #include "l10n/L10n.h"
-#include "overlay/Printing.h"
+#include "overlay/output/Printing.h"
+#include "platform/Memory.h"
 #include "platform/Platform.h"
 #include "settings/SettingsWindow.h"
 #include "updater/UpdateKey.h"
@@ -24,6 +26,7 @@ namespace {
 
 constexpr auto menuCloses = 250ms; // so that the menu is not in the picture
 constexpr auto updateCheckAfter = 4s;
+constexpr auto captureIsGone = 1s; // with its windows and pictures
 
 } // namespace
 
@@ -37,13 +40,10 @@ AppDelegate::AppDelegate(Platform &platform, CommandLine commandLine)
 
 AppDelegate::~AppDelegate() = default;
 
-void AppDelegate::log(const QString &message) { Log::write(message); }
-
 void AppDelegate::prepareUpdater()
 {
     m_updater.busy = [this] { return m_session || m_capturing || Printing::isOpen(); };
-    // Quitting would first ask every window, and one could refuse.
-    m_updater.terminate = [] { QCoreApplication::exit(); };
+    m_updater.terminate = [this] { terminate(); };
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -56,6 +56,8 @@ void AppDelegate::applicationDidFinishLaunching()
     if (!m_platform.screens->accessGranted())
         m_platform.screens->requestAccess();
     if (!m_commandLine.anyMode)
+        m_updater.settle();
+    if (!m_commandLine.anyMode)
         QTimer::singleShot(updateCheckAfter, this, [this] { m_updater.check(Updater::Asked::byItself); });
     if (m_commandLine.capture)
         capture();
@@ -67,9 +69,9 @@ void AppDelegate::takeShortcut()
 {
     const Shortcut wanted = Prefs::shortcut();
     const bool taken = m_hotKey->registerShortcut(wanted);
-    log(QStringLiteral("registro de atajo %1 -> %2")
-            .arg(wanted.display(*m_platform.keyboard),
-                 taken ? QStringLiteral("OK") : QStringLiteral("FALLO")));
+    Log::write(QStringLiteral("registro de atajo %1 -> %2")
+                   .arg(ShortcutForm::display(wanted, *m_platform.keyboard),
+                        taken ? QStringLiteral("OK") : QStringLiteral("FALLO")));
     // Refused too, it leaves the program without a hot key; the menu still works.
     if (!taken)
         (void)m_hotKey->registerShortcut(Shortcut{});
@@ -83,12 +85,15 @@ void AppDelegate::buildStatusItem()
         .about = [this] { openAbout(); },
         .web = [this] { openWeb(); },
         .updates = [this] { checkUpdates(); },
-        .quit = [] { QCoreApplication::quit(); },
+        .quit = [this] { terminate(); },
     });
     m_menu->showIn(*m_platform.statusItem);
 }
 
-void AppDelegate::refreshMenuTitle() { m_menu->setShortcut(Prefs::shortcut().display(*m_platform.keyboard)); }
+void AppDelegate::refreshMenuTitle()
+{
+    m_menu->setShortcut(ShortcutForm::display(Prefs::shortcut(), *m_platform.keyboard));
+}
 
 void AppDelegate::captureFromMenu()
 {
@@ -99,7 +104,7 @@ void AppDelegate::hotKeyPressed()
 {
     if (m_settings && m_hotKey->shortcut() && m_settings->hearShortcut(*m_hotKey->shortcut()))
         return;
-    log(QStringLiteral("atajo pulsado"));
+    Log::write(QStringLiteral("atajo pulsado"));
     capture();
 }
 
@@ -119,28 +124,32 @@ QCoro::Task<void> AppDelegate::startCapture()
 {
     const QPointer<AppDelegate> alive(this);
     m_capturing = true;
-    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens);
+    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens, *m_platform.windows);
     if (!alive)
         co_return;
     m_capturing = false;
     if (!shots)
         askForPermission();
     if (!shots || shots->empty()) {
-        emit m_updater.captureEnded();
+        m_updater.captureEnded();
         co_return;
     }
     m_session = std::make_unique<CaptureSession>(*m_platform.windows, *m_platform.desktop);
     // The session reports its end from within one of its own windows' events.
     m_session->onFinish = [this] {
         m_session.release()->deleteLater();
-        emit m_updater.captureEnded();
+        m_updater.captureEnded();
+        QTimer::singleShot(captureIsGone, this, [] { Memory::giveBack(); });
     };
     m_session->start(*shots);
 }
 
 void AppDelegate::askForPermission()
 {
-    PermissionAlert::show([this] { m_platform.screens->openAccessSettings(); });
+    PermissionAlert::show([this] {
+        if (!m_platform.screens->openAccessSettings())
+            openWeb();
+    });
 }
 
 void AppDelegate::openSettings()
@@ -172,3 +181,13 @@ void AppDelegate::openAbout()
 void AppDelegate::openWeb() { m_platform.desktop->openWeb(L10n::web()); }
 
 void AppDelegate::checkUpdates() { m_updater.check(Updater::Asked::byUser); }
+
+void AppDelegate::terminate()
+{
+    if (m_settings)
+        m_settings->stopRecording();
+    if (m_session)
+        m_session->finish();
+    // Quitting would first ask every window, and one could refuse.
+    QCoreApplication::exit();
+}

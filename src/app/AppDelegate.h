@@ -35,7 +35,9 @@ public:
     void openWeb();
     void checkUpdates();
 
-    static void log(const QString &message);
+    // Ends the program, whatever is going on: gives keyboard and screens back and
+    // asks no window whether it wants to close.
+    void terminate();
 
 private:
     void takeShortcut();

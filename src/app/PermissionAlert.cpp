@@ -18,8 +18,9 @@ void show(const std::function<void()> &openSettings)
         open->setInformativeText(
             L10n::t(u"Actívalo en Ajustes del Sistema → Privacidad y seguridad → Grabación de pantalla y "
                     u"audio del sistema, y vuelve a abrir Vellumora."));
-        const auto *settings = open->addButton(L10n::t(u"Abrir Ajustes"), QMessageBox::AcceptRole);
+        auto *settings = open->addButton(L10n::t(u"Abrir Ajustes"), QMessageBox::AcceptRole);
         open->addButton(L10n::t(u"Cancelar"), QMessageBox::RejectRole);
+        open->setDefaultButton(settings); // whichever comes first on this desktop
         QObject::connect(settings, &QAbstractButton::clicked, open, openSettings);
         open->setAttribute(Qt::WA_DeleteOnClose);
     }

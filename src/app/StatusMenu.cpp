@@ -1,5 +1,6 @@
 #include "app/StatusMenu.h"
 
+#include "base/LiteralText.h"
 #include "l10n/L10n.h"
 #include "platform/StatusItem.h"
 
@@ -41,7 +42,5 @@ void StatusMenu::showIn(StatusItem &item) { item.show(m_menu); }
 
 void StatusMenu::setShortcut(const QString &display)
 {
-    // A single ampersand would underline what follows it.
-    m_capture->setText(L10n::t(u"Capturar") + QStringLiteral("   ")
-                       + QString(display).replace(u'&', QStringLiteral("&&")));
+    m_capture->setText(L10n::t(u"Capturar") + QStringLiteral("   ") + literalText(display));
 }

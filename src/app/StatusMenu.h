@@ -25,8 +25,6 @@ public:
     // The shortcut as it is displayed, such as "⇧⌘X".
     void setShortcut(const QString &display);
 
-    [[nodiscard]] const QMenu &menu() const { return m_menu; }
-
 private:
     // A menu whose shortcuts work while it is open; the toolkit only shows them.
     class Menu final : public QMenu {

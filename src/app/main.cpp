@@ -1,123 +1,32 @@
-#include "app/AppDelegate.h"
-#include "app/CommandLine.h"
-#include "app/SingleInstance.h"
-#include "l10n/L10n.h"
-#include "modes/DemoMode.h"
-#include "modes/HaloTestMode.h"
-#include "modes/SelfTestMode.h"
-#include "platform/Platform.h"
-#include "updater/Version.h"
+// The door. A second start only has to pass its wish on, and loading all that the
+// first one needs would take longer than what it asks for; so this file uses
+// nothing but the C++ library.
+#include "app/Program.h"
+#include "platform/SingleInstance.h"
 
-#include <QApplication>
-#include <QIcon>
-#include <QLibraryInfo>
-#include <QTimer>
-#include <QTranslator>
-
-#include <cstdio>
+#include <cstdlib>
 #include <optional>
+#include <string_view>
 
 namespace {
 
-constexpr int badUse = 2;
-
-QStringList argumentsOf(int argc, char **argv)
+// What is wanted of a running program, where it is as plain as that.
+std::optional<Wish> plainWish(int argc, char **argv)
 {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QString::fromLocal8Bit(argv[i]));
-    return arguments;
-}
-
-void say(FILE *stream, const QString &text) { std::fputs((text + u'\n').toLocal8Bit().constData(), stream); }
-
-// The status to end with at once, if there is nothing to run.
-std::optional<int> answeredAtOnce(const CommandLine &line)
-{
-    if (line.unknown) {
-        say(stderr, QStringLiteral("vellumora: unknown argument \"%1\"; --help says what there is")
-                        .arg(*line.unknown));
-        return badUse;
-    }
-    if (line.help)
-        say(stdout, CommandLine::helpText().trimmed());
-    else if (line.version)
-        say(stdout, QStringLiteral("Vellumora ") + Version::current());
-    else
-        return std::nullopt;
-    return EXIT_SUCCESS;
-}
-
-bool displayReady(const CommandLine &line)
-{
-    if (line.demo || line.haloTest) {
-        // The same pictures on every machine, and nothing comes up on its screens.
-        prepareOffscreen(DemoMode::scaleOfPass());
-        return true;
-    }
-    const auto problem = prepareDisplay();
-    if (problem)
-        say(stderr, QStringLiteral("vellumora: ") + *problem);
-    return !problem;
-}
-
-// The toolkit's own dialogs in the language of the rest.
-void translateToolkit(QTranslator &translator)
-{
-    const QString language = L10n::lang() == Lang::pt ? QStringLiteral("pt_BR") : L10n::code(L10n::lang());
-    if (translator.load(QStringLiteral("qtbase_") + language,
-                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&translator);
-}
-
-SingleInstance::Wish wishOf(const CommandLine &line)
-{
-    return line.capture ? SingleInstance::Wish::capture : SingleInstance::Wish::settings;
-}
-
-void serveOthers(SingleInstance &instance, AppDelegate &delegate)
-{
-    instance.onWish = [&delegate](SingleInstance::Wish wish) {
-        if (wish == SingleInstance::Wish::capture)
-            delegate.capture();
-        else
-            delegate.openSettings();
-    };
+    if (argc == 1)
+        return Wish::settings;
+    const std::string_view flag = argc == 2 ? argv[1] : "";
+    if (flag == "--capturar")
+        return Wish::capture;
+    return flag == "--ajustes" ? std::optional(Wish::settings) : std::nullopt;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const CommandLine line = CommandLine::parse(argumentsOf(argc, argv));
-    if (const auto status = answeredAtOnce(line))
-        return *status;
-    if (!displayReady(line))
-        return EXIT_FAILURE;
-    QApplication::setApplicationName(QStringLiteral("Vellumora"));
-    QApplication::setDesktopFileName(QStringLiteral("vellumora"));
-    QApplication application(argc, argv);
-    // A stroke is as true to the hand as the points that arrive; the toolkit switches this on
-    // as it starts.
-    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/vellumora/vellumora.svg")));
-
-    SingleInstance instance;
-    if (!line.anyMode && !instance.claim() && instance.passOn(wishOf(line)))
+    const auto wish = plainWish(argc, argv);
+    if (wish && handOver(*wish))
         return EXIT_SUCCESS;
-    Platform platform = makePlatform();
-    L10n::setPreferredLanguages(platform.desktop->preferredLanguages());
-    QTranslator toolkitTexts;
-    translateToolkit(toolkitTexts);
-    if (line.demo)
-        return DemoMode::run(line.demo->picture, line.demo->folder);
-    if (line.haloTest)
-        return HaloTestMode::run(line.haloTest->picture, line.haloTest->folder);
-    if (line.selfTest)
-        return SelfTestMode::run(platform, *line.selfTest);
-    AppDelegate delegate(platform, line);
-    serveOthers(instance, delegate);
-    QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
-    return QApplication::exec();
+    return runProgram(argc, argv);
 }

@@ -16,4 +16,11 @@ void setValue(QStringView key, const QVariant &value)
     settings.sync();
 }
 
+void remove(QStringView key)
+{
+    QSettings settings(QStringLiteral("Vellumora"), QStringLiteral("Vellumora"));
+    settings.remove(key.toString());
+    settings.sync();
+}
+
 } // namespace Defaults

@@ -12,10 +12,13 @@ inline constexpr QStringView shapeTipKey = u"pistaFiguras";
 inline constexpr QStringView keepStrokesKey = u"guardarTrazos";
 inline constexpr QStringView recentColorsKey = u"coloresRecientes";
 inline constexpr QStringView updateAddressKey = u"urlActualizacion";
+inline constexpr QStringView updateMarkKey = u"actualizacionEnCurso";
+inline constexpr QStringView putOffKey = u"actualizacionAplazada";
 
 // Invalid when nothing is stored.
 [[nodiscard]] QVariant value(QStringView key);
 // Written to disk at once. A store that cannot be written loses the value.
 void setValue(QStringView key, const QVariant &value);
+void remove(QStringView key);
 
 } // namespace Defaults

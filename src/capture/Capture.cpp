@@ -2,28 +2,25 @@
 
 #include "base/Log.h"
 #include "platform/ScreenGrabber.h"
+#include "platform/WindowPlacer.h"
 
-namespace {
-
-// A picture without pixels would leave a screen that cannot be worked on.
-bool usable(const ScreenShot &shot)
-{
-    return shot.screen && !shot.image.isNull() && shot.scale > 0 && !shot.pointSize.isEmpty();
-}
-
-} // namespace
+#include <algorithm>
 
 namespace Capture {
 
-QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrabber &grabber)
+QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrabber &grabber,
+                                                                      WindowPlacer &placer)
 {
-    auto shots = co_await grabber.grabScreens();
-    if (!shots) {
-        Log::write(QStringLiteral("captura -> FALLO"));
-        co_return std::nullopt;
-    }
-    std::erase_if(*shots, [](const ScreenShot &shot) { return !usable(shot); });
-    co_return shots;
+    placer.beginSession();
+    const auto shots = co_await grabber.grabScreens();
+    const auto failed = [](const ScreenShot &shot) { return shot.image.isNull(); };
+    const bool read = shots && std::ranges::none_of(*shots, failed);
+    if (!read || shots->empty())
+        placer.endSession();
+    if (read)
+        co_return shots;
+    Log::write(QStringLiteral("captura -> FALLO"));
+    co_return std::nullopt;
 }
 
 } // namespace Capture

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/ScreenShot.h"
+#include "base/ScreenShot.h"
 
 #include <QCoroTask>
 
@@ -8,12 +8,16 @@
 #include <vector>
 
 class ScreenGrabber;
+class WindowPlacer;
 
 // Still pictures of every screen.
 namespace Capture {
 
-// In the order of the system's screens; empty when none could be matched,
-// absent when the system refused or failed.
-[[nodiscard]] QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrabber &grabber);
+// Begins a session with the placer and reads the screens. Returns their pictures
+// in the order of the system's screens; none when no screen could be matched,
+// nothing when the system refused or failed, be it for one screen only. The
+// session goes on only when there are pictures.
+[[nodiscard]] QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrabber &grabber,
+                                                                                    WindowPlacer &placer);
 
 } // namespace Capture

@@ -9,6 +9,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -41,24 +42,35 @@ CaptureSession::~CaptureSession()
 
 void CaptureSession::start(const std::vector<ScreenShot> &shots)
 {
-    m_placer.beginSession();
-    for (const ScreenShot &shot : shots)
-        m_windows.push_back(std::make_unique<OverlayWindow>(shot, *this, m_desktop));
+    const QScreen *underPointer = m_placer.screenUnderPointer();
+    makeWindows(shots, underPointer);
     for (const auto &window : m_windows)
         m_placer.cover(*window, window->shotScreen());
     if (m_windows.empty())
         return;
     qApp->installEventFilter(this);
-    makeKey(windowUnderPointer());
+    makeKey(windowOn(underPointer));
     endWhenScreensChange();
 }
 
-OverlayWindow &CaptureSession::windowUnderPointer() const
+// The window of that screen comes last, because what is pixelated on any screen is
+// the picture of the view that was made last.
+void CaptureSession::makeWindows(const std::vector<ScreenShot> &shots, const QScreen *last)
 {
-    const QScreen *screen = m_placer.screenUnderPointer();
-    const auto under = std::ranges::find_if(
+    std::vector<size_t> order(shots.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_partition(order, [&](size_t i) { return shots[i].screen != last; });
+    m_windows.resize(shots.size());
+    for (const size_t i : order)
+        m_windows[i] = std::make_unique<OverlayWindow>(shots[i], *this, m_desktop);
+}
+
+// The first one where that screen has none.
+OverlayWindow &CaptureSession::windowOn(const QScreen *screen) const
+{
+    const auto found = std::ranges::find_if(
         m_windows, [&](const auto &window) { return &window->shotScreen() == screen; });
-    return under == m_windows.end() ? *m_windows.front() : **under;
+    return found == m_windows.end() ? *m_windows.front() : **found;
 }
 
 // Pictures of screens that are no longer there are of no use to anybody.

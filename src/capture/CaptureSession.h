@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/ScreenShot.h"
+#include "base/ScreenShot.h"
 #include "overlay/OverlaySession.h"
 
 #include <QObject>
@@ -27,7 +27,7 @@ public:
     std::function<void()> onFinish;
 
     // Covers every screen with its own picture and gives the keyboard to the
-    // one under the pointer.
+    // one under the pointer. The windows are in the order of the pictures.
     void start(const std::vector<ScreenShot> &shots);
 
     void selectionStarted(OverlayView &in) override;
@@ -42,7 +42,8 @@ protected:
 
 private:
     void makeKey(OverlayWindow &window);
-    [[nodiscard]] OverlayWindow &windowUnderPointer() const;
+    void makeWindows(const std::vector<ScreenShot> &shots, const QScreen *last);
+    [[nodiscard]] OverlayWindow &windowOn(const QScreen *screen) const;
     void endWhenScreensChange();
 
     WindowPlacer &m_placer;

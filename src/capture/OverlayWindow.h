@@ -1,6 +1,6 @@
 #pragma once
 
-#include "capture/ScreenShot.h"
+#include "base/ScreenShot.h"
 
 #include <QWidget>
 

@@ -1,6 +1,7 @@
 #include "halo/HaloMotion.h"
 
-#include <QEasingCurve>
+#include "base/Easing.h"
+
 #include <QPointF>
 
 #include <cmath>
@@ -10,21 +11,11 @@ namespace {
 constexpr double turnLasts = 7; // seconds
 constexpr double peak = 0.28;   // where in a pulse it is largest
 
-// The usual curves of animation: cubic Bézier curves from (0, 0) to (1, 1).
-double eased(QPointF first, QPointF second, double progress)
-{
-    QEasingCurve curve(QEasingCurve::BezierSpline);
-    curve.addCubicBezierSegment(first, second, {1, 1});
-    return curve.valueForProgress(progress);
-}
-
-double easeOut(double progress) { return eased({0, 0}, {0.58, 1}, progress); }
-double easeInOut(double progress) { return eased({0.42, 0}, {0.58, 1}, progress); }
-
 // From 0 up to 1 and down again.
 double bump(double progress)
 {
-    return progress < peak ? easeOut(progress / peak) : 1 - easeInOut((progress - peak) / (1 - peak));
+    return progress < peak ? Easing::out().valueForProgress(progress / peak)
+                           : 1 - Easing::inOut().valueForProgress((progress - peak) / (1 - peak));
 }
 
 } // namespace

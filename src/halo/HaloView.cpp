@@ -16,35 +16,6 @@ namespace {
 constexpr double smallest = 2; // points; a selection no larger has no glow
 constexpr int pixelsInPiece = 250'000;
 
-QRegion toPoints(const QRegion &pixels, double scale)
-{
-    QRegion points;
-    for (const QRect &rect : pixels)
-        points += QRectF(QPointF(rect.topLeft()) / scale, QSizeF(rect.size()) / scale).toAlignedRect();
-    return points;
-}
-
-// Only whole points.
-QRegion within(const QRegion &pixels, double scale)
-{
-    QRegion points;
-    for (const QRect &rect : pixels) {
-        const QPointF low = QPointF(rect.topLeft()) / scale;
-        const QPointF high = QPointF(rect.topLeft() + QPoint(rect.width(), rect.height())) / scale;
-        const QPoint first(qCeil(low.x()), qCeil(low.y()));
-        points += QRect(first, QPoint(qFloor(high.x()), qFloor(high.y())) - QPoint(1, 1));
-    }
-    return points;
-}
-
-QRegion toPixels(const QRegion &points, double scale)
-{
-    QRegion pixels;
-    for (const QRect &rect : points)
-        pixels += QRectF(QPointF(rect.topLeft()) * scale, QSizeF(rect.size()) * scale).toAlignedRect();
-    return pixels;
-}
-
 // Takes as much of the region away as is painted without being felt.
 QRegion takePiece(QRegion &region)
 {
@@ -64,7 +35,7 @@ QRegion takePiece(QRegion &region)
 } // namespace
 
 HaloView::HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion)
-    : m_space(size)
+    : m_space(size, scale)
     , m_scale(scale)
     , m_reduceMotion(std::move(reduceMotion))
 {
@@ -94,7 +65,7 @@ void HaloView::update(const std::optional<QRectF> &rect)
         HaloBand::Shape shape
             = m_band ? m_band->shape() : HaloBand::Shape{.opacity = HaloMotion::restOpacity};
         shape.selection = {down.topLeft() * m_scale, down.size() * m_scale};
-        shape.hole = m_space.toPixels(*rect, m_scale);
+        shape.hole = m_space.toPixels(*rect);
         shape.scale = m_scale;
         startSpin();
         if (m_band && m_band->shape() == shape)
@@ -135,7 +106,7 @@ void HaloView::pulse(Pulse kind)
     goOn();
 }
 
-QRect HaloView::screen() const { return m_space.toPixels(m_space.bounds(), m_scale); }
+QRect HaloView::screen() const { return m_space.toPixels(m_space.bounds()); }
 
 void HaloView::want(HaloPacing::Reason reason)
 {
@@ -169,7 +140,7 @@ void HaloView::askForFrame()
     if (piece.isEmpty())
         return m_pacing.drop();
     m_pacing.ask();
-    onFrame(toPoints(piece, m_scale));
+    onFrame(m_space.widgetPointsOf(piece));
 }
 
 void HaloView::beginFrame()
@@ -223,7 +194,7 @@ void HaloView::keepTiles()
     if (!m_ground.isNull())
         for (HaloTile &tile : m_tiles)
             tile.setGround(m_ground);
-    m_covered = m_ground.isNull() ? QRegion() : within(m_tinted, m_scale);
+    m_covered = m_ground.isNull() ? QRegion() : m_space.widgetPointsWithin(m_tinted);
     m_tilesOf = m_band->shape();
 }
 
@@ -232,7 +203,7 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
     if (m_band) {
         const Painting::Saved saved(painter);
         painter.scale(1 / m_scale, 1 / m_scale); // from here on in pixels
-        for (const QRect &pixels : toPixels(exposed, m_scale)) {
+        for (const QRect &pixels : m_space.pixelsOf(exposed)) {
             painter.setClipRect(pixels); // blended in rows, not span by span
             paint(painter, pixels);
         }

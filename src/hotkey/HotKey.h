@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hotkey/Shortcut.h"
+#include "platform/Shortcut.h"
 
 #include <functional>
 #include <optional>

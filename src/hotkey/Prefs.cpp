@@ -1,16 +1,20 @@
 #include "hotkey/Prefs.h"
 
 #include "base/Defaults.h"
+#include "hotkey/ShortcutForm.h"
 #include "platform/LoginItem.h"
 
 namespace Prefs {
 
 Shortcut shortcut()
 {
-    return Shortcut::fromJson(Defaults::value(Defaults::shortcutKey).toByteArray()).value_or(Shortcut{});
+    return ShortcutForm::fromJson(Defaults::value(Defaults::shortcutKey).toByteArray()).value_or(Shortcut{});
 }
 
-void setShortcut(const Shortcut &shortcut) { Defaults::setValue(Defaults::shortcutKey, shortcut.toJson()); }
+void setShortcut(const Shortcut &shortcut)
+{
+    Defaults::setValue(Defaults::shortcutKey, ShortcutForm::toJson(shortcut));
+}
 
 bool launchAtLogin(const LoginItem &item) { return item.enabled(); }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hotkey/Shortcut.h"
+#include "platform/Shortcut.h"
 
 class LoginItem;
 

@@ -76,6 +76,8 @@ Lang chooseLang(QStringView override, const QStringList &preferred)
     return Lang::en;
 }
 
+QString t(QStringView key, const QString &value) { return t(key).replace(QStringLiteral("%@"), value); }
+
 QUrl web() { return web(lang()); }
 QUrl web(Lang lang) { return QUrl(root() + segment(lang)); }
 QUrl legal() { return legal(lang()); }

@@ -14,9 +14,10 @@ enum class Lang { es, en, it, fr, de, pt };
 namespace L10n {
 
 // The text in the interface language. The key is the Spanish text itself, so a
-// key that has no translation still reads as a sentence. A "%@" is the caller's
-// to fill, after the look-up.
+// key that has no translation still reads as a sentence. A "%@" is filled with
+// the value after the look-up.
 [[nodiscard]] QString t(QStringView key);
+[[nodiscard]] QString t(QStringView key, const QString &value);
 [[nodiscard]] QString t(QStringView key, Lang lang);
 
 // Chosen at the first question and fixed from then on.

@@ -60,6 +60,8 @@ constexpr Text texts[] = {
     {u"No se pudo descargar o instalar (%@).", u"Couldn't download or install (%@).",
      u"Impossibile scaricare o installare (%@).", u"Impossible de télécharger ou d'installer (%@).",
      u"Laden oder Installieren nicht möglich (%@).", u"Não foi possível baixar ou instalar (%@)."},
+    {u"la ruta contiene %@", u"the path contains %@", u"il percorso contiene %@", u"le chemin contient %@",
+     u"der Pfad enthält %@", u"o caminho contém %@"},
 };
 
 } // namespace

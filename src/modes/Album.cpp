@@ -1,7 +1,7 @@
 #include "modes/Album.h"
 
 #include "modes/Console.h"
-#include "overlay/ImageFiles.h"
+#include "pictures/ImageFiles.h"
 
 #include <QSaveFile>
 

@@ -6,7 +6,7 @@
 #include "modes/Inputs.h"
 #include "modes/Stage.h"
 #include "modes/Strip.h"
-#include "overlay/Backdrop.h"
+#include "overlay/canvas/Backdrop.h"
 
 #include <QElapsedTimer>
 #include <QPainter>
@@ -67,7 +67,10 @@ private:
         QElapsedTimer since;
         since.start();
         QPainter painter(&m_canvas);
-        m_backdrop.draw(painter, m_selection, area);
+        const ViewSpace space(m_shot.pointSize, m_shot.scale);
+        painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // the screen below the glow is laid in pixels
+        m_backdrop.draw(painter, space.toNearestPixels(m_selection), space.pixelsOf(area));
+        painter.resetTransform();
         m_halo.draw(painter, area);
         m_times.push_back(double(since.nsecsElapsed()) * 1e-6);
     }

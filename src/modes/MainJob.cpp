@@ -70,7 +70,7 @@ bool MainJob::capture()
     }
     QElapsedTimer since;
     since.start();
-    const auto shots = QCoro::waitFor(Capture::captureAllScreens(*m_platform.screens));
+    const auto shots = QCoro::waitFor(Capture::captureAllScreens(*m_platform.screens, *m_platform.windows));
     const qint64 took = since.elapsed();
     if (!shots || shots->empty()) {
         m_report.missing(service, QStringLiteral("the display did not hand out a picture of any screen"));

@@ -2,12 +2,14 @@
 
 #include "base/Log.h"
 #include "hotkey/Prefs.h"
+#include "hotkey/ShortcutForm.h"
 #include "modes/Album.h"
 #include "modes/Console.h"
 #include "modes/Inputs.h"
 #include "modes/MainJob.h"
 #include "modes/Report.h"
 #include "modes/Stage.h"
+#include "platform/Ending.h"
 #include "platform/Platform.h"
 #include "updater/Updater.h"
 
@@ -55,7 +57,7 @@ void describeMachine(Report &report)
 void tryShortcut(Platform &platform, Report &report)
 {
     const QString service = QStringLiteral("shortcut");
-    const QString keys = Prefs::shortcut().display(*platform.keyboard);
+    const QString keys = ShortcutForm::display(Prefs::shortcut(), *platform.keyboard);
     if (platform.hotKeys->registerShortcut(Prefs::shortcut()))
         report.works(service, keys + QStringLiteral(" is free"));
     else
@@ -91,22 +93,17 @@ void trySound(Platform &platform, Report &report)
                        QStringLiteral("neither a sound server nor a sound card answers; copies are silent"));
 }
 
-// Switched on and off again where it is off: only then is it known to work.
 void tryLoginItem(Platform &platform, Report &report)
 {
     const QString service = QStringLiteral("login");
     if (platform.loginItem->enabled())
-        return report.works(service, QStringLiteral("Vellumora starts at login"));
-    platform.loginItem->enable();
-    const bool works = platform.loginItem->enabled();
-    platform.loginItem->disable();
-    if (works)
+        report.works(service, QStringLiteral("Vellumora starts at login"));
+    else if (platform.loginItem->canBeEnabled())
         report.works(service, QStringLiteral("could start at login; it is switched off"));
     else
-        report.missing(
-            service,
-            QStringLiteral(
-                "the autostart folder cannot be written: look at the rights of ~/.config/autostart"));
+        report.missing(service, QStringLiteral("the autostart folder cannot be written, or holds a "
+                                               "vellumora.desktop that starts something else: look at "
+                                               "~/.config/autostart"));
 }
 
 // Only a connection: nothing is asked and nothing is sent.
@@ -132,12 +129,21 @@ int run(Platform &platform, const QString &folder)
 {
     if (!Inputs::folderReady(folder))
         return EXIT_FAILURE;
+    bool interrupted = false;
+    Ending::onRequest([&interrupted] {
+        interrupted = true;
+        QCoreApplication::exit(EXIT_FAILURE);
+    });
     Report report;
     Album album(folder);
     describeMachine(report);
     const bool works = MainJob(platform, report, album).run();
     tryShortcut(platform, report);
     tryTray(platform, report);
+    if (interrupted) {
+        Console::complain(QStringLiteral("interrupted; what is said to be missing may be there"));
+        return EXIT_FAILURE;
+    }
     trySound(platform, report);
     tryLoginItem(platform, report);
     tryUpdateServer(report);

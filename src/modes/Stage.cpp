@@ -31,18 +31,17 @@ bool Stage::wait(const std::function<bool()> &condition)
     QElapsedTimer since;
     since.start();
     while (!condition()) {
-        if (since.elapsed() > patience)
+        if (since.elapsed() > patience || !linger(step))
             return false;
-        linger(step);
     }
     return true;
 }
 
-void Stage::linger(int milliseconds)
+bool Stage::linger(int milliseconds)
 {
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
+    return loop.exec() == 0;
 }
 
 QImage Stage::picture()

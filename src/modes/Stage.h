@@ -23,10 +23,12 @@ public:
     [[nodiscard]] QPointF at(double x, double y) const;
 
     void setMoving(bool moving) { m_desktop.moving = moving; }
-    // Handles events until the condition holds; false when it never does.
+    // Handles events until the condition holds; false when it never does, or when
+    // the program is to end.
     [[nodiscard]] static bool wait(const std::function<bool()> &condition);
 
-    static void linger(int milliseconds);
+    // Handles events for so long; false at once when the program is to end.
+    static bool linger(int milliseconds);
 
     // What is on the screen of any window, in device pixels.
     [[nodiscard]] static QImage pixelsOf(QWidget &window);

@@ -2,14 +2,13 @@
 
 #include "base/Painting.h"
 #include "base/Rect.h"
-#include "overlay/Cursors.h"
-#include "overlay/Loupe.h"
-#include "overlay/MarkFootprint.h"
 #include "overlay/OverlaySession.h"
-#include "overlay/Printing.h"
-#include "overlay/Rendering.h"
-#include "overlay/StrokeLog.h"
-#include "overlay/WidthPreview.h"
+#include "overlay/canvas/Loupe.h"
+#include "overlay/canvas/Rendering.h"
+#include "overlay/canvas/WidthPreview.h"
+#include "overlay/gestures/Cursors.h"
+#include "overlay/gestures/StrokeLog.h"
+#include "overlay/output/Printing.h"
 #include "platform/Desktop.h"
 #include "toolbar/Theme.h"
 
@@ -18,6 +17,7 @@
 #include <QTimer>
 #include <QtConcurrentRun>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace std::chrono_literals;
@@ -28,12 +28,26 @@ constexpr auto screensFrozen = 100ms; // all of them have been painted for the f
 constexpr auto copiedShows = 1s;
 constexpr auto copiedSeen = 350ms; // then the overlays close
 
+constexpr int bandHeight = 64; // device pixels
+
+// Pieces of which one is still in the processor's cache when it is painted upon
+// a second time.
+std::vector<QRegion> inBands(const QRegion &region)
+{
+    const QRect all = region.boundingRect();
+    std::vector<QRegion> bands;
+    for (int top = all.top(); top <= all.bottom(); top += bandHeight)
+        if (const QRegion band = region & QRect(all.left(), top, all.width(), bandHeight); !band.isEmpty())
+            bands.push_back(band);
+    return bands;
+}
+
 } // namespace
 
 OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desktop, QWidget *parent)
     : QWidget(parent)
     , m_shot(std::move(shot))
-    , m_space(m_shot.pointSize)
+    , m_space(m_shot.pointSize, m_shot.scale)
     , m_session(session)
     , m_desktop(desktop)
     , m_halo(m_shot.pointSize, m_shot.scale, [&desktop] { return desktop.reduceMotion(); })
@@ -44,12 +58,18 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     Annotation::background = m_shot.image;
     Annotation::backgroundScale = m_shot.scale;
     Annotation::viewHeight = m_shot.pointSize.height();
-    m_paintedChrome = Chrome::footprint(scene(), m_space);
+    update(m_damage.follow(scene(), {}));
     m_halo.onFrame = [this](const QRegion &area) { update(area); };
     m_drawing.onRest = [this](QPointF) { m_hold.armHold(); };
     m_hold.onSnapped = [this](const ShapeRecognizer::Result &shape) { snapped(shape); };
     m_hold.onMissed = [this] { StrokeLog::saveMissedStroke(m_state.current->points); };
-    m_fade.onFrame = [this](const QRectF &area) { touch(area); };
+    m_fade.onFrame = [this](const QRectF &area) {
+        touch(area);
+        if (!m_fade.running()) // the mark is among the others now
+            refresh();
+    };
+    m_text.onMark = [this] { refresh(); };
+    m_bars.mayAct = [this] { return !refusedByPanel(); };
     m_bars.onTool = [this](Tool tool) { toggleTool(tool); };
     m_bars.onCommand = [this](Command command) { run(command); };
     m_bars.onColor = [this](const QColor &color) { setColor(color); };
@@ -84,7 +104,9 @@ void OverlayView::dimWhole()
 std::optional<QImage> OverlayView::renderSelection()
 {
     m_text.commitText();
-    return Rendering::renderSelection(m_state, m_shot);
+    m_fade.stop();
+    refresh();
+    return Rendering::renderSelection(m_state, m_shot, m_marks);
 }
 
 void OverlayView::copyImage()
@@ -104,6 +126,7 @@ void OverlayView::copied()
 
 void OverlayView::saveImage()
 {
+    m_bars.closePalette();
     if (const auto picture = renderSelection())
         m_output.save(*picture);
     else
@@ -130,10 +153,8 @@ void OverlayView::undo()
 {
     if (m_text.isOpen())
         return m_text.discard();
-    const QRegion before
-        = m_state.annotations.empty() ? QRegion() : MarkFootprint::of(*m_state.annotations.back(), m_space);
-    if (const AnnotationPtr mark = m_state.undoLast())
-        update(before + MarkFootprint::of(*mark, m_space));
+    if (m_state.undoLast())
+        refresh();
 }
 
 void OverlayView::cancel()
@@ -149,6 +170,7 @@ void OverlayView::toggleTool(Tool tool)
     m_text.commitText();
     m_state.tool = m_state.tool == tool ? std::nullopt : std::optional(tool);
     m_bars.followState();
+    sampleWidth(false);
     followPointer();
 }
 
@@ -157,6 +179,7 @@ void OverlayView::setColor(const QColor &color)
     m_state.color = color;
     m_text.followState();
     m_bars.followState();
+    sampleWidth(false);
 }
 
 void OverlayView::setLineWidth(double width)
@@ -174,7 +197,6 @@ void OverlayView::discardSelection()
     m_hold.cancel();
     m_halo.setPaused(false);
     m_drawing.discard();
-    m_underlay.forget();
     m_selectionDrag.cancel();
     if (m_eyedropper.picking())
         stopPicking();
@@ -189,7 +211,7 @@ void OverlayView::followPointer()
 }
 
 // Asks for a new picture of a part of the view, in view points.
-void OverlayView::touch(const QRectF &area) { update(m_space.toWidget(grown(area, 1)).toAlignedRect()); }
+void OverlayView::touch(const QRectF &area) { update(m_space.around(area, 1)); }
 
 Chrome::Scene OverlayView::scene() const
 {
@@ -199,24 +221,30 @@ Chrome::Scene OverlayView::scene() const
             .justCopied = !m_copied.hasExpired()};
 }
 
-// Repaints what the change made different and nothing else: on a large screen a
-// whole repaint would be felt in every step of a drag.
+// Repaints what a change of the state has made different, and nothing else.
 void OverlayView::refresh()
 {
+    endStaleFade();
     m_halo.update(m_state.selection);
-    const QRegion chrome = Chrome::footprint(scene(), m_space);
-    const auto area = [&](const std::optional<QRectF> &selection) {
-        return selection ? QRegion(m_space.toWidget(*selection).toAlignedRect()) : QRegion();
-    };
-    const bool marksMoved = !m_state.annotations.empty() && m_paintedSelection && m_state.selection
-                            && m_paintedSelection->size() == m_state.selection->size()
-                            && *m_paintedSelection != *m_state.selection;
-    const QRegion before = area(m_paintedSelection);
-    const QRegion now = area(m_state.selection);
-    update(m_paintedChrome + chrome + (marksMoved ? before + now : before.xored(now)));
-    m_paintedChrome = chrome;
-    m_paintedSelection = m_state.selection;
+    update(m_damage.follow(scene(), followMarks()));
     placeBars();
+}
+
+// A mark that was moved, undone or taken over is drawn like the others.
+void OverlayView::endStaleFade()
+{
+    const auto fades = [this](const AnnotationPtr &mark) { return m_fade.draws(*mark); };
+    const bool inHand = m_state.current && m_fade.draws(*m_state.current);
+    if (!inHand && std::ranges::none_of(m_state.annotations, fades))
+        m_fade.stop();
+}
+
+// Returns on which pixels the finished marks look different.
+QRegion OverlayView::followMarks()
+{
+    std::vector<AnnotationPtr> marks = m_state.drawOrder();
+    std::erase_if(marks, [this](const AnnotationPtr &mark) { return m_fade.draws(*mark); });
+    return m_marks.follow(marks);
 }
 
 // Not while the loupe shows, which is above everything. The sample of the width
@@ -234,42 +262,46 @@ void OverlayView::placeBars()
 void OverlayView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    m_backdrop.draw(painter, m_state.selection, event->region() - m_halo.covered());
+    drawScreen(painter, m_space.pixelsOf(event->region() - m_halo.covered()));
     m_halo.draw(painter, event->region());
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)
-        drawMarks(painter, event->region());
-    Chrome::draw(painter, scene());
+        drawInHand(painter, event->region());
+    Chrome::draw(painter, scene(), m_space.fromWidget(QRectF(event->rect())));
     if (const auto at = m_eyedropper.pickPoint())
         Loupe::draw(painter, m_shot, *at);
 }
 
-// Marks never show outside the selection.
-void OverlayView::drawMarks(QPainter &painter, const QRegion &exposed)
+// The frozen screen and the finished marks, which never show outside the selection.
+void OverlayView::drawScreen(QPainter &painter, const QRegion &exposed)
+{
+    const Painting::Saved saved(painter);
+    painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
+    if (!m_state.selection)
+        return m_backdrop.draw(painter, {}, exposed);
+    const QRect selected = m_space.toNearestPixels(*m_state.selection);
+    const QRegion hidden = hiddenByMosaics() & selected;
+    for (const QRegion &band : inBands(exposed)) {
+        m_backdrop.draw(painter, selected, band - hidden);
+        m_marks.draw(painter, band & selected);
+    }
+}
+
+QRegion OverlayView::hiddenByMosaics() const
+{
+    QRegion hidden = m_marks.covered();
+    if (m_state.current && m_state.current->tool == Tool::pixelate && !Mosaic(*m_state.current).isNull())
+        hidden += Mosaic::covered(m_space.toDevice(m_state.current->rectFromPoints()));
+    return hidden;
+}
+
+void OverlayView::drawInHand(QPainter &painter, const QRegion &exposed)
 {
     const Painting::Saved saved(painter);
     painter.setClipRect(*m_state.selection, Qt::IntersectClip);
     const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
-    drawFinished(painter, exposed);
     if (m_fade.running())
         m_fade.draw(painter, part);
-    if (m_state.current && !m_fade.draws(m_state.current))
+    if (m_state.current && !m_fade.draws(*m_state.current))
         m_state.current->draw(painter, part);
-}
-
-// The painter counts in view points.
-void OverlayView::drawFinished(QPainter &painter, const QRegion &exposed)
-{
-    std::vector<AnnotationPtr> marks = m_state.drawOrder();
-    std::erase_if(marks, [this](const AnnotationPtr &mark) { return m_fade.draws(mark); });
-    if (m_state.current && !marks.empty()) {
-        const Painting::Saved saved(painter);
-        painter.setTransform(m_space.upwards(), true); // flipped back
-        return m_underlay.draw(painter, *m_state.selection, marks, exposed);
-    }
-    m_underlay.forget();
-    const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
-    for (const AnnotationPtr &mark : marks)
-        if (exposed.intersects(MarkFootprint::of(*mark, m_space)))
-            mark->draw(painter, part);
 }

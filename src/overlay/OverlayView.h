@@ -1,23 +1,24 @@
 #pragma once
 
+#include "base/ScreenShot.h"
 #include "base/ViewSpace.h"
-#include "capture/ScreenShot.h"
 #include "halo/HaloView.h"
-#include "overlay/Backdrop.h"
-#include "overlay/Chrome.h"
-#include "overlay/DrawingInput.h"
-#include "overlay/EditorState.h"
-#include "overlay/Eyedropper.h"
-#include "overlay/HoldToSnap.h"
-#include "overlay/KeyCommands.h"
-#include "overlay/Notice.h"
-#include "overlay/Output.h"
-#include "overlay/SelectionDrag.h"
-#include "overlay/SnapFade.h"
-#include "overlay/TextEditing.h"
-#include "overlay/ToolBars.h"
-#include "overlay/Underlay.h"
-#include "overlay/WheelSteps.h"
+#include "marks/EditorState.h"
+#include "overlay/bars/ToolBars.h"
+#include "overlay/canvas/Backdrop.h"
+#include "overlay/canvas/Chrome.h"
+#include "overlay/canvas/Damage.h"
+#include "overlay/canvas/MarksLayer.h"
+#include "overlay/canvas/Notice.h"
+#include "overlay/canvas/SnapFade.h"
+#include "overlay/gestures/DrawingInput.h"
+#include "overlay/gestures/Eyedropper.h"
+#include "overlay/gestures/HoldToSnap.h"
+#include "overlay/gestures/KeyCommands.h"
+#include "overlay/gestures/SelectionDrag.h"
+#include "overlay/gestures/WheelSteps.h"
+#include "overlay/output/Output.h"
+#include "overlay/text/TextEditing.h"
 
 #include <QDeadlineTimer>
 #include <QFutureWatcher>
@@ -78,6 +79,7 @@ private:
     void startDrawing(QPointF at);
     void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
     void finishDrawing();
+    void endGesture(QPointF at);
     void snapped(const ShapeRecognizer::Result &shape);
     void offerShapeHint();
     void moveLoupe(QPointF to);
@@ -86,10 +88,15 @@ private:
     void showWidth(QPointF at);
     void leave();
     void pressOutside(QPointF at);
+    [[nodiscard]] bool refusedByPanel();
     void obey(const KeyCommands::Meaning &meaning);
     void run(Command command);
-    void drawMarks(QPainter &painter, const QRegion &exposed);
-    void drawFinished(QPainter &painter, const QRegion &exposed);
+    void drawScreen(QPainter &painter, const QRegion &exposed);
+    void drawInHand(QPainter &painter, const QRegion &exposed);
+    [[nodiscard]] QRegion hiddenByMosaics() const;
+    void endStaleFade();
+    [[nodiscard]] QRegion followMarks();
+    void sampleWidth(bool anew);
     void dimWhole();
     void copied();
     void refresh();
@@ -103,7 +110,8 @@ private:
     const ViewSpace m_space;
     Backdrop m_backdrop{m_shot};
     QFutureWatcher<QImage> m_dimming;
-    Underlay m_underlay{m_shot};
+    MarksLayer m_marks{m_space};
+    Damage m_damage{m_space};
     OverlaySession &m_session;
     Desktop &m_desktop;
 
@@ -122,7 +130,5 @@ private:
     Output m_output;
     QPointF m_pointer;          // where it was last
     QDeadlineTimer m_copied{0}; // until when the feedback shows
-
-    std::optional<QRectF> m_paintedSelection; // as it is on the screen
-    QRegion m_paintedChrome;
+    QPointF m_sampleAt;         // beside which the width is sampled
 };

@@ -2,15 +2,18 @@
 
 #include "base/Log.h"
 #include "base/Overloaded.h"
-#include "overlay/Cursors.h"
-#include "overlay/Loupe.h"
-#include "overlay/MarkFootprint.h"
+#include "base/Rect.h"
+#include "marks/Kinds.h"
+#include "marks/MarkFootprint.h"
+#include "marks/SelectionGeometry.h"
 #include "overlay/OverlaySession.h"
-#include "overlay/ScreenPixels.h"
-#include "overlay/SelectionGeometry.h"
-#include "overlay/ShapeHint.h"
-#include "overlay/WidthPreview.h"
+#include "overlay/canvas/Loupe.h"
+#include "overlay/canvas/ScreenPixels.h"
+#include "overlay/canvas/ShapeHint.h"
+#include "overlay/canvas/WidthPreview.h"
+#include "overlay/gestures/Cursors.h"
 #include "platform/Desktop.h"
+#include "platform/KeyCodes.h"
 #include "toolbar/RecentColors.h"
 
 #include <QKeyEvent>
@@ -25,13 +28,6 @@ namespace {
 
 constexpr auto widthShows = 1200ms;
 constexpr auto tipShows = 3s;
-
-constexpr std::uint32_t scanCodeOffset = 8; // the native scan code is the kernel's key code plus this
-
-std::uint32_t evdevCode(const QKeyEvent &event)
-{
-    return event.nativeScanCode() > scanCodeOffset ? event.nativeScanCode() - scanCodeOffset : 0;
-}
 
 } // namespace
 
@@ -49,8 +45,8 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    if (m_output.panelOpen())
-        return m_desktop.beep();
+    if (refusedByPanel())
+        return;
     const QPointF at = m_pointer = pointOf(*event);
     if (m_eyedropper.picking())
         return takeColor(at);
@@ -66,6 +62,14 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
     else
         pressOutside(at);
     refresh();
+}
+
+// An open save panel waits for its answer first.
+bool OverlayView::refusedByPanel()
+{
+    if (m_output.panelOpen())
+        m_desktop.beep();
+    return m_output.panelOpen();
 }
 
 void OverlayView::pressInside(QPointF at)
@@ -91,19 +95,21 @@ void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
     const Annotation &mark = *m_state.current;
     const bool freehand = isFreehand(mark.tool);
     const QRegion before = freehand ? QRegion() : MarkFootprint::of(mark, m_space);
-    m_bars.fadeBar(SelectionGeometry::clamped(to, *m_state.selection));
+    m_bars.fadeBar(clamped(to, *m_state.selection));
     m_drawing.extend(to, modifiers.testFlag(Qt::ShiftModifier));
+    if (freehand)
+        m_marks.prepareFor(mark);
     update(before + (freehand ? MarkFootprint::ofLastStep(mark, m_space) : MarkFootprint::of(mark, m_space)));
 }
 
 // The stroke has become a shape while the button is still down.
 void OverlayView::snapped(const ShapeRecognizer::Result &shape)
 {
-    const AnnotationPtr &mark = m_state.current;
+    const Annotation &mark = *m_state.current;
     m_drawing.setSnapped();
     Log::write(QStringLiteral("figura: ") + QString::fromStdString(shape.name));
     m_desktop.hapticTick();
-    touch(SnapFade::area(*mark));
+    touch(SnapFade::area(mark));
     if (!m_desktop.reduceMotion())
         m_fade.start(mark);
 }
@@ -150,24 +156,31 @@ void OverlayView::mouseMoveEvent(QMouseEvent *event)
     const QPointF at = m_pointer = pointOf(*event);
     if (m_eyedropper.picking())
         return moveLoupe(at);
-    if (m_drawing.active())
-        return continueDrawing(SelectionGeometry::clamped(at, m_state.bounds), event->modifiers());
-    if (!m_selectionDrag.active())
+    if (!m_drawing.active() && !m_selectionDrag.active())
         return followPointer();
-    m_selectionDrag.drag(SelectionGeometry::clamped(at, m_state.bounds));
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return endGesture(at); // its release went to somebody else
+    const QPointF inside = clamped(at, m_state.bounds);
+    if (m_drawing.active())
+        return continueDrawing(inside, event->modifiers());
+    m_selectionDrag.drag(inside);
     refresh();
 }
 
 void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
+    if (event->button() == Qt::LeftButton)
+        endGesture(pointOf(*event));
+}
+
+void OverlayView::endGesture(QPointF at)
+{
     if (m_drawing.active())
         finishDrawing();
     else if (m_selectionDrag.release())
         m_halo.pulse(Pulse::gentle);
     m_bars.fadeBar(std::nullopt);
-    m_pointer = pointOf(*event);
+    m_pointer = at;
     followPointer();
     refresh();
 }
@@ -222,7 +235,7 @@ void OverlayView::wheelEvent(QWheelEvent *event)
     event->accept();
     m_pointer = pointOf(*event);
     const auto step = m_wheel.turned(event->angleDelta().y());
-    if (!step || !m_state.selection)
+    if (!step || !m_state.selection || m_output.panelOpen())
         return;
     setLineWidth(KeyCommands::nextLineWidth(m_state.lineWidth, *step));
     showWidth(m_pointer);
@@ -230,17 +243,30 @@ void OverlayView::wheelEvent(QWheelEvent *event)
 
 void OverlayView::showWidth(QPointF at)
 {
+    m_sampleAt = at;
     if (m_bars.barShows())
-        m_widthSample.present(WidthPreview::panel(m_state, at), widthShows,
-                              [this, at](QPainter &painter) { WidthPreview::draw(painter, m_state, at); });
+        sampleWidth(true);
+}
+
+// A sample that shows already follows tool and colour for as long as it shows.
+void OverlayView::sampleWidth(bool anew)
+{
+    const auto draw = [this](QPainter &painter) { WidthPreview::draw(painter, m_state, m_sampleAt); };
+    const QRectF panel = WidthPreview::panel(m_state, m_sampleAt);
+    if (anew)
+        m_widthSample.present(panel, widthShows, draw);
+    else if (m_widthSample.isVisible())
+        m_widthSample.replace(panel, draw);
 }
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
-    const auto key = KeyCommands::latinKey(static_cast<Qt::Key>(event->key()), evdevCode(*event));
+    const auto key
+        = KeyCommands::latinKey(static_cast<Qt::Key>(event->key()), KeyCodes::evdevOf(*event).value_or(0));
     const auto meaning
         = KeyCommands::meaning(QKeyCombination(event->modifiers(), key), m_state.selection.has_value());
-    if (meaning && !event->isAutoRepeat())
+    const bool goesOn = meaning == KeyCommands::Meaning(Command::undo); // for as long as its key is held
+    if (meaning && (goesOn || !event->isAutoRepeat()))
         obey(*meaning);
     else
         QWidget::keyPressEvent(event);

@@ -1,5 +1,7 @@
 #include "platform/KeyCodes.h"
 
+#include <QKeyEvent>
+
 #include <algorithm>
 
 namespace {
@@ -128,6 +130,12 @@ const Row *rowWith(std::uint32_t Row::*field, std::uint32_t value)
 } // namespace
 
 namespace KeyCodes {
+
+std::optional<std::uint32_t> evdevOf(const QKeyEvent &event)
+{
+    const std::uint32_t code = event.nativeScanCode();
+    return code > nativeOffset ? std::optional(code - nativeOffset) : std::nullopt;
+}
 
 std::optional<std::uint32_t> toEvdev(std::uint32_t keyCode)
 {

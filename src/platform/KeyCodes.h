@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+class QKeyEvent;
+
 // The one table between three ways of naming a key's position: the virtual key
 // codes of the saved shortcut, the kernel's evdev codes, and Qt's keys as a US
 // keyboard types them.
@@ -15,6 +17,11 @@ inline constexpr std::uint32_t tabKey = 48;
 inline constexpr std::uint32_t spaceKey = 49;
 inline constexpr std::uint32_t escapeKey = 53;
 inline constexpr std::uint32_t keypadEnterKey = 76;
+
+// A display's key code is the kernel's plus this.
+inline constexpr std::uint32_t nativeOffset = 8;
+// Returns the evdev code of the key that was pressed; absent when the event does not tell.
+[[nodiscard]] std::optional<std::uint32_t> evdevOf(const QKeyEvent &event);
 
 // Absent for a code that no keyboard here has.
 [[nodiscard]] std::optional<std::uint32_t> toEvdev(std::uint32_t keyCode);

@@ -9,4 +9,8 @@ public:
     [[nodiscard]] virtual bool enabled() const = 0;
     virtual void enable() = 0;
     virtual void disable() = 0;
+
+    // Whether enabling would work. It is tried out beside the state, which stays
+    // as it is.
+    [[nodiscard]] virtual bool canBeEnabled() = 0;
 };

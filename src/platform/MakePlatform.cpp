@@ -1,10 +1,13 @@
 #include "platform/Platform.h"
+#include "platform/SingleInstance.h"
 
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/BundleInstaller.h"
+#include "platform/freedesktop/BusInstance.h"
 #include "platform/freedesktop/FreedesktopDesktop.h"
 #include "platform/freedesktop/SessionBus.h"
 #include "platform/freedesktop/SettingsPortal.h"
+#include "platform/freedesktop/SocketInstance.h"
 #include "platform/freedesktop/StatusNotifierHost.h"
 #include "platform/freedesktop/TrayStatusItem.h"
 #include "platform/none/NoServices.h"
@@ -63,16 +66,17 @@ bool imaginaryDisplay()
 
 Platform makeX11Platform()
 {
-    const auto ownWindows = std::make_shared<OwnWindows>();
     const auto settings = std::make_shared<SettingsPortal>();
+    auto recorder = std::make_unique<X11KeyboardGrab>();
+    auto hotKeys = std::make_unique<X11HotKeys>(*recorder);
     std::vector<std::unique_ptr<TrayHost>> trays;
     trays.push_back(std::make_unique<StatusNotifierHost>());
     trays.push_back(std::make_unique<XembedHost>());
-    return {.screens = std::make_unique<X11ScreenGrabber>(ownWindows),
-            .windows = std::make_unique<X11WindowPlacer>(ownWindows),
-            .hotKeys = std::make_unique<X11HotKeys>(),
+    return {.screens = std::make_unique<X11ScreenGrabber>(),
+            .windows = std::make_unique<X11WindowPlacer>(std::make_shared<OwnWindows>()),
+            .keyboardGrab = std::move(recorder),
+            .hotKeys = std::move(hotKeys),
             .keyboard = std::make_unique<XkbKeyboardLayout>(),
-            .keyboardGrab = std::make_unique<X11KeyboardGrab>(),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
             .desktop = std::make_unique<FreedesktopDesktop>(settings),
@@ -85,6 +89,11 @@ Platform makePlatform()
 {
     const bool onX11 = QGuiApplication::platformName() == u"xcb";
     return onX11 && forced() != u"none" ? makeX11Platform() : makeNoPlatform();
+}
+
+std::unique_ptr<SingleInstance> makeSingleInstance()
+{
+    return std::make_unique<BusInstance>(std::make_unique<SocketInstance>());
 }
 
 std::optional<QString> prepareDisplay()

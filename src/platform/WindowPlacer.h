@@ -9,7 +9,8 @@ class WindowPlacer {
 public:
     virtual ~WindowPlacer() = default;
 
-    // Remembers who has the keyboard now. Before the first overlay is shown.
+    // Hides this program's own windows and remembers who has the keyboard. To be
+    // called before the screens are read.
     virtual void beginSession() = 0;
 
     // Shows the window borderless, above everything, over the whole screen and
@@ -22,8 +23,8 @@ public:
     // The screen under the pointer; null when the pointer is on none.
     [[nodiscard]] virtual QScreen *screenUnderPointer() const = 0;
 
-    // Gives the keyboard back to whom it was taken from. To be called while the
-    // overlays still show, or some window managers focus nobody. Harmless when
-    // no session is open.
+    // Gives the keyboard back to whom it was taken from and shows the own windows
+    // again. To be called while the overlays still show, or some window managers
+    // focus nobody. Harmless when no session is open.
     virtual void endSession() = 0;
 };

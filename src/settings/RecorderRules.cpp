@@ -1,7 +1,7 @@
 #include "settings/RecorderRules.h"
 
-#include "hotkey/Shortcut.h"
 #include "platform/KeyCodes.h"
+#include "platform/Shortcut.h"
 
 #include <QKeyEvent>
 
@@ -10,8 +10,6 @@
 #include <utility>
 
 namespace {
-
-constexpr std::uint32_t scanCodeOffset = 8; // of the display's key codes over the kernel's
 
 // The function keys and the keys of their block: on their own they type nothing.
 constexpr std::uint32_t firstLoneKey = 96;
@@ -52,10 +50,10 @@ std::optional<std::uint32_t> keyCodeOf(const QKeyEvent &event)
     // Wherever the layout has put it, or there would be no way out by the keyboard.
     if (event.key() == Qt::Key_Escape)
         return KeyCodes::escapeKey;
-    const std::uint32_t code = event.nativeScanCode();
-    if (code < scanCodeOffset || std::ranges::find(modifierKeys, event.key()) != modifierKeys.end())
+    const auto position = KeyCodes::evdevOf(event);
+    if (!position || std::ranges::find(modifierKeys, event.key()) != modifierKeys.end())
         return std::nullopt;
-    return KeyCodes::fromEvdev(code - scanCodeOffset);
+    return KeyCodes::fromEvdev(*position);
 }
 
 std::uint64_t modifiersOf(Qt::KeyboardModifiers modifiers)

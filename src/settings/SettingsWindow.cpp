@@ -2,6 +2,7 @@
 
 #include "base/Fonts.h"
 #include "hotkey/Prefs.h"
+#include "hotkey/ShortcutForm.h"
 #include "l10n/L10n.h"
 #include "platform/Desktop.h"
 #include "settings/LabelColors.h"
@@ -165,7 +166,7 @@ void SettingsWindow::showStatus(Status status)
         m_status->setText(refusal());
     else
         m_status->setText(
-            L10n::t(u"Guardado: %@").replace(u"%@"_qs, Prefs::shortcut().display(m_services.layout)));
+            L10n::t(u"Guardado: %@", ShortcutForm::display(Prefs::shortcut(), m_services.layout)));
     m_recorder->setAccessibleDescription(m_status->text());
     recolour();
 }

@@ -1,6 +1,8 @@
 #include "settings/ShortcutRecorder.h"
 
 #include "base/Fonts.h"
+#include "base/LiteralText.h"
+#include "hotkey/ShortcutForm.h"
 #include "l10n/L10n.h"
 #include "platform/KeyboardGrab.h"
 #include "settings/RecorderRules.h"
@@ -92,9 +94,8 @@ void ShortcutRecorder::showShortcut(const Shortcut &shortcut)
 
 void ShortcutRecorder::showTitle()
 {
-    const QString title = m_recording ? prompt() : m_shortcut.display(m_layout);
-    // A single ampersand would underline what follows it.
-    setText(QString(title).replace(u'&', QStringLiteral("&&")));
+    const QString title = m_recording ? prompt() : ShortcutForm::display(m_shortcut, m_layout);
+    setText(literalText(title));
     setAccessibleName(L10n::t(u"Atajo para capturar") + QStringLiteral(": ") + title);
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "shapes/ShapeRecognizer.h"
+#include "shapes/Result.h"
+
+#include <optional>
+#include <span>
 
 namespace ShapeRecognizer {
 

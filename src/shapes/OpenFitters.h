@@ -1,6 +1,9 @@
 #pragma once
 
-#include "shapes/ShapeRecognizer.h"
+#include "shapes/Result.h"
+
+#include <optional>
+#include <span>
 
 // Open shapes of straight lines. The points are the stroke, evenly spaced; diag
 // is the diagonal of its bounding box.

@@ -1,4 +1,5 @@
-#include "shapes/ShapeRecognizer.h"
+#include "shapes/Resample.h"
+
 #include "shapes/StrokeGeometry.h"
 #include "shapes/Vectors.h"
 

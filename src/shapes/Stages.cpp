@@ -6,6 +6,7 @@
 #include "shapes/OpenFitters.h"
 #include "shapes/Polygon.h"
 #include "shapes/Quadrilaterals.h"
+#include "shapes/Resample.h"
 #include "shapes/Star.h"
 #include "shapes/StrokeGeometry.h"
 #include "shapes/Templates.h"

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "shapes/ShapeRecognizer.h"
+#include "shapes/Result.h"
+
+#include <optional>
+#include <span>
 
 // The two ways to look at a stroke. Both take its points and the diagonal of its
 // bounding box; the first recogniser that accepts decides.

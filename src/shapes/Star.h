@@ -1,7 +1,10 @@
 #pragma once
 
 #include "shapes/Corners.h"
-#include "shapes/ShapeRecognizer.h"
+#include "shapes/Result.h"
+
+#include <optional>
+#include <span>
 
 namespace ShapeRecognizer {
 

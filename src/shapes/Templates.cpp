@@ -2,6 +2,7 @@
 
 #include "shapes/Angles.h"
 #include "shapes/Polygon.h"
+#include "shapes/Resample.h"
 #include "shapes/StrokeGeometry.h"
 #include "shapes/Vectors.h"
 

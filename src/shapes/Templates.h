@@ -1,6 +1,10 @@
 #pragma once
 
-#include "shapes/ShapeRecognizer.h"
+#include "shapes/Result.h"
+
+#include <optional>
+#include <span>
+#include <string>
 
 // Closed shapes that are told by how they look, not by how they are made up:
 // they are compared with drawn outlines, wherever they start and whichever way

@@ -16,7 +16,6 @@ using BarLayout::Kind;
 namespace {
 
 constexpr double radius = 14; // points
-constexpr double buttonSide = 32;
 constexpr float edgeAlpha = 0.12F;
 
 QLinearGradient ground(const QRectF &bounds)
@@ -77,7 +76,7 @@ void Bar::layoutButtons()
 {
     QList<BarLayout::Item> items;
     for (const Entry &entry : m_entries)
-        items.append({entry.kind, entry.button ? entry.button->sizeHint().width() : buttonSide});
+        items.append({entry.kind, entry.button ? entry.button->sizeHint().width() : BarLayout::buttonSide});
     const BarLayout::Frames frames = BarLayout::layOut(m_orientation, items);
     m_separators.clear();
     for (qsizetype i = 0; i < m_entries.size(); ++i) {

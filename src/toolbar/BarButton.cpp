@@ -1,6 +1,7 @@
 #include "toolbar/BarButton.h"
 
-#include <QEasingCurve>
+#include "base/Easing.h"
+#include "toolbar/BarLayout.h"
 #include <QPainter>
 
 #include <chrono>
@@ -12,14 +13,7 @@ namespace {
 
 constexpr auto fadeTime = 120ms;
 constexpr auto fastFadeTime = 60ms;
-constexpr int buttonSide = 32; // points
-
-QEasingCurve easeOut()
-{
-    QEasingCurve curve(QEasingCurve::BezierSpline);
-    curve.addCubicBezierSegment({0, 0}, {0.58, 1}, {1, 1});
-    return curve;
-}
+constexpr int buttonSide = static_cast<int>(BarLayout::buttonSide);
 
 } // namespace
 
@@ -27,7 +21,7 @@ BarButton::BarButton(const QString &symbol, QWidget *parent) : QAbstractButton(p
 {
     m_state.symbol = symbol;
     m_background = BarButtonPaint::fill(m_state);
-    m_fade.setEasingCurve(easeOut());
+    m_fade.setEasingCurve(Easing::out());
     resize(buttonSide, buttonSide);
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::PointingHandCursor);

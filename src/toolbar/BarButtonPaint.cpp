@@ -3,6 +3,7 @@
 #include "base/Fonts.h"
 #include "base/Painting.h"
 #include "base/Rect.h"
+#include "toolbar/BarLayout.h"
 #include "toolbar/PixelGrid.h"
 #include "toolbar/Symbols.h"
 #include "toolbar/Theme.h"
@@ -19,7 +20,6 @@ using Painting::Saved;
 namespace {
 
 // All in points.
-constexpr double side = 32; // of a button without text
 constexpr double radius = 10;
 constexpr double symbolSize = 15;
 constexpr double symbolSlot = 16; // the room of a symbol before a label
@@ -218,7 +218,7 @@ double preferredWidth(const BarButtonState &state)
     if (state.swatch && state.widthLabel)
         return swatchInset + swatchSide + afterSwatch + Painting::sizeOf(widthText(state)).width()
                + swatchInset;
-    return side;
+    return BarLayout::buttonSide;
 }
 
 void draw(QPainter &painter, const QRectF &bounds, const BarButtonState &state, const QColor &background)

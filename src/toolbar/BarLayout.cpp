@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using BarLayout::buttonSide;
+
 namespace {
 
 using BarLayout::Item;
@@ -11,7 +13,6 @@ using BarLayout::Kind;
 constexpr double thickness = 42;
 constexpr double paddingBefore = 5;
 constexpr double paddingAfter = 3;
-constexpr double buttonSide = 32;
 constexpr double gap = 2; // after each button
 constexpr double separatorSlot = 13;
 constexpr double lineInset = 6; // of the separator's line in its slot

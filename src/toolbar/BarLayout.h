@@ -7,6 +7,8 @@
 // in it is as far from the top as from the bottom, so it counts either way.
 namespace BarLayout {
 
+inline constexpr double buttonSide = 32; // points; of a button without text
+
 enum class Kind {
     button,
     separator,
@@ -15,7 +17,7 @@ enum class Kind {
 
 struct Item {
     Kind kind;
-    double width = 32; // of a button in a horizontal bar; a vertical one makes it square
+    double width = buttonSide; // of a button in a horizontal bar; a vertical one makes it square
 };
 
 struct Frames {

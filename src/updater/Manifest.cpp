@@ -31,7 +31,8 @@ std::optional<Manifest::Item> item(const QJsonValue &value)
     const auto sha256 = text(value[u"sha256"]);
     if (!url || !sha256)
         return std::nullopt;
-    return Manifest::Item{*url, *sha256};
+    const qint64 size = value[u"size"].toInteger();
+    return Manifest::Item{*url, *sha256, text(value[u"arch"]), size > 0 ? std::optional(size) : std::nullopt};
 }
 
 bool isAbsent(const QJsonValue &value) { return value.isUndefined() || value.isNull(); }

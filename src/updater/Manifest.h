@@ -13,6 +13,10 @@ struct Manifest {
     struct Item {
         QString url;
         QString sha256; // 64 hexadecimal digits of either case
+        // The processor that it runs on, as Qt names them ("x86_64", "arm64"),
+        // and the bytes of the download; absent when the manifest does not say.
+        std::optional<QString> arch = std::nullopt;
+        std::optional<qint64> size = std::nullopt;
     };
 
     QString version;

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <optional>
 
 // What the updater says to the user. Every alert is a window of its own that
@@ -29,5 +30,9 @@ struct Alert {
 
 // Does nothing when none shows.
 void bringToFront();
+
+// For a while the key that confirms is not taken by the alert that shows: it is
+// meant for something else.
+void letReturnPass(std::chrono::milliseconds pause);
 
 } // namespace UpdateAlerts

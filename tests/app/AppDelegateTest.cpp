@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/AboutPanel.h"
 #include "capture/OverlayWindow.h"
 #include "hotkey/Prefs.h"
 #include "l10n/L10n.h"
@@ -17,6 +18,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
 
 namespace {
 
@@ -115,6 +118,17 @@ private slots:
                                       "Vellumora website", "Check for Updates…", "-", "Quit Vellumora"}));
         item(4)->trigger();
         QCOMPARE(desktop->opened, QList{L10n::web()});
+    }
+
+    void theCreditsAreCentredParagraphsApart()
+    {
+        QTextDocument credits;
+        credits.setHtml(AboutPanel::credits());
+        QCOMPARE(credits.blockCount(), 6); // two lines, a gap, two links, a small gap, a link
+        for (auto block = credits.begin(); block != credits.end(); block = block.next()) {
+            QCOMPARE(block.blockFormat().bottomMargin(), 4);
+            QCOMPARE(block.blockFormat().alignment(), Qt::AlignHCenter);
+        }
     }
 
     void theShortcutsInTheMenuWorkWhileItIsOpen()
@@ -220,15 +234,36 @@ private slots:
 
     void aFailingCaptureTellsTheUserAndLetsHimTryAgain()
     {
-        screens->works = false;
+        launch();
+        for (bool FakeScreens::*fails : {&FakeScreens::works, &FakeScreens::oneFails}) {
+            screens->*fails = !(screens->*fails);
+            keys->onPressed();
+            QVERIFY(alert());
+            QCOMPARE(overlaysShown(), 0);
+            QTest::mouseClick(alert()->buttons().last(), Qt::LeftButton);
+            screens->*fails = !(screens->*fails);
+            keys->onPressed();
+            QCOMPARE(overlaysShown(), 3);
+            pressEscape();
+        }
+    }
+
+    void withoutAnyScreenNothingHappens()
+    {
+        screens->anyMatches = false;
         launch();
         keys->onPressed();
-        QVERIFY(alert());
-        alert()->close();
-        screens->works = true;
+        QVERIFY(!alert());
+        QCOMPARE(overlaysShown(), 0);
+    }
+
+    void withoutAPageForAccessTheWebsiteHelps()
+    {
+        screens->granted = screens->hasSettings = false;
+        launch();
         keys->onPressed();
-        QCOMPARE(overlaysShown(), 3);
-        pressEscape();
+        QTest::mouseClick(alert()->buttons().first(), Qt::LeftButton);
+        QCOMPARE(desktop->opened, QList{L10n::web()});
     }
 };
 

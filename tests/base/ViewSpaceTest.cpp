@@ -32,7 +32,7 @@ private slots:
     {
         QFETCH(QRectF, points);
         QFETCH(double, scale);
-        QTEST(ViewSpace({800, 600}).toPixels(points, scale), "pixels");
+        QTEST(ViewSpace({800, 600}, scale).toPixels(points), "pixels");
     }
 };
 

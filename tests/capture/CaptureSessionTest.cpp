@@ -1,6 +1,9 @@
 #include "capture/CaptureSession.h"
 
+#include "capture/Capture.h"
+
 #include "capture/OverlayWindow.h"
+#include "marks/Annotation.h"
 #include "overlay/OverlayView.h"
 #include "platform/WindowPlacer.h"
 
@@ -60,7 +63,7 @@ private slots:
         session = std::make_unique<CaptureSession>(placer, desktop);
         finished = 0;
         session->onFinish = [this] { ++finished; };
-        session->start(*QCoro::waitFor(screens.grabScreens()));
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
     }
 
     void everyScreenIsCoveredAndTheOneUnderThePointerGetsTheKeys()
@@ -68,13 +71,15 @@ private slots:
         QCOMPARE(placer.calls, (QStringList{"begin", "cover A", "cover B", "cover C", "keyboard B"}));
         QCOMPARE(view(0).shot().image.size(), QSize(1920, 1200));
         QCOMPARE(view(0).size(), QSize(960, 600));
+        QCOMPARE(Annotation::background, view(1).shot().image); // what is pixelated, on every screen
+        QVERIFY(Annotation::background != view(2).shot().image);
     }
 
     void withThePointerNowhereTheFirstScreenGetsTheKeys()
     {
         placer.under = nullptr;
         session = std::make_unique<CaptureSession>(placer, desktop);
-        session->start(*QCoro::waitFor(screens.grabScreens()));
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
         QCOMPARE(placer.calls.last(), "keyboard A");
     }
 

@@ -10,16 +10,32 @@ public:
 
     std::optional<QString> bundle() const override { return m_real.bundle(); }
     bool canReplace(const QString &bundle) const override { return m_real.canReplace(bundle); }
+    QString temporaryFolder() const override { return m_real.temporaryFolder(); }
     SwapCommands commands(const QString &bundle) const override { return m_real.commands(bundle); }
-    QCoro::Task<std::optional<QString>> stage(QString image, QString mount, QString staged) override
+    bool claim(const QString &bundle) override { return m_real.claim(bundle); }
+    void release() override { m_real.release(); }
+    QCoro::Task<void> sweep(QString bundle, QStringList paths) override
+    {
+        return m_real.sweep(bundle, paths);
+    }
+    QCoro::Task<Problem> rehearse(QString bundle, qint64 archive) override
+    {
+        return m_real.rehearse(bundle, archive);
+    }
+    QCoro::Task<Problem> stage(QString image, QString mount, QString staged) override
     {
         return m_real.stage(image, mount, staged);
     }
-    std::optional<QString> start(const QString &text) override
+    QCoro::Task<Problem> tryOut(QString staged, QString version, QString folder) override
+    {
+        return m_real.tryOut(staged, version, folder);
+    }
+    Problem start(const QString &text, const QByteArray &) override
     {
         script = text;
         return std::nullopt;
     }
+    QByteArray takeBequest() override { return {}; }
 
     QString script;
 

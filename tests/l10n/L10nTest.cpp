@@ -41,16 +41,18 @@ private slots:
     void everyRowIsCompleteAndKeepsItsGaps()
     {
         QSet<QStringView> keys;
+        qsizetype rows = 0;
         for (const auto texts : {shellTexts(), overlayTexts(), updaterTexts()})
             for (const Text &row : texts) {
                 keys.insert(row.es);
+                ++rows;
                 for (const QStringView text : {row.en, row.it, row.fr, row.de, row.pt}) {
                     QVERIFY2(!text.isEmpty(), qPrintable(row.es.toString()));
                     QCOMPARE(text.count(u"%@"), row.es.count(u"%@"));
                     QCOMPARE(text.count(u'\n'), row.es.count(u'\n'));
                 }
             }
-        QCOMPARE(keys.size(), 61);
+        QCOMPARE(keys.size(), rows); // none stands twice
     }
 
     void spanishLivesAtTheRootOfTheSite()

@@ -1,7 +1,12 @@
 #include "support/Editor.h"
 
+#include "overlay/canvas/MarksLayer.h"
+#include "overlay/canvas/Rendering.h"
+
 #include <QRandomGenerator>
 #include <QtMath>
+
+#include <malloc.h>
 
 // What the overlay shows, and that it repaints all that it has to.
 class OverlayPaintTest : public QObject {
@@ -94,6 +99,114 @@ private slots:
         const QRect inner = QRect(QPoint(0, 0), copied.size()).adjusted(chrome, chrome, -chrome, -chrome);
         QCOMPARE(differing(copied.copy(inner), seen.copy(inner.translated(region.topLeft()))), 0);
         QVERIFY(differing(copied, editor.shot.image.copy(region)) > 1000);
+    }
+
+    void marksTravelWithTheSelection_data() { scales(); }
+    void marksTravelWithTheSelection()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        editor.mouse->drag({100, 100}, {500, 400});
+        QPointF at(130, 130);
+        for (const Tool tool :
+             {Tool::pixelate, Tool::pencil, Tool::marker, Tool::arrow, Tool::ellipse, Tool::pixelate}) {
+            editor.draw(tool, at, at + QPointF(60, 45));
+            at += QPointF(50, 40);
+        }
+        const double pixel = 1 / editor.shot.scale;
+        editor.mouse->press({300, 360});
+        for (const QPointF to :
+             {QPointF(300 + pixel, 360), QPointF(420, 420 - pixel), QPointF(9, 20), QPointF(512, 333)}) {
+            editor.mouse->move(to);
+            QCOMPARE(editor.stale(), 0);
+        }
+        editor.mouse->release({512, 333});
+        editor.view->undo(); // a mosaic
+        editor.view->undo();
+        QCOMPARE(editor.stale(), 0);
+        const ViewSpace space(editor.shot.pointSize, editor.shot.scale);
+        MarksLayer anew(space);
+        QVERIFY(!anew.follow(editor.view->state().drawOrder()).isEmpty());
+        const QImage copied = *editor.view->renderSelection();
+        // Soft edges may come out differently in a few places where they are cut into tiles.
+        QVERIFY(differing(copied, *Rendering::renderSelection(editor.view->state(), editor.shot, anew)) < 20);
+        MarksLayer none(space);
+        QVERIFY(differing(copied, *Rendering::renderSelection(editor.view->state(), editor.shot, none))
+                > 1000);
+    }
+
+    // What was put together while the hand drew is what drawing all of it gives.
+    void aLongStrokeIsTheSameHoweverItCameAbout_data()
+    {
+        QTest::addColumn<Tool>("tool");
+        QTest::newRow("pencil") << Tool::pencil;
+        QTest::newRow("marker") << Tool::marker;
+    }
+    void aLongStrokeIsTheSameHoweverItCameAbout()
+    {
+        QFETCH(Tool, tool);
+        Editor editor;
+        editor.mouse->drag({100, 100}, {700, 500});
+        editor.draw(Tool::rectangle, {200, 200}, {600, 400});
+        editor.view->toggleTool(tool);
+        editor.mouse->press({400, 300});
+        for (int i = 0; i < 1000; ++i)
+            editor.mouse->move(QPointF(400, 300)
+                               + QPointF(250 * std::sin(i * 0.07), 150 * std::sin(i * 0.05)));
+        const QImage inHand = editor.shown();
+        editor.mouse->release({400, 300});
+        QCOMPARE(differing(editor.withoutBar(inHand), editor.withoutBar(editor.shown())), 0);
+        const ViewSpace space(editor.shot.pointSize, editor.shot.scale);
+        MarksLayer anew(space);
+        QVERIFY(!anew.follow(editor.view->state().drawOrder()).isEmpty());
+        const auto copied = editor.view->renderSelection();
+        QCOMPARE(*copied, *Rendering::renderSelection(editor.view->state(), editor.shot, anew));
+        editor.view->undo();
+        QCOMPARE(editor.stale(), 0);
+    }
+
+    // Mosaics, tiles of marks, dimmed and copied pictures: all of a capture is on
+    // the heap, and all of it goes.
+    void nothingOfACaptureStaysAfterItsEnd()
+    {
+        const auto capture = [] {
+            Editor editor("A");
+            editor.mouse->drag({100, 100}, {1800, 1000});
+            editor.view->toggleTool(Tool::pixelate);
+            editor.mouse->press({110, 110});
+            for (int i = 0; i < 40; ++i) {
+                editor.mouse->move({500.0 + 30 * i, 300.0 + 15 * i});
+                QTest::qWait(0);
+            }
+            editor.mouse->release({1700, 900});
+            editor.draw(Tool::marker, {120, 900}, {1700, 120});
+            QVERIFY(editor.stale() == 0);
+        };
+        const auto heap = [] {
+            const auto info = mallinfo2();
+            return info.uordblks + info.hblkhd;
+        };
+        capture(); // fonts, cursors and the like are made once
+        const auto before = heap();
+        capture();
+        QVERIFY2(heap() < before + 200'000, qPrintable(QString::number(heap() - before)));
+    }
+
+    void theSampleFollowsTheToolWhileItShows()
+    {
+        const auto shown = [](bool toolFirst) {
+            Editor editor;
+            editor.mouse->drag({100, 100}, {700, 500});
+            if (toolFirst)
+                editor.view->toggleTool(Tool::marker);
+            for (int i = 0; i < 8; ++i)
+                editor.turnWheel({1000, 300}, 120);
+            if (!toolFirst)
+                editor.view->toggleTool(Tool::marker);
+            return editor.withoutBar(editor.shown());
+        };
+        QCOMPARE(differing(shown(true), shown(false)), 0);
     }
 
     void theSelectedPixelsAreTheScreensOwn_data() { scales(); }
@@ -206,7 +319,7 @@ private slots:
         Editor editor;
         editor.mouse->drag({100, 100}, {700, 500});
         const auto within = [&] {
-            return editor.shown().copy(ViewSpace(editor.shot.pointSize).toPixels({190, 190, 120, 120}, 1));
+            return editor.shown().copy(ViewSpace(editor.shot.pointSize).toPixels({190, 190, 120, 120}));
         };
         editor.view->toggleTool(Tool::rectangle);
         const QImage bare = within();

@@ -46,16 +46,52 @@ private slots:
         Editor editor;
         editor.mouse->drag({10, 10}, {110, 110});
         editor.draw(Tool::line, {20, 30}, {30, 40});
-        editor.view->state().annotations.front()->original = QList<QPointF>{{25, 25}};
         editor.mouse->press({50, 50});
         QCOMPARE(editor.view->cursor().shape(), Qt::ClosedHandCursor);
         editor.mouse->move({20, 60}); // 30 points to the left, but the edge is 10 away
         editor.mouse->release({20, 60});
         QCOMPARE(editor.selection(), QRectF(0, 20, 100, 100));
         const auto &moved = *editor.view->state().annotations.front();
-        QCOMPARE(moved.points, (QList<QPointF>{{10, 40}, {20, 50}}));
-        QCOMPARE(moved.original, (QList<QPointF>{{15, 35}}));
+        QCOMPARE(moved.rectFromPoints(), QRectF(10, 40, 10, 10));
         QCOMPARE(editor.view->cursor().shape(), Qt::OpenHandCursor);
+    }
+
+    // The button was let go while somebody else had the pointer.
+    void aReleaseThatNeverComesEndsTheGesture()
+    {
+        Editor editor;
+        editor.mouse->press({100, 100});
+        editor.mouse->move({300, 300});
+        editor.mouse->hover({400, 400});
+        QCOMPARE(editor.selection(), QRectF(100, 100, 200, 200));
+        editor.view->toggleTool(Tool::line);
+        editor.mouse->press({150, 150});
+        editor.mouse->move({200, 200});
+        editor.mouse->hover({250, 250});
+        QCOMPARE(editor.view->state().annotations.front()->rectFromPoints(), QRectF(150, 150, 50, 50));
+        QVERIFY(!editor.view->halo().paused());
+        editor.mouse->release({260, 260});
+        QCOMPARE(editor.view->state().annotations.size(), 1U);
+    }
+
+    void onlyUndoGoesOnWhileItsKeyIsHeld()
+    {
+        Editor editor;
+        editor.mouse->drag({100, 100}, {300, 300});
+        for (int i = 0; i < 4; ++i)
+            editor.draw(Tool::line, {150, 150}, {200, 200});
+        const auto repeat = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+            QKeyEvent event(QEvent::KeyPress, key, modifiers, QString(), true);
+            QCoreApplication::sendEvent(editor.view.get(), &event);
+        };
+        QTest::keyClick(editor.view.get(), Qt::Key_Z, Qt::ControlModifier);
+        repeat(Qt::Key_Z, Qt::ControlModifier);
+        repeat(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(editor.view->state().annotations.size(), 1U);
+        repeat(Qt::Key_E, {});
+        repeat(Qt::Key_Escape, {});
+        QVERIFY(!editor.view->state().tool);
+        QCOMPARE(editor.session.finished, 0);
     }
 
     void aHandleTurnsTheSelectionOver()

@@ -1,4 +1,5 @@
 #include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/DesktopEntry.h"
 
 #include "support/TempHome.h"
 
@@ -10,17 +11,24 @@ class AutostartLoginItemTest : public QObject {
     TempHome home;
     AutostartLoginItem item;
     const QString entry = ".config/autostart/vellumora.desktop";
+    const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
 
-    void replace(const QByteArray &from, const QByteArray &to)
+    void put(const QByteArray &text)
     {
-        QByteArray text = home.read(entry);
-        QVERIFY(text.contains(from));
+        QDir(home.path()).mkpath(".config/autostart");
         QFile file(home.path(entry));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text.replace(from, to));
+        file.write(text);
+    }
+
+    [[nodiscard]] QByteArray starting(const QByteArray &exec, const QByteArray &more = {}) const
+    {
+        return "[Desktop Entry]\nType=Application\nExec=" + exec + "\n" + more
+               + "[Desktop Action x]\nHidden=true\nExec=/bin/false\n";
     }
 
 private slots:
+    void init() { qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME"); }
     void cleanup() { QFile::remove(home.path(entry)); }
 
     void theFileIsTheState()
@@ -28,27 +36,89 @@ private slots:
         QVERIFY(!item.enabled());
         item.enable();
         QVERIFY(item.enabled());
-        const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
         QVERIFY(home.read(entry).contains("\nExec=\"" + program + "\"\n"));
         item.disable();
         QVERIFY(!item.enabled());
         QVERIFY(!QFile::exists(home.path(entry)));
     }
 
-    void whatOtherToolsDoToTheFileShows()
+    void itIsOnWhenTheDesktopStartsThisVeryProgram_data()
     {
-        item.enable();
-        replace("Terminal=false", "Hidden=true");
-        QVERIFY(!item.enabled());
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("on");
+        const QByteArray link = home.path("a \"strange\" $name").toUtf8();
+        QFile::link(program, link);
+        const QByteArray &p = program;
+        QTest::newRow("plain") << starting(p + " %U") << true;
+        QTest::newRow("by another name")
+            << starting("\"" + home.path("a").toUtf8() + " \\\\\"strange\\\\\" \\\\$name\"") << true;
+        QTest::newRow("in single quotes") << starting("'" + link + "' --x") << true;
+        QTest::newRow("through env") << starting("env -u A LANG=C \"B=c d\" " + p) << true;
+        QTest::newRow("env starts another") << starting("env A=" + p + " /bin/true") << false;
+        QTest::newRow("as an argument only") << starting("/bin/true " + p) << false;
+        QTest::newRow("an open quote") << starting("\"" + p) << false;
+        QTest::newRow("from another folder") << starting("/opt/Vellumora.app/bin/vellumora") << false;
+        QTest::newRow("hidden") << starting(p, "Hidden = true\n") << false;
+        QTest::newRow("switched off") << starting(p, "X-GNOME-Autostart-enabled=false\n") << false;
+        QTest::newRow("switched on") << starting(p, "X-GNOME-Autostart-enabled=true\nHidden=false\n") << true;
+        QTest::newRow("needs what is there") << starting(p, "TryExec=sh\n") << true;
+        QTest::newRow("needs what is missing") << starting(p, "TryExec=/opt/none\n") << false;
+        QTest::newRow("of this desktop") << starting(p, "OnlyShowIn=KDE;GNOME;\n") << true;
+        QTest::newRow("of another") << starting(p, "OnlyShowIn=KDE;\n") << false;
+        QTest::newRow("of all others") << starting(p, "NotShowIn=GNOME;\n") << false;
     }
 
-    void aFileThatIsNotOursIsLeftAlone()
+    void itIsOnWhenTheDesktopStartsThisVeryProgram()
+    {
+        QFETCH(QByteArray, text);
+        put(text);
+        QTEST(item.enabled(), "on");
+    }
+
+    void aMovedBundleIsOffAndCanBeSwitchedOnAgain()
     {
         item.enable();
-        replace("X-Vellumora-Autostart=true", "Comment=mine");
+        put(home.read(entry).replace(program, "/opt/Vellumora.app/bin/vellumora"));
         QVERIFY(!item.enabled());
+        item.enable();
+        QVERIFY(item.enabled());
+    }
+
+    void anEntryThatSomebodyElseMadeForUsKeepsWhatItSays()
+    {
+        put(starting(program, "Comment=mine\nX-GNOME-Autostart-enabled=false\n"));
+        item.enable();
+        QVERIFY(item.enabled());
         item.disable();
-        QVERIFY(QFile::exists(home.path(entry)));
+        QVERIFY(!item.enabled());
+        QVERIFY(home.read(entry).contains("\nComment=mine\n"));
+        QVERIFY(home.read(entry).contains("\nHidden=true\n"));
+    }
+
+    void aForeignFileIsLeftAlone()
+    {
+        const QByteArray text = starting("/bin/true", "Hidden=true\n");
+        put(text);
+        item.enable();
+        item.disable();
+        QVERIFY(!item.canBeEnabled());
+        QCOMPARE(home.read(entry), text);
+    }
+
+    void tryingLeavesEverythingAsItWas()
+    {
+        QDir(home.path(".config")).removeRecursively();
+        QVERIFY(item.canBeEnabled());
+        QVERIFY(!QFile::exists(home.path(".config")));
+        const QByteArray text = starting(program, "Hidden=true\n");
+        put(text);
+        QFile::setPermissions(home.path(entry), QFile::ReadOwner);
+        const auto permissions = QFile::permissions(home.path(entry));
+        QVERIFY(item.canBeEnabled());
+        QCOMPARE(home.read(entry), text);
+        QCOMPARE(QDir(home.path(".config/autostart")).entryList(QDir::Files),
+                 QStringList{"vellumora.desktop"});
+        QCOMPARE(QFile::permissions(home.path(entry)), permissions);
     }
 
     void aFolderThatCannotBeWrittenShowsAsOff()
@@ -58,6 +128,7 @@ private slots:
         QVERIFY(obstacle.open(QIODevice::WriteOnly));
         item.enable();
         QVERIFY(!item.enabled());
+        QVERIFY(!item.canBeEnabled());
         obstacle.remove();
     }
 };

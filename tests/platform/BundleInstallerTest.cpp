@@ -1,5 +1,7 @@
 #include "platform/freedesktop/BundleInstaller.h"
 
+#include "support/AsNobody.h"
+
 #include <QCoroTask>
 #include <QDir>
 #include <QProcess>
@@ -33,6 +35,20 @@ class BundleInstallerTest : public QObject {
                                         "%4")
                                     .arg(path("image"), form, path("out"), entries);
         QCOMPARE(QProcess::execute("python3", {"-c", program}), 0);
+    }
+
+    void write(const QString &name, const QByteArray &text) const
+    {
+        QFile file(path(name));
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    [[nodiscard]] std::optional<QString> rehearse(qint64 archive = 0) const
+    {
+        return QCoro::waitFor(BundleInstaller().rehearse(path("Vellumora.app"), archive));
     }
 
     [[nodiscard]] std::optional<QString> stage()
@@ -109,9 +125,106 @@ private slots:
 
     void onlyAFolderThatCanBeWrittenLetsItselfBeReplaced()
     {
-        QVERIFY(BundleInstaller().canReplace(path("Vellumora.app")));
-        QVERIFY(!BundleInstaller().canReplace(path("gone/Vellumora.app")));
+        const QString bundle = path("Vellumora.app");
+        QVERIFY(!BundleInstaller().canReplace(bundle)); // gone
+        QVERIFY(QDir().mkdir(bundle));
+        QVERIFY(BundleInstaller().canReplace(bundle));
         QVERIFY(!BundleInstaller().canReplace("/proc/self/Vellumora.app"));
+        // Everybody may write, but rename only what is his own.
+        QCOMPARE(chmod(folder->path().toLocal8Bit(), 01777), 0);
+        const AsNobody nobody(path("out"));
+        QCOMPARE(BundleInstaller().canReplace(bundle), getuid() == QFileInfo(bundle).ownerId());
+    }
+
+    void oneUpdateAtATime()
+    {
+        BundleInstaller one;
+        BundleInstaller other;
+        QVERIFY(one.claim(path("Vellumora.app")));
+        QVERIFY(!other.claim(path("Vellumora.app")));
+        QVERIFY(!one.claim(path("Vellumora.app"))); // and keeps what it has
+        QVERIFY(!other.claim(path("Vellumora.app")));
+        one.release();
+        QVERIFY(other.claim(path("Vellumora.app")));
+    }
+
+    void theSwapIsRehearsed()
+    {
+        QVERIFY(rehearse()->startsWith(path("Vellumora.app/bin/vellumora-exchange")));
+        QVERIFY(QDir().mkpath(path("Vellumora.app/bin")));
+        QVERIFY(QFile::copy(VELLUMORA_EXCHANGE, path("Vellumora.app/bin/vellumora-exchange")));
+        QCOMPARE(rehearse(), std::nullopt);
+        QVERIFY(rehearse(1LL << 60)->contains("No space left"));
+        {
+            QCOMPARE(chmod(folder->path().toLocal8Bit(), 01777), 0);
+            const AsNobody nobody(path("out"));
+            const bool own = getuid() == QFileInfo(path("Vellumora.app")).ownerId();
+            QCOMPARE(rehearse() == std::nullopt, own);
+        }
+        write("Vellumora.app/bin/vellumora-exchange", "#!/bin/sh\n"); // says so and does nothing
+        QVERIFY(rehearse());
+        QCOMPARE(QDir(folder->path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+                 (QStringList{"out", "Vellumora.app"}));
+    }
+
+    void whatDeadUpdatesHaveLeftIsRemoved()
+    {
+        write("out/mine", "");
+        const AsNobody nobody(folder->path());
+        write("Vellumora.app/bin/vellumora", "program");
+        write("Vellumora.app.anterior/lib/x", "old");
+        QFile::setPermissions(path("Vellumora.app.anterior/lib"), QFile::ReadOwner);
+        write("Vellumora.app.prueba-1/x", "");
+        write("vellumora-act-1/Vellumora.app/x", "");
+        QVERIFY(QFile::link(path("out"), path("Vellumora.app.anterior-2")));
+        QCoro::waitFor(
+            BundleInstaller().sweep(path("Vellumora.app"), {path("vellumora-act-1"), path("gone")}));
+        QCOMPARE(QDir(folder->path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot),
+                 (QStringList{"out", "Vellumora.app"}));
+        QVERIFY(QFile::exists(path("out/mine")));
+    }
+
+    void whatIsUnpackedHasToSayItsVersion_data()
+    {
+        QTest::addColumn<QByteArray>("program");
+        QTest::addColumn<QString>("problem");
+        QTest::newRow("right") << QByteArray("#!/bin/sh\necho Vellumora 9.1") << "";
+        QTest::newRow("another") << QByteArray("#!/bin/sh\necho Vellumora 9.0")
+                                 << u"Vellumora 9.0 ≠ Vellumora 9.1"_qs;
+        QTest::newRow("talkative") << QByteArray("#!/bin/sh\nyes") << " devolvió ";
+        QTest::newRow("missing libraries") << QByteArray("#!/bin/sh\nexit 127") << " devolvió 127";
+        QTest::newRow("another processor") << QByteArray("\x7f"
+                                                         "ELF\x02\x01\x01")
+                                           << "vellumora: ";
+        QTest::newRow("none") << QByteArray() << "vellumora: ";
+    }
+
+    void whatIsUnpackedHasToSayItsVersion()
+    {
+        QFETCH(QByteArray, program);
+        QFETCH(QString, problem);
+        if (!program.isEmpty())
+            write("staged/bin/vellumora", program);
+        const auto said = QCoro::waitFor(BundleInstaller().tryOut(path("staged"), "9.1", folder->path()));
+        QVERIFY2(said.value_or("").contains(problem) && said.has_value() == !problem.isEmpty(),
+                 qPrintable(said.value_or("well")));
+    }
+
+    void anImageThatUnpacksToTooMuchIsRefused_data()
+    {
+        QTest::addColumn<QString>("entries");
+        QTest::newRow("one large file") << "    add('Vellumora.app/f', bytes(2000000))\n";
+        QTest::newRow("many small ones") << "    for i in range(300): add(f'Vellumora.app/{i}')\n";
+    }
+
+    void anImageThatUnpacksToTooMuchIsRefused()
+    {
+        QFETCH(QString, entries);
+        pack(entries);
+        BundleInstaller installer({}, 1'000'000);
+        QCOMPARE(QCoro::waitFor(installer.stage(path("image"), path("mnt"), path("staged"))), "> 1000000 B");
+        QVERIFY(!QFile::exists(path("mnt")));
+        QVERIFY(!QFile::exists(path("staged")));
     }
 
     void aBundleIsCopiedWithItsRightsAndLinks_data()
@@ -173,11 +286,16 @@ private slots:
 
     void aScriptOutlivesItsParentAndSeesNoOtherFolder()
     {
-        QCOMPARE(BundleInstaller().start("pwd > \"" + path("said") + "\""), std::nullopt);
-        QFile said(path("said"));
-        QTRY_VERIFY(said.exists() && said.size() > 0);
-        QVERIFY(said.open(QIODevice::ReadOnly));
-        QCOMPARE(said.readAll(), "/\n");
+        const QString script
+            = "pwd > \"%1\"; cat /dev/fd/8 >> \"%1\"; cut -d ' ' -f 6 /proc/$$/stat >> \"%1\"";
+        QCOMPARE(BundleInstaller().start(script.arg(path("said")), "bequest\n"), std::nullopt);
+        const auto said = [this] {
+            QFile file(path("said"));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QTRY_COMPARE(said().count('\n'), 3);
+        QVERIFY(said().startsWith("/\nbequest\n"));
+        QVERIFY(said().split('\n').at(2).trimmed().toInt() != getsid(0));
     }
 };
 

@@ -1,6 +1,6 @@
 #include "settings/RecorderRules.h"
 
-#include "hotkey/Shortcut.h"
+#include "platform/Shortcut.h"
 
 #include <QKeyEvent>
 #include <QTest>

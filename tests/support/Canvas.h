@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/ViewSpace.h"
-#include "overlay/Annotation.h"
+#include "marks/Annotation.h"
 
 #include <QImage>
 #include <QPainter>

@@ -130,9 +130,10 @@ class Desktop:
     # Vellumora.
 
     def start(self, *arguments, **environment):
+        before = self.log().count("registro de atajo")
         process = Process(self, "vellumora", [PROGRAM, *arguments], **environment)
         if not arguments:
-            wait_for(lambda: "registro de atajo" in self.log(), "the hot key")
+            wait_for(lambda: self.log().count("registro de atajo") > before, "the hot key")
         return process
 
     def store(self, **defaults):

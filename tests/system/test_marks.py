@@ -122,6 +122,7 @@ class Marks(SystemTest):
             invitation = other_than(bare, "an open text")
             desktop.key(*keys)
             picture = other_than(invitation, "the letter")
+            desktop.key("Escape")
             desktop.key("super+z")
             wait_for(lambda: desktop.pixels(place) == bare, "the text to go")
             return picture

@@ -118,7 +118,11 @@ class Modes(SystemTest):
         desktop = self.desktop
         desktop.witness()
         before = desktop.pixels((40, 40, 60, 60))
-        (desktop.home / ".config").mkdir(exist_ok=True)
+        entry = desktop.home / ".config/autostart/vellumora.desktop"
+        entry.parent.mkdir(parents=True)
+        entry.write_text(f"[Desktop Entry]\nType=Application\nExec={PROGRAM}\nHidden=true\n", "utf-8")
+        entry.chmod(0o640)
+        own = (entry.read_bytes(), entry.stat())
         subprocess.run(["xclip", "-selection", "clipboard"], input=b"kept", env=desktop.environment, check=True)
         status, lines = self.finished("--selftest", self.out)
         self.assertEqual(status, 0, lines)
@@ -131,7 +135,9 @@ class Modes(SystemTest):
                          {"capture", "overlays", "editor", "clipboard", "shortcut", "login"})
         self.assertEqual(desktop.pixels_of(self.out / "01-screen-A.png", (40, 40, 60, 60)), before)
         self.assertEqual(self.size(self.out / "02-overlay-B.png"), (1600, 900))
-        self.assertFalse((desktop.home / ".config/autostart/vellumora.desktop").exists())
+        self.assertEqual((entry.read_bytes(), entry.stat().st_mode, entry.stat().st_mtime),
+                         (own[0], own[1].st_mode, own[1].st_mtime))
+        self.assertEqual([path.name for path in entry.parent.iterdir()], [entry.name])
         self.assertEqual(desktop.pixels((40, 40, 60, 60)), before)  # everything is closed again
 
         desktop.start()

@@ -31,6 +31,7 @@ class Settings(SystemTest):
                                       for name in ("Absolute upper-left X", "Absolute upper-left Y", "Width"))
 
     def close(self):
+        wait_for(lambda: self.desktop.focus() == int(self.window), "the focus of the settings")
         self.desktop.key("Escape")
         wait_for(lambda: not self.desktop.windows("^Vellumora Settings$"), "the settings to close")
 

@@ -1,9 +1,12 @@
 """The program around the capture: shortcut, tray, second start, and surroundings in which things are missing."""
 import re
+import signal
 import unittest
 
 from case import SystemTest
-from desktop import HELPERS, Process, wait_for
+from desktop import HELPERS, PROGRAM, Desktop, Process, wait_for
+
+CTRL, ALT = 0x40000, 0x80000
 
 
 class Shortcut(SystemTest):
@@ -34,6 +37,36 @@ class Shortcut(SystemTest):
         desktop.wait_for_overlays()
         desktop.key("Escape")
         desktop.wait_until_over()
+
+
+    def test_during_a_capture_it_is_heard_and_does_nothing_else(self):
+        desktop = self.desktop
+        desktop.run("xset", "r", "rate", "20", "100")
+        probe = (2500, 600, 300, 200)
+        # To the editor these keys mean the whole screen, and pixelating.
+        for code, modifiers, keys in ((0, CTRL | ALT, ("ctrl", "alt", "a")), (7, ALT, ("alt", "x"))):
+            with self.subTest(keys=keys):
+                desktop.store(shortcut=f'"@ByteArray({{\\"keyCode\\":{code},\\"modifiers\\":{modifiers}}})"')
+                program = desktop.start()
+                before = desktop.log().count("atajo pulsado")
+                desktop.xdotool(*(word for key in keys for word in ("keydown", key)))
+                desktop.wait_for_overlays()
+                for key in keys:  # while it is held it repeats itself, without its modifiers at last
+                    for _ in range(2):  # each takes many repetitions
+                        dimmed = desktop.pixels(probe)
+                    desktop.xdotool("keyup", key)
+                desktop.drag((2120, 100), (2320, 250))
+                for lock in ("Num_Lock", "Caps_Lock"):
+                    desktop.key("+".join(keys), lock)
+                self.assertEqual(desktop.pixels_at_rest(probe), dimmed)
+                desktop.key("ctrl+s", "+".join(keys), "Escape")  # the panel does not hear it either
+                desktop.key("Caps_Lock", "Num_Lock", "Return")
+                wait_for(lambda: "copiado" in desktop.log(), "the copy")
+                self.assertIn("copiado 200x150", desktop.log())
+                desktop.wait_until_over()
+                self.assertEqual(desktop.log().count("atajo pulsado") - before, 4)
+                program.end()
+                (desktop.home / "Library/Logs/Vellumora.log").unlink()
 
 
 class TrayOnTheBus(SystemTest):
@@ -74,16 +107,11 @@ class TrayOnTheBus(SystemTest):
         self.choose(panel.says("item").split()[1], "Vellumora beenden")
         self.assertEqual(program.status(), 0)
 
-    def test_a_second_start_passes_its_wish_on(self):
-        first = self.desktop.start()
-        self.assertEqual(self.desktop.start("--capturar").status(), 0)
+    def test_a_desktop_can_ask_over_the_bus(self):
+        self.desktop.start()
+        self.call("org.vellumora.Vellumora", "/org/vellumora/Vellumora", "org.freedesktop.Application.ActivateAction",
+                  "capturar", "[]", "{}")
         self.desktop.wait_for_overlays()
-        self.desktop.key("Escape")
-        self.desktop.wait_until_over()
-        again = Process(self.desktop, "again", first.process.args)
-        self.assertEqual(again.status(), 0)
-        wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
-        self.assertEqual(self.desktop.log().count("registro de atajo"), 1)
 
     def test_settings_that_open_during_a_capture_do_not_take_its_keys(self):
         first = self.desktop.start()
@@ -93,6 +121,56 @@ class TrayOnTheBus(SystemTest):
         wait_for(lambda: self.desktop.focus() == int(settings), "the focus of the settings")
         self.desktop.key("Escape")
         self.desktop.wait_until_over()
+
+
+class SecondStart(SystemTest):
+    def again(self, *arguments, desktop=None):
+        return Process(desktop or self.desktop, "again", [PROGRAM, *arguments])
+
+    def settings_open(self, desktop):
+        wait_for(lambda: desktop.windows("^Vellumora Settings$"), "the settings")
+
+    def test_without_a_bus_it_passes_its_wish_on(self):
+        desktop = self.desktop
+        desktop.start()
+        for _ in range(2):  # the second one changes nothing
+            self.assertEqual(self.again("--capturar").status(), 0)
+            desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        self.assertEqual(self.again().status(), 0)
+        self.settings_open(desktop)
+        self.assertEqual(desktop.log().count("registro de atajo"), 1)
+
+    def test_of_many_starts_one_stays(self):
+        starts = [self.again("--ajustes") for _ in range(4)]
+        wait_for(lambda: sum(start.running() for start in starts) == 1, "all but one to end")
+        self.settings_open(self.desktop)
+        self.assertEqual(self.desktop.log().count("registro de atajo"), 1)
+
+    def test_a_killed_one_does_not_stand_in_the_way(self):
+        first = self.desktop.start()
+        first.process.kill()
+        first.process.wait()
+        second = self.again()
+        wait_for(lambda: self.desktop.log().count("-> OK") == 2, "the hot key of the second one")
+        self.assertEqual(self.again("--ajustes").status(), 0)
+        self.settings_open(self.desktop)
+        second.process.send_signal(signal.SIGSTOP)
+        refused = self.again("--capturar")
+        self.assertEqual(refused.status(), 1)
+        self.assertEqual(refused.lines(), ["vellumora: it is running already, but does not answer"])
+        second.process.send_signal(signal.SIGCONT)
+
+    def test_two_displays_of_one_user_have_one_each(self):
+        other = Desktop()
+        self.addCleanup(other.close)
+        other.environment["XDG_RUNTIME_DIR"] = self.desktop.environment["XDG_RUNTIME_DIR"]
+        for desktop in (self.desktop, other):
+            desktop.start()
+        self.assertEqual(self.again("--ajustes", desktop=other).status(), 0)
+        self.settings_open(other)
+        self.assertEqual(self.desktop.windows("^Vellumora Settings$"), [])
 
 
 class TrayOnX11(SystemTest):
@@ -150,6 +228,59 @@ class TrayOnX11(SystemTest):
         return (x + width // 2, y + height // 2) if x > 1800 else None
 
 
+class Ending(SystemTest):
+    window_manager = "openbox"
+
+    def assert_ends(self, program, window, number=signal.SIGTERM):
+        """In order, with the keyboard and the focus where they were."""
+        program.process.send_signal(number)
+        self.assertEqual(program.status(), 0)
+        self.assertEqual(self.desktop.run(HELPERS / "witness", "--keyboard"), "held 0\n")
+        wait_for(lambda: self.desktop.focus() == window, "the focus of the witness")
+        self.assertEqual(program.lines(), [])
+
+    def test_a_signal_ends_it_in_order_whatever_is_open(self):
+        desktop = self.desktop
+        _, window = desktop.witness((0, 0, 3520, 900))
+        manager = Process(desktop, "manager", [HELPERS / "witness", "--clipboard"])
+        manager.says("manages")
+        temporary = desktop.folder / "tmp"
+        temporary.mkdir()
+
+        program = desktop.start(TMPDIR=str(temporary))
+        desktop.press_shortcut()
+        desktop.drag((2120, 100), (2320, 250))
+        desktop.key("Return")
+        wait_for(lambda: "copiado" in desktop.log(), "the copy")
+        desktop.wait_until_over()
+        self.assert_ends(program, window)
+        self.assertEqual(manager.says("saved").split()[1], re.search(r"png=(\d+)", desktop.log())[1])
+        self.assertEqual(list(temporary.iterdir()), [])
+
+        program = desktop.start()
+        desktop.press_shortcut()
+        desktop.drag((2120, 100), (2320, 250))
+        desktop.key("ctrl+s")
+        self.assert_ends(program, window)
+
+        program = desktop.start()
+        desktop.press_shortcut()
+        desktop.drag((2120, 100), (2320, 250))
+        desktop.key("ctrl+p")
+        wait_for(lambda: desktop.windows("^Print$"), "the print dialog")
+        self.assert_ends(program, window, signal.SIGINT)
+
+    def test_a_signal_ends_a_recording(self):
+        desktop = self.desktop
+        _, window = desktop.witness((0, 0, 3520, 900))
+        program = desktop.start("--ajustes")
+        (settings,) = wait_for(lambda: desktop.windows("^Vellumora Settings$"), "the settings")
+        wait_for(lambda: desktop.focus() == int(settings), "the focus of the settings")
+        desktop.key("space")
+        wait_for(lambda: desktop.run(HELPERS / "witness", "--keyboard") == "held 1\n", "the recorder")
+        self.assert_ends(program, window)
+
+
 class PoorSurroundings(SystemTest):
     def test_without_bus_tray_sound_and_home_it_works_and_says_nothing(self):
         desktop = self.desktop
@@ -166,6 +297,42 @@ class PoorSurroundings(SystemTest):
     def captures(self):
         self.desktop.key("shift+super+x")
         return len(self.desktop.overlays()) == 2
+
+    def test_where_it_may_not_see_the_screen_it_opens_what_helps(self):
+        desktop = self.desktop
+        tools = desktop.folder / "tools"
+        tools.mkdir()
+        for name in ("gnome-control-center", "xdg-open"):
+            (tools / name).write_text(f"#!/bin/sh\necho {name} $* >> {desktop.folder}/opened\n", "utf-8")
+            (tools / name).chmod(0o755)
+        opened = desktop.folder / "opened"
+        for session, wanted in (("ubuntu:GNOME", "gnome-control-center privacy\n"), ("XFCE", "xdg-open https://")):
+            program = desktop.start(XDG_SESSION_TYPE="wayland", WAYLAND_DISPLAY="wayland-0", XDG_CURRENT_DESKTOP=session,
+                                    PATH=f"{tools}:{desktop.environment['PATH']}")
+            desktop.key("shift+super+x")
+            (alert,) = wait_for(lambda: desktop.windows("^Vellumora$"), "the alert")
+            wait_for(lambda: desktop.focus() == int(alert), "the focus of the alert")
+            desktop.key("Return")
+            wait_for(lambda: opened.exists() and opened.read_text("utf-8"), wanted)
+            self.assertIn(wanted, opened.read_text("utf-8"))
+            opened.unlink()
+            program.end()
+
+    def test_a_desk_that_has_grown_is_captured_whole(self):
+        desktop = self.desktop
+        for monitor in "AB":
+            desktop.run("xrandr", "--delmonitor", monitor)
+        desktop.run("xrandr", "--newmode", "small", *"100 1920 1930 1940 1950 1200 1201 1202 1203".split())
+        desktop.run("xrandr", "--addmode", "screen", "small")
+        desktop.run("xrandr", "--output", "screen", "--mode", "small")
+        desktop.start()
+        desktop.run("xrandr", "--output", "screen", "--mode", "3520x1200")
+        desktop.witness((0, 0, 3520, 1200))
+        desktop.key("shift+super+x")
+        wait_for(lambda: desktop.overlays(), "the overlay")
+        desktop.key("ctrl+a", "Return")
+        wait_for(lambda: "copiado" in desktop.log(), "the copy")
+        self.assertIn("copiado 3520x1200", desktop.log())
 
     def test_a_monitor_that_goes_ends_the_capture(self):
         desktop = self.desktop

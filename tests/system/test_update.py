@@ -8,6 +8,7 @@ import signal
 import subprocess
 import tempfile
 import threading
+import time
 import unittest
 from pathlib import Path
 
@@ -23,9 +24,11 @@ class Server(http.server.ThreadingHTTPServer):
 
     def __init__(self, folder):
         self.truncated = set()
+        self.served = []
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
+                self.server.served.append(self.path)
                 file = folder / self.path.lstrip("/")
                 if not file.is_file():
                     return self.send_error(404)
@@ -41,6 +44,9 @@ class Server(http.server.ThreadingHTTPServer):
         super().__init__(("127.0.0.1", 0), Handler)
         threading.Thread(target=self.serve_forever, daemon=True).start()
 
+    def handle_error(self, *_):
+        pass  # a program that was ended in the middle
+
     def url(self, path):
         return f"http://127.0.0.1:{self.server_port}/{path}"
 
@@ -51,7 +57,7 @@ class Update(SystemTest):
 
     @classmethod
     def setUpClass(cls):
-        cls.store = Path(tempfile.mkdtemp(prefix="vellumora-bundles-"))
+        cls.store = Path(tempfile.mkdtemp(prefix="vellumora bundles "))
         cls.addClassCleanup(shutil.rmtree, cls.store, True)
         subprocess.run([PACKAGING / "make-bundle", Path(PROGRAM).parent, cls.store], check=True, stdout=subprocess.DEVNULL,
                        env={**os.environ, "XZ_OPT": "-0"})
@@ -59,14 +65,24 @@ class Update(SystemTest):
         cls.bundle_of(NEW, cls.store / "new")
         cls.site = cls.store / "site"
         cls.site.mkdir()
-        subprocess.run(["tar", "-C", cls.store / "new", "-czf", cls.site / "new.tar.gz", "Vellumora.app"], check=True)
+        subprocess.run(["tar", "-C", cls.store / "new", "-cf", cls.site / "new.tar", "Vellumora.app"], check=True)
         cls.server = Server(cls.site)
         cls.addClassCleanup(cls.server.server_close)
         cls.addClassCleanup(cls.server.shutdown)
-        notes = cls.store / "notes.json"
-        notes.write_text(json.dumps({"en": "Everything is faster."}))
-        subprocess.run([PACKAGING / "sign-manifest", "--key", HELPERS / "update-key-private.pem", "--version", NEW, "--url",
-                        cls.server.url("new.tar.gz"), "--notes", notes, cls.site / "new.tar.gz", cls.site], check=True)
+        cls.notes = cls.store / "notes.json"
+        cls.notes.write_text(json.dumps({"en": "Everything is faster."}))
+        signed = cls.sign(cls.site)
+        if signed.returncode != 0:
+            raise AssertionError(signed.stderr)
+
+    @classmethod
+    def sign(cls, folder, **words):
+        options = {"key": HELPERS / "update-key-private.pem", "public_key": HELPERS / "update-key.pem", "version": NEW,
+                   "url": cls.server.url("new.tar"), "notes": cls.notes, "archive": cls.site / "new.tar", **words}
+        archive = options.pop("archive")
+        named = [str(word) for name, value in options.items() for word in ("--" + name.replace("_", "-"), value)]
+        return subprocess.run([PACKAGING / "sign-manifest", *named, archive, folder], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, text=True, check=False)
 
     @classmethod
     def bundle_of(cls, version, folder):
@@ -118,14 +134,16 @@ class Update(SystemTest):
         libraries = (process / "maps").read_text()
         self.assertIn(f"{self.bundle}/lib/libQt6Core.so.6", libraries)
         self.assertNotIn("/usr/lib/x86_64-linux-gnu/libQt6", libraries)
-        self.assertEqual(os.listdir(self.place), ["Vellumora.app"])
+        wait_for(lambda: os.listdir(self.place) == [self.bundle.name], "the end of the old bundle")
         self.assertEqual(os.listdir(self.temporary), [])
         self.desktop.press_shortcut()
         self.desktop.key("Escape")
         self.desktop.wait_until_over()
 
-    def test_unattended(self):
+    def test_unattended_in_a_bundle_that_was_renamed_meanwhile(self):
         old = self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1")
+        self.wait_for_log("registro de atajo")
+        self.bundle = self.bundle.rename(self.place / "Renamed.app")
         self.wait_for_log(f"actualizacion: web {NEW}, instalada {OLD}")
         self.assert_new_version_runs(old)
 
@@ -136,14 +154,63 @@ class Update(SystemTest):
         desktop.press_shortcut()
         self.wait_for_log(f"actualizacion: web {NEW}, instalada {OLD}")
         self.assertEqual(len(desktop.overlays()), 2)
-        desktop.key("Escape")
+        desktop.drag((200, 200), (600, 500))
+        # The first copies and ends the capture; an offer that came with the end of it would take the second.
+        desktop.key("Return")
+        desktop.wait_until_over()
+        ended = time.monotonic()
+        desktop.key("Return")
+        picture = desktop.pixels_of(desktop.clipboard("png"))
         (alert,) = wait_for(lambda: len(found := desktop.windows("^Vellumora$")) == 1 and found, "the offer")
+        self.assertGreater(time.monotonic() - ended, 8)
         wait_for(lambda: desktop.focus() == int(alert), "the focus of the offer")
         desktop.key("Return")
+        wait_for(lambda: "instalando" in desktop.log(), "the update")
+        self.assertEqual(old.status(), 0)
+        wait_for(lambda: self.running(), "the new version")
+        wait_for(lambda: desktop.pixels_of(desktop.clipboard("png")) == picture, "the picture on the clipboard")
         self.assert_new_version_runs(old)
 
+    def test_of_two_updates_at_once_one_is_refused(self):
+        both = []
+        for session in ("one", "two"):  # of the same user, which do not know of each other
+            runtime = self.desktop.folder / session
+            runtime.mkdir(mode=0o700)
+            both.append(self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1", DBUS_SESSION_BUS_ADDRESS="", XDG_RUNTIME_DIR=str(runtime)))
+        self.wait_for_log("actualizacion: otra actualizacion en curso")
+        wait_for(lambda: not all(old.running() for old in both), "the end of one")
+        self.wait_for_log(f"actualizacion: web {NEW}, instalada {NEW}")
+        self.assertEqual(sorted(old.running() for old in both), [False, True])
+        wait_for(lambda: os.listdir(self.place) == [self.bundle.name], "the end of the old bundle")
+        self.assertEqual(self.desktop.log().count("actualizacion: instalando"), 1)
+        version = self.desktop.run(str(self.bundle / "bin/vellumora"), "--version")
+        self.assertEqual(version.strip(), f"Vellumora {NEW}")
+
+    def test_a_manifest_that_nobody_could_use_is_not_signed(self):
+        def made(name, *command):
+            path = self.desktop.folder / name
+            path.write_text(self.desktop.run("openssl", *command))
+            return path
+
+        other = made("other.pem", "ecparam", "-name", "prime256v1", "-genkey", "-noout")
+        for reason, words in {
+            "numbers with dots": {"version": "99.1beta"},
+            "not 99.2": {"version": "99.2"},
+            "not an https address": {"url": "http://vellumora.example/new.tar"},
+            "no English notes": {"notes": self.desktop.folder / "notes.json"},
+            "could be unpacked": {"archive": self.notes},
+            "not a P-256 key": {"key": made("wide.pem", "ecparam", "-name", "secp384r1", "-genkey", "-noout")},
+            "dgst: ": {"key": other},  # the programs trust another one
+        }.items():
+            with self.subTest(reason):
+                (self.desktop.folder / "notes.json").write_text('{"es": "Todo va más rápido."}')
+                signed = self.sign(self.desktop.folder / "signed", **words)
+                self.assertIn(reason, signed.stderr)
+                self.assertNotEqual(signed.returncode, 0)
+                self.assertFalse((self.desktop.folder / "signed").exists())
+
     def test_a_truncated_download_changes_nothing(self):
-        self.server.truncated.add("/new.tar.gz")
+        self.server.truncated.add("/new.tar")
         old = self.start_old(VELLUMORA_PRUEBA_ACTUALIZAR="1")
         self.wait_for_log("actualizacion: fallo (")
         (alert,) = wait_for(lambda: self.desktop.windows("^Vellumora$"), "the alert")

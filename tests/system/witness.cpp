@@ -4,6 +4,7 @@
 //   witness X Y WIDTH HEIGHT [DELAY]   DELAY: milliseconds it takes to repaint
 //   witness --grab MODIFIERS KEYCODE   takes a global shortcut for itself
 //   witness --keyboard                 says whether somebody holds the keyboard, and ends
+//   witness --clipboard                keeps the picture of whoever leaves one on the clipboard
 #include <xcb/xcb.h>
 
 #include <chrono>
@@ -34,6 +35,13 @@ std::uint32_t colourAt(std::uint32_t x, std::uint32_t y)
     return ((x * 7) & 0xff) << 16 | ((y * 5) & 0xff) << 8 | ((x * 3 + y * 11) & 0xff);
 }
 
+xcb_atom_t atom(xcb_connection_t *c, const char *name)
+{
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(xcb_intern_atom_reply(
+        c, xcb_intern_atom(c, 0, static_cast<std::uint16_t>(std::strlen(name)), name), nullptr));
+    return reply->atom;
+}
+
 xcb_window_t openWindow(xcb_connection_t *c, const xcb_screen_t &screen, const int (&place)[4])
 {
     const xcb_window_t window = xcb_generate_id(c);
@@ -50,11 +58,9 @@ xcb_window_t openWindow(xcb_connection_t *c, const xcb_screen_t &screen, const i
     std::uint32_t hints[18] = {1 | 2};
     xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS,
                         32, 18, hints);
-    const char motif[] = "_MOTIF_WM_HINTS";
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(
-        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, sizeof motif - 1, motif), nullptr));
+    const xcb_atom_t motif = atom(c, "_MOTIF_WM_HINTS");
     const std::uint32_t frameless[5] = {2, 0, 0, 0, 0};
-    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, atom->atom, atom->atom, 32, 5, frameless);
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, window, motif, motif, 32, 5, frameless);
     xcb_map_window(c, window);
     return window;
 }
@@ -118,12 +124,48 @@ int grab(xcb_connection_t *c, const xcb_screen_t &screen, unsigned modifiers, un
     return EXIT_SUCCESS;
 }
 
-// A window that does not show gets no grab, so asking changes nothing for others.
-int tellWhetherHeld(xcb_connection_t *c, const xcb_screen_t &screen)
+// A window that does not show, to speak through.
+xcb_window_t hiddenWindow(xcb_connection_t *c, const xcb_screen_t &screen)
 {
     const xcb_window_t window = xcb_generate_id(c);
     xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen.root, 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, 0, nullptr);
+    return window;
+}
+
+// What a clipboard manager does: a program that ends asks it to save what it has
+// on the clipboard, and waits until that is done.
+int keepClipboard(xcb_connection_t *c, const xcb_screen_t &screen)
+{
+    const xcb_window_t window = hiddenWindow(c, screen);
+    const xcb_atom_t manager = atom(c, "CLIPBOARD_MANAGER");
+    xcb_set_selection_owner(c, window, manager, XCB_CURRENT_TIME);
+    xcb_flush(c);
+    say("manages", window);
+    xcb_selection_notify_event_t answer = {};
+    while (const Event event{xcb_wait_for_event(c)}) {
+        const unsigned type = event->response_type & 0x7fU;
+        if (type == XCB_SELECTION_REQUEST) {
+            const auto &asked = reinterpret_cast<const xcb_selection_request_event_t &>(*event);
+            answer = {XCB_SELECTION_NOTIFY, 0, 0, asked.time, asked.requestor, manager, asked.target,
+                      XCB_ATOM_NONE};
+            xcb_convert_selection(c, window, atom(c, "CLIPBOARD"), atom(c, "image/png"), manager, asked.time);
+        } else if (type == XCB_SELECTION_NOTIFY) {
+            const std::unique_ptr<xcb_get_property_reply_t, Free> picture(xcb_get_property_reply(
+                c, xcb_get_property(c, 1, window, manager, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 24), nullptr));
+            xcb_send_event(c, 0, answer.requestor, 0, reinterpret_cast<const char *>(&answer));
+            xcb_flush(c);
+            say("saved", picture->value_len);
+        }
+        xcb_flush(c);
+    }
+    return EXIT_SUCCESS;
+}
+
+// A window that does not show gets no grab, so asking changes nothing for others.
+int tellWhetherHeld(xcb_connection_t *c, const xcb_screen_t &screen)
+{
+    const xcb_window_t window = hiddenWindow(c, screen);
     const auto cookie
         = xcb_grab_keyboard(c, 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const std::unique_ptr<xcb_grab_keyboard_reply_t, Free> reply(xcb_grab_keyboard_reply(c, cookie, nullptr));
@@ -141,6 +183,8 @@ int main(int argc, char **argv)
     const xcb_screen_t &screen = *xcb_setup_roots_iterator(xcb_get_setup(c)).data;
     if (std::strcmp(argv[1], "--keyboard") == 0)
         return tellWhetherHeld(c, screen);
+    if (std::strcmp(argv[1], "--clipboard") == 0)
+        return keepClipboard(c, screen);
     if (argc < 4)
         return EXIT_FAILURE;
     if (std::strcmp(argv[1], "--grab") == 0)

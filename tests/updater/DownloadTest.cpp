@@ -1,4 +1,5 @@
 #include "updater/Download.h"
+#include "updater/SystemProxies.h"
 
 #include "support/KeyPair.h"
 #include "support/WebServer.h"
@@ -85,7 +86,8 @@ private slots:
             << WebServer::status(302, "Location: http://127.0.0.1.example/x\r\n")
             << "→ http://127.0.0.1.example/x";
         QTest::newRow("to a file") << WebServer::status(302, "Location: file:///etc/passwd\r\n") << "";
-        QTest::newRow("to itself") << WebServer::status(302, "Location: /x\r\n") << "";
+        QTest::newRow("to itself") << WebServer::status(302, "Location: /x\r\n")
+                                   << "bucle de redirecciones → " + server.url("/x").toString();
         QTest::newRow("not HTTP") << QByteArray("hello\r\n\r\n") << "";
     }
 
@@ -101,11 +103,50 @@ private slots:
         QCOMPARE(received, QByteArray());
     }
 
+    // However much the server has to say about it, and even if it never ends.
     void aRedirectionOnThisMachineIsFollowed()
     {
         server.answers["/y"] = WebServer::ok("there");
-        QCOMPARE(get(WebServer::status(302, "Location: /y\r\n")), std::nullopt);
+        const QByteArray much(5000, 'x');
+        QCOMPARE(get(WebServer::status(302, "Location: /y\r\n", much)), std::nullopt);
         QCOMPARE(received, "there");
+        QCOMPARE(get(WebServer::status(307, "Location: /y\r\n", much).chopped(1)), std::nullopt);
+        QCOMPARE(received, "there");
+    }
+
+    void aLoopIsCalledOne()
+    {
+        server.answers["/y"] = WebServer::status(301, "Location: /x\r\n");
+        QVERIFY(get(WebServer::status(302, "Location: /y\r\n"))->startsWith("bucle de redirecciones"));
+        for (int i = 0; i < 12; ++i)
+            server.answers[QString("/%1").arg(i)]
+                = WebServer::status(302, "Location: /" + QByteArray::number(i + 1) + "\r\n");
+        QVERIFY(get(server.url("/0"))->startsWith("bucle de redirecciones"));
+    }
+
+    void theSystemsProxiesAreUsed()
+    {
+        qputenv("https_proxy", server.url("").toEncoded());
+        QVERIFY(get(QUrl("https://vellumora.example/x"), {1000}, 5s));
+        qunsetenv("https_proxy");
+        QVERIFY(server.requests.value(0).startsWith("CONNECT vellumora.example:443 "));
+    }
+
+    // The server that would say which proxies there are can only keep silent
+    // while this thread is free to serve.
+    void aSearchForProxiesThatHangsIsASilenceToo()
+    {
+        server.answers["/proxies"] = QByteArray();
+        server.answers["/x"] = WebServer::ok("whole");
+        qputenv("http_proxy", "pac+" + server.url("/proxies").toEncoded());
+        const auto said = get(server.url("/x"), {1000}, 300ms);
+        qunsetenv("http_proxy");
+        QCOMPARE(said, "Socket operation timed out");
+        QCOMPARE(server.requests.size(), 1);
+        QVERIFY(SystemProxies::isBusy());
+        for (auto *socket : server.findChildren<QTcpSocket *>())
+            socket->abort();
+        QTRY_VERIFY(!SystemProxies::isBusy());
     }
 
     void tooMuchIsCutOffWhileItComes()
@@ -184,10 +225,10 @@ private slots:
         trusting.addCaCertificate(certificate);
         QSslConfiguration::setDefaultConfiguration(trusting);
         const auto trusted = get(WebServer::ok("secret"));
-        const auto down = get(WebServer::status(302, "Location: http://192.0.2.1/x\r\n"));
+        const auto down = get(WebServer::status(302, "Location: http://127.0.0.1/x\r\n"));
         QSslConfiguration::setDefaultConfiguration(usual);
         QCOMPARE(trusted, std::nullopt);
-        QCOMPARE(down, "→ http://192.0.2.1/x");
+        QCOMPARE(down, "→ http://127.0.0.1/x"); // not even to this machine
     }
 
     void otherAddressesAreNotEvenTried()

@@ -7,8 +7,37 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <array>
+#include <cerrno>
 #include <csignal>
+#include <cstddef>
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+namespace {
+
+// From now on renameat2 with a flag fails in this process and what it starts.
+void refuseExchanges(int error)
+{
+    constexpr auto flags = __u32(offsetof(seccomp_data, args) + 4 * sizeof(__u64));
+    std::array<sock_filter, 6> filter{{
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, __u32(offsetof(seccomp_data, nr))),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __u32(SYS_renameat2), 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, flags),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, 0, 1, 0),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | __u32(error)),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    }};
+    const sock_fprog program{filter.size(), filter.data()};
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
+}
+
+} // namespace
 
 // The script is run for real on folders of its own. Where it is cut off, the
 // shell dies of a signal just before a command of the script would run.
@@ -73,17 +102,53 @@ private slots:
     {
         folder = std::make_unique<QTemporaryDir>();
         const QString home = folder->filePath("it's a (home) & more; #1 %2");
-        paths = {home + "/Vellumora.app", home + "/aside/Vellumora.app", home + "/aside"};
+        const QString app = home + "/Vellumora.app";
+        paths = {app, app + ".anterior", home + "/act/Vellumora.app", home + "/act"};
         makeBundle(paths.app, "old");
         makeBundle(paths.staged, "new");
     }
 
-    void theNewOneComesUpAndNothingIsLeft()
+    void theNewOneComesUpAndTheOldOneWaitsAside()
     {
         const QString home = QFileInfo(paths.app).path();
         runUntilOpened(script());
         QCOMPARE(version(paths.app), "new");
-        QCOMPARE(QDir(home).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{"Vellumora.app"});
+        QCOMPARE(version(paths.aside), "old");
+        QCOMPARE(QDir(home).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+                 (QStringList{"Vellumora.app", "Vellumora.app.anterior"}));
+    }
+
+    // The second one comes while the first one copies, and finds the folder
+    // locked by it, or by the program that started the first one.
+    void aSecondScriptTouchesNothing_data()
+    {
+        QTest::addColumn<bool>("inherited");
+        QTest::newRow("of a program") << true;
+        QTest::newRow("of the script itself") << false;
+    }
+
+    void aSecondScriptTouchesNothing()
+    {
+        QFETCH(bool, inherited);
+        const QString fifo = folder->filePath("fifo");
+        run("mkfifo \"" + fifo + "\"");
+        BundleInstaller installer;
+        if (inherited)
+            QVERIFY(installer.claim(paths.app));
+        const QString held = script().replace("cp -a", "cat \"" + fifo + "\" && cp -a");
+        QCOMPARE(installer.start(held, {}), std::nullopt);
+        installer.release();
+        QFile end(fifo);
+        QVERIFY(end.open(QIODevice::WriteOnly)); // returns when the copy is about to begin
+        run(script());
+        QCOMPARE(version(paths.app), "old");
+        QVERIFY(!QFile::exists(paths.aside));
+        QVERIFY(!QFile::exists(opened()));
+        QVERIFY(!BundleInstaller().claim(paths.app));
+        end.close();
+        QTRY_COMPARE(read(opened()), "new\n");
+        // What has been opened does not hold the lock any more.
+        QVERIFY(BundleInstaller().claim(paths.app));
     }
 
     void itWaitsForTheProgramToEnd()
@@ -113,7 +178,7 @@ private slots:
         QDir(paths.staged).removeRecursively();
         runUntilOpened(script());
         QCOMPARE(version(paths.app), "old");
-        QVERIFY(!QFile::exists(paths.app + ".anterior"));
+        QVERIFY(!QFile::exists(paths.aside));
         QVERIFY(!QFile::exists(paths.work));
     }
 
@@ -122,38 +187,69 @@ private slots:
         QVERIFY(QFile::remove(paths.app + "/bin/vellumora-exchange"));
         runUntilOpened(script());
         QCOMPARE(program(paths.app), "old");
-        QVERIFY(!QFile::exists(paths.app + ".anterior"));
+        QVERIFY(!QFile::exists(paths.aside));
     }
 
     void aLeftoverOfAnEarlierUpdateGoes()
     {
-        makeBundle(paths.app + ".anterior", "odd");
+        makeBundle(paths.aside, "odd");
         runUntilOpened(script());
         QCOMPARE(version(paths.app), "new");
-        QVERIFY(!QFile::exists(paths.app + ".anterior"));
+        QCOMPARE(version(paths.aside), "old");
+    }
+
+    void theNameAsideIsFree()
+    {
+        QCOMPARE(SwapScript::aside(paths.app), paths.app + ".anterior");
+        QDir().mkpath(paths.app + ".anterior");
+        QVERIFY(QFile::link("/nowhere", paths.app + ".anterior-2"));
+        QCOMPARE(SwapScript::aside(paths.app), paths.app + ".anterior-3");
     }
 
     void aLeftoverThatCannotBeRemovedLeavesTheOldOne()
     {
-        QDir().mkpath(paths.app + ".anterior/stuck");
-        const QString cleaning = "rm -rf \"" + paths.app + ".anterior\"\n";
+        QDir().mkpath(paths.aside + "/stuck");
+        const QString cleaning = "rm -rf \"" + paths.aside + "\"\n";
         QVERIFY(script().contains(cleaning));
         QString text = script();
         runUntilOpened(text.replace(text.indexOf(cleaning), cleaning.size(), "false\n"));
         QCOMPARE(version(paths.app), "old");
     }
 
+    // The kernel itself answers like a file system that cannot.
+    void withoutExchangesThereAreRenames_data()
+    {
+        QTest::addColumn<int>("error");
+        QTest::addColumn<QByteArray>("left");
+        QTest::newRow("other devices") << EXDEV << QByteArray("new");
+        QTest::newRow("not known") << EINVAL << QByteArray("new");
+        QTest::newRow("forbidden") << EACCES << QByteArray("old");
+    }
+
+    void withoutExchangesThereAreRenames()
+    {
+        QFETCH(int, error);
+        QFETCH(QByteArray, left);
+        QProcess shell;
+        shell.setChildProcessModifier([error] { refuseExchanges(error); });
+        shell.start("/bin/sh", {"-c", script()});
+        QVERIFY(shell.waitForFinished());
+        QTRY_COMPARE(read(opened()), left + "\n");
+        QCOMPARE(version(paths.app), left);
+        QCOMPARE(version(paths.aside), left == "new" ? "old" : "");
+    }
+
     void killedAnywhereThereIsAWholeBundle_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QByteArray>("left");
-        const auto commands = BundleInstaller().commands("<");
+        const auto commands = BundleInstaller().commands("@");
         QTest::newRow("waiting") << "while kill" << QByteArray("old");
-        QTest::newRow("before the leftover is removed") << "rm -rf \"<.anterior\"\n" << QByteArray("old");
+        QTest::newRow("before the leftover is removed") << "rm -rf \"@.anterior\"\n" << QByteArray("old");
         QTest::newRow("before the copy") << commands.copy << QByteArray("old");
         QTest::newRow("before the exchange") << commands.exchange << QByteArray("old");
-        QTest::newRow("before the old one is removed") << "rm -rf \"<.anterior\"" << QByteArray("new");
-        QTest::newRow("before the work folder is removed") << "rm -rf \">\"" << QByteArray("new");
+        QTest::newRow("after the exchange") << "|| rm" << QByteArray("new");
+        QTest::newRow("before the work folder is removed") << "rm -rf \"^\"" << QByteArray("new");
         QTest::newRow("before it is opened") << commands.open << QByteArray("new");
     }
 
@@ -161,17 +257,16 @@ private slots:
     {
         QFETCH(QString, command);
         QFETCH(QByteArray, left);
-        command.replace('<', paths.app).replace('>', paths.work);
+        command.replace('@', paths.app).replace('^', paths.work);
         QString text = script();
-        const auto at = command.endsWith('"') ? text.lastIndexOf(command) : text.indexOf(command);
+        const auto at = text.indexOf(command);
         QVERIFY(at >= 0);
-        run(text.insert(at, "kill -9 $$; "));
+        run(command.startsWith("||") ? text.insert(at, "&& kill -9 $$ ") : text.insert(at, "kill -9 $$; "));
         QCOMPARE(version(paths.app), left);
         QDir(paths.work).removeRecursively();
         makeBundle(paths.staged, "new");
         runUntilOpened(script());
         QCOMPARE(version(paths.app), "new");
-        QVERIFY(!QFile::exists(paths.app + ".anterior"));
     }
 
     void killedAmidACopyThereIsTheOldOne()
@@ -183,7 +278,7 @@ private slots:
         QProcess shell;
         shell.setChildProcessModifier([] { ::setsid(); });
         shell.start("/bin/sh", {"-c", script().replace("cp -a", "cp -rL --copy-contents")});
-        QTRY_VERIFY(QFile::exists(paths.app + ".anterior"));
+        QTRY_VERIFY(QFile::exists(paths.aside));
         QCOMPARE(version(paths.app), "old");
         QCOMPARE(::kill(-pid_t(shell.processId()), SIGKILL), 0); // the copy as well
         QVERIFY(shell.waitForFinished());
@@ -193,20 +288,12 @@ private slots:
         QCOMPARE(version(paths.app), "new");
     }
 
-    void onlyPathsThatStayTheyAreBetweenQuotes_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("can");
-        QTest::newRow("plain") << "/home/ana/Vellumora.app" << true;
-        QTest::newRow("odd but harmless") << u"/h/it's; rm -rf * & (ñ) #!~ %1"_qs << true;
-        for (const char *bad : {"\"", "$", "`", "\\", "\n", "\r"})
-            QTest::newRow(bad) << QString("/home/a%1b/Vellumora.app").arg(bad) << false;
-    }
-
     void onlyPathsThatStayTheyAreBetweenQuotes()
     {
-        QFETCH(QString, path);
-        QTEST(SwapScript::canQuote(path), "can");
+        for (const QString &path : {u"/home/ana/Vellumora.app"_qs, u"/h/it's; rm -rf * & (ñ) #!~ %1"_qs})
+            QCOMPARE(SwapScript::unquotable(path), std::nullopt);
+        for (const char bad : {'"', '$', '`', '\\', '\n', '\r'})
+            QCOMPARE(SwapScript::unquotable(QString("/home/a%1b/Vellumora.app").arg(QChar(bad))), QChar(bad));
     }
 };
 

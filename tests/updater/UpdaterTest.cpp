@@ -1,138 +1,23 @@
-#include "updater/Updater.h"
+#include "support/UpdaterFixture.h"
 
-#include "base/Defaults.h"
 #include "l10n/L10n.h"
-#include "updater/ProgressWindow.h"
 
-#include "fakes/FakeDesktop.h"
-#include "fakes/RecordingInstaller.h"
-#include "support/KeyPair.h"
-#include "support/TempHome.h"
-#include "support/WebServer.h"
-
-#include <QApplication>
-#include <QCryptographicHash>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QRegularExpression>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
-#include <QTest>
 
-namespace {
+#include <utility>
 
-QList<QMessageBox *> alerts()
-{
-    QList<QMessageBox *> shown;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        if (auto *box = qobject_cast<QMessageBox *>(widget); box && box->isVisible())
-            shown.append(box);
-    return shown;
-}
+using namespace std::chrono_literals;
 
-bool progressShows()
-{
-    return std::ranges::any_of(QApplication::topLevelWidgets(), [](QWidget *window) {
-        return window->isVisible() && dynamic_cast<ProgressWindow *>(window);
-    });
-}
-
-} // namespace
-
-class UpdaterTest : public QObject {
+class UpdaterTest : public UpdaterFixture {
     Q_OBJECT
 
-    TempHome home;
-    const KeyPair key;
-    WebServer server;
-    FakeDesktop desktop;
-    std::unique_ptr<RecordingInstaller> installer;
-    std::unique_ptr<Updater> updater;
-    QByteArray archive;
-    int ends = 0;
-    bool capturing = false;
-
-    void start(const QString &program)
-    {
-        updater.reset();
-        installer = std::make_unique<RecordingInstaller>(program);
-        updater = std::make_unique<Updater>(*installer, desktop, key.publicPem());
-        updater->busy = [this] { return capturing; };
-        updater->terminate = [this] { ++ends; };
-    }
-
-    [[nodiscard]] QByteArray manifest(const QByteArray &version, const QByteArray &digest = {}) const
-    {
-        const QByteArray sha256
-            = QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex().toUpper();
-        const QJsonObject item{{"url", server.url("/archive").toString()},
-                               {"sha256", QString(digest.isEmpty() ? sha256 : digest)}};
-        const QJsonObject notes{{"en", "<b>New</b>"}};
-        return QJsonDocument(QJsonObject{{"version", QString(version)}, {"novedades", notes}, {"mac", item}})
-            .toJson();
-    }
-
-    void serve(const QByteArray &bytes)
-    {
-        server.answers["/actualizacion.json"] = WebServer::ok(bytes);
-        server.answers["/actualizacion.sig"] = WebServer::ok(key.sign(bytes) + "\n");
-        server.answers["/archive"] = WebServer::ok(archive);
-    }
-
-    [[nodiscard]] QByteArray lastLine() const { return home.log().trimmed().split('\n').last().mid(26); }
-
-    void answer(int button)
-    {
-        QTRY_COMPARE(alerts().size(), 1);
-        const QPointer<QMessageBox> box = alerts().first();
-        QTest::mouseClick(box->findChildren<QPushButton *>().at(button), Qt::LeftButton);
-        QTRY_VERIFY(!box);
-    }
-
-    // Waits for the alert and gives its two texts.
-    [[nodiscard]] static QStringList alertTexts()
-    {
-        if (!QTest::qWaitFor([] { return !alerts().isEmpty(); }))
-            return {};
-        return {alerts().first()->text(), alerts().first()->informativeText()};
-    }
-
-    void settle(qsizetype requests)
-    {
-        QTRY_COMPARE(server.requests.size(), requests);
-        QTRY_VERIFY(!home.log().isEmpty());
-    }
-
 private slots:
-    void init()
-    {
-        qunsetenv("VELLUMORA_PRUEBA_ACTUALIZAR");
-        QFile::remove(home.path("Library/Logs/Vellumora.log"));
-        QDir().mkpath(home.path("tmp"));
-        qputenv("TMPDIR", home.path("tmp").toLocal8Bit());
-        const QString packed = home.path("packed.tar.gz");
-        QDir().mkpath(home.path("new/Vellumora.app/bin"));
-        QCOMPARE(QProcess::execute("tar", {"-czf", packed, "-C", home.path("new"), "Vellumora.app"}), 0);
-        archive = home.read("packed.tar.gz");
-        server.answers.clear();
-        server.requests.clear();
-        desktop.opened.clear();
-        ends = 0;
-        capturing = false;
-        Defaults::setValue(Defaults::updateAddressKey, server.url("/actualizacion.json").toString());
-        start(home.path("Vellumora.app/bin/vellumora"));
-    }
-
-    void cleanup()
-    {
-        for (QMessageBox *box : alerts())
-            box->close();
-        updater.reset();
-        QDir(home.path("tmp")).removeRecursively();
-        qunsetenv("TMPDIR");
-    }
+    void init() { prepare(); }
+    void cleanup() { clear(); }
 
     void theAddressesAreDerived()
     {
@@ -196,6 +81,19 @@ private slots:
                               "The website's answer wasn't signed by KLV, so nothing was installed."}));
         QCOMPARE(home.log().count('\n'), 1);
         QCOMPARE(lastLine(), "actualizacion: firma NO valida, se ignora");
+        QCOMPARE(server.requests.size(), 4);
+    }
+
+    void aReleaseInProgressGetsASecondChance()
+    {
+        serve(manifest("99"));
+        const QByteArray good = std::exchange(server.answers["/actualizacion.sig"], WebServer::ok("old"));
+        updater->pauses.beforeSecondTry = 500ms;
+        updater->check(Updater::Asked::byUser);
+        QTRY_COMPARE(server.requests.size(), 2);
+        server.answers["/actualizacion.sig"] = good;
+        QCOMPARE(alertTexts().value(0), "A new version of Vellumora is available (99)");
+        QCOMPARE(server.requests.size(), 4);
     }
 
     void anyOtherTroubleIsTheConnections_data()
@@ -246,29 +144,18 @@ private slots:
         QVERIFY(installer->script.isEmpty());
     }
 
-    void anAcceptedUpdateIsStagedAndEndsTheProgram()
+    void longNotesFitOnEveryScreen()
     {
-        serve(manifest("99.1"));
-        qputenv("TMPDIR", QDir::current().relativeFilePath(home.path("tmp")).toLocal8Bit());
-        updater->check(Updater::Asked::byItself);
-        answer(0);
-        QTRY_COMPARE(ends, 1);
-        QCOMPARE(lastLine(), "actualizacion: instalando 99.1");
-        const auto left = QDir(home.path("tmp")).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
-        QCOMPARE(left.size(), 1);
-        const QString work = left.first().filePath();
-        QVERIFY(QRegularExpression("/vellumora-act-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$")
-                    .match(work)
-                    .hasMatch());
-        QCOMPARE(left.first().permissions()
-                     & (QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther),
-                 QFile::Permissions());
-        QCOMPARE(QDir(work).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 (QStringList{"c.dmg", "Vellumora.app"}));
-        for (const QString &path : {home.path("Vellumora.app"), work, work + "/Vellumora.app"})
-            QVERIFY(installer->script.contains("\"" + path + "\""));
-        QVERIFY(installer->script.contains("kill -0 " + QString::number(QCoreApplication::applicationPid())
-                                           + " "));
+        serve(manifest("99", {}, QString("A line of the notes\n").repeated(300)));
+        updater->check(Updater::Asked::byUser);
+        QVERIFY(alertTexts().value(1).endsWith("opens again."));
+        const QSize size = alerts().first()->frameSize();
+        for (const QScreen *screen : QGuiApplication::screens())
+            QVERIFY(size.height() < screen->availableGeometry().height()
+                    && size.width() < screen->availableGeometry().width());
+        const auto *area = alerts().first()->findChild<QScrollArea *>();
+        QVERIFY(area && area->verticalScrollBar()->maximum() > 0);
+        QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
     }
 
     void withoutAQuestionOnlyWhenTheVariableIsOne()
@@ -283,84 +170,36 @@ private slots:
         QTRY_COMPARE(ends, 1);
     }
 
-    void aCaptureIsNeitherDisturbedNorLost()
+    void anOfferLeavesTheUserAloneAfterACapture()
     {
         serve(manifest("99.1"));
-        capturing = true;
-        updater->check(Updater::Asked::byUser);
+        updater->pauses.afterCapture = 1h;
+        updater->captureEnded();
+        updater->check(Updater::Asked::byItself);
         QTRY_VERIFY(home.log().contains("web 99.1"));
         QCoreApplication::processEvents();
         QVERIFY(alerts().isEmpty());
-        emit updater->captureEnded(); // but another one has begun
-        QCoreApplication::processEvents();
-        QVERIFY(alerts().isEmpty());
-        capturing = false;
-        emit updater->captureEnded();
+        updater->check(Updater::Asked::byUser); // he does not want to be left alone
         QTRY_COMPARE(alerts().size(), 1);
-        capturing = true;
-        answer(0);
-        QTRY_VERIFY(progressShows());
-        const auto staged = [this] {
-            const auto left = QDir(home.path("tmp")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-            return !left.isEmpty() && QFile::exists(home.path("tmp/" + left.first() + "/Vellumora.app"))
-                   && !QFile::exists(home.path("tmp/" + left.first() + "/mnt"));
-        };
-        QTRY_VERIFY(staged());
-        QCoreApplication::processEvents();
-        QCOMPARE(ends, 0);
-        QVERIFY(installer->script.isEmpty());
-        capturing = false;
-        emit updater->captureEnded();
+    }
+
+    // It was hidden for the capture and has the focus again.
+    void anOfferThatShowsLeavesTheReturnKeyAloneAfterACapture()
+    {
+        serve(manifest("99.1"));
+        updater->check(Updater::Asked::byUser);
+        QTRY_COMPARE(alerts().size(), 1);
+        QMessageBox *box = alerts().first();
+        auto *update = box->findChildren<QPushButton *>().first();
+        updater->pauses.afterCapture = 200ms;
+        updater->captureEnded();
+        for (QWidget *focused : {static_cast<QWidget *>(box), static_cast<QWidget *>(update)})
+            QTest::keyClick(focused, Qt::Key_Return);
+        QVERIFY(box->isVisible());
+        QTRY_VERIFY(update->isDefault());
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_VERIFY(alerts().isEmpty());
         QTRY_COMPARE(ends, 1);
-    }
-
-    void failuresSayWhyAndLeadToTheWebsite_data()
-    {
-        QTest::addColumn<QString>("program");
-        QTest::addColumn<QString>("trouble");
-        QTest::addColumn<QString>("message");
-        const QString inside = home.path("Vellumora.app/bin/vellumora");
-        const QString noRoom = "Vellumora isn't in a folder it can write to.";
-        QTest::newRow("no bundle") << "/usr/bin/vellumora"
-                                   << "" << noRoom;
-        QTest::newRow("a folder that cannot be written") << "/proc/self/Vellumora.app/bin/vellumora"
-                                                         << "" << noRoom;
-        QTest::newRow("a path that no script can quote")
-            << home.path("a$b.app/bin/vellumora") << ""
-            << "Couldn't download or install (" + home.path("a$b.app") + ").";
-        QTest::newRow("another digest") << inside << "digest"
-                                        << "The download doesn't match the signed version.";
-        QTest::newRow("no download") << inside << "404"
-                                     << "Couldn't download or install (HTTP 404).";
-        QTest::newRow("no archive") << inside << "archive"
-                                    << u"Couldn't download or install (/usr/bin/tar devolvió 2)."_qs;
-        QTest::newRow("no address") << inside << "url"
-                                    << "Couldn't download or install (URL: ).";
-    }
-
-    void failuresSayWhyAndLeadToTheWebsite()
-    {
-        QFETCH(QString, program);
-        QFETCH(QString, trouble);
-        QFETCH(QString, message);
-        qputenv("VELLUMORA_PRUEBA_ACTUALIZAR", "1");
-        start(program);
-        if (trouble == "archive")
-            archive = "<html>";
-        QByteArray sent = manifest("99", trouble == "digest" ? QByteArray(64, '0') : QByteArray());
-        serve(trouble == "url" ? sent.replace(server.url("/archive").toEncoded(), "http://[oops") : sent);
-        if (trouble == "404")
-            server.answers.remove("/archive");
-        updater->check(Updater::Asked::byItself);
-        QCOMPARE(alertTexts(), (QStringList{"Couldn't update",
-                                            message + "\n\nYou can download it yourself from the website."}));
-        QCOMPARE(lastLine(), "actualizacion: fallo (" + message.toUtf8() + ")");
-        QVERIFY(!progressShows());
-        QCOMPARE(QDir(home.path("tmp")).entryList(QDir::Files), QStringList());
-        answer(trouble == "digest" ? 1 : 0);
-        QTRY_COMPARE(desktop.opened.size(), trouble == "digest" ? 0 : 1);
-        QCOMPARE(ends, 0);
-        QVERIFY(installer->script.isEmpty());
     }
 
     void itMayGoAtAnyMoment()

@@ -1,103 +1,168 @@
 #include "platform/freedesktop/BundleInstaller.h"
 
+#include "platform/freedesktop/BundleScript.h"
 #include "platform/freedesktop/BundleTree.h"
+#include "platform/freedesktop/SwapRehearsal.h"
+#include "platform/freedesktop/SystemTool.h"
 
-#include <QCoreApplication>
 #include <QCoroFuture>
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
-#include <QProcessEnvironment>
+#include <QStandardPaths>
 #include <QtConcurrentRun>
+
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 
 namespace {
 
-struct Tool {
-    QString program;
-    QStringList arguments;
-};
+using Problem = UpdateInstaller::Problem;
+
+constexpr int versionPatience = 10'000; // milliseconds
+constexpr int sizeColumn = 2;           // of tar's long lines
 
 // Every tool of the system that an update uses.
 namespace Tools {
 
-// An administrator's tar would restore foreign owners and rights.
-Tool attach(const QString &image, const QString &mount)
+// An administrator's tar would restore foreign owners and rights. It says of
+// each entry what it is before it unpacks it.
+SystemTool attach(const QString &image, const QString &mount)
 {
     return {u"/usr/bin/tar"_qs,
-            {u"-xf"_qs, image, u"-C"_qs, mount, u"--no-same-owner"_qs, u"--no-same-permissions"_qs}};
+            {u"-xf"_qs, image, u"-C"_qs, mount, u"--no-same-owner"_qs, u"--no-same-permissions"_qs, u"-vv"_qs,
+             u"--numeric-owner"_qs}};
 }
-Tool detach(const QString &mount) { return {u"/usr/bin/rm"_qs, {u"-rf"_qs, mount}}; }
-Tool ditto(const QString &from, const QString &to) { return {u"/usr/bin/cp"_qs, {u"-a"_qs, from, to}}; }
-Tool shell(const QString &script) { return {u"/bin/sh"_qs, {u"-c"_qs, script}}; }
+SystemTool detach(const QString &mount) { return {u"/usr/bin/rm"_qs, {u"-rf"_qs, mount}}; }
+SystemTool ditto(const QString &from, const QString &to) { return {u"/usr/bin/cp"_qs, {u"-a"_qs, from, to}}; }
+SystemTool unlock(const QStringList &paths)
+{
+    return {u"/usr/bin/chmod"_qs, QStringList{u"-R"_qs, u"u+rwX"_qs, u"--"_qs} + paths};
+}
+SystemTool remove(const QStringList &paths)
+{
+    return {u"/usr/bin/rm"_qs, QStringList{u"-rf"_qs, u"--"_qs} + paths};
+}
 
 SwapCommands swap(const QString &bundle)
 {
-    return {.copy = u"/usr/bin/cp -a"_qs,
+    return {.guard = BundleScript::guard(QFileInfo(bundle).path()),
+            .copy = u"/usr/bin/cp -a"_qs,
             .exchange = u"\"%1/bin/vellumora-exchange\""_qs.arg(bundle),
-            .open = u"/usr/bin/setsid --fork"_qs};
+            .open = BundleScript::unguard() + u"; /usr/bin/setsid --fork"_qs};
 }
+
+// The script cannot say what it misses.
+const QStringList ofTheScript{u"/usr/bin/cp"_qs, u"/usr/bin/setsid"_qs};
 
 } // namespace Tools
 
-QString failed(const Tool &tool, const QString &how) { return tool.program + u" devolvió "_qs + how; }
-
-// Tar would also do what the user has asked of it elsewhere, such as keep the
-// absolute paths of an archive.
-QProcessEnvironment environment()
+std::optional<QString> unpack(const QString &image, const QString &mount, qint64 limit)
 {
-    auto own = QProcessEnvironment::systemEnvironment();
-    own.remove(u"TAR_OPTIONS"_qs);
-    return own;
+    qint64 size = 0; // bytes
+    const auto count = [&](const QByteArray &line) {
+        const auto columns = QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts);
+        size += BundleTree::sizeOfEntry(columns.value(sizeColumn).toLongLong());
+        return size <= limit;
+    };
+    const auto problem = Tools::attach(image, mount).run(count);
+    return size > limit ? u"> %1 B"_qs.arg(limit) : problem;
 }
 
-// Absent when the tool exits with 0.
-std::optional<QString> run(const Tool &tool)
-{
-    QProcess process;
-    process.setProgram(tool.program);
-    process.setArguments(tool.arguments);
-    process.setProcessEnvironment(environment());
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start();
-    if (!process.waitForFinished(-1))
-        return tool.program + u": "_qs + process.errorString();
-    if (process.exitStatus() == QProcess::CrashExit)
-        return failed(tool, process.errorString());
-    if (process.exitCode() != 0)
-        return failed(tool, QString::number(process.exitCode()));
-    return std::nullopt;
-}
-
-std::optional<QString> copyOut(const QString &image, const QString &mount, const QString &staged)
+Problem copyOut(const QString &image, const QString &mount, const QString &staged, qint64 limit)
 {
     const QString bundle = mount + u"/Vellumora.app"_qs;
-    if (auto problem = run(Tools::attach(image, mount)))
+    if (auto problem = unpack(image, mount, limit))
         return problem;
     if (const auto stray = BundleTree::strayEntry(bundle))
         return u"Vellumora.app: "_qs + *stray;
-    return run(Tools::ditto(bundle, staged));
+    return Tools::ditto(bundle, staged).run();
 }
 
-std::optional<QString> stageNow(const QString &image, const QString &mount, const QString &staged)
+Problem stageNow(const QString &image, const QString &mount, const QString &staged, qint64 limit)
 {
     QDir().mkpath(mount);
-    auto problem = copyOut(image, mount, staged);
+    auto problem = copyOut(image, mount, staged, limit);
     // What cannot be removed goes with the folder around it.
-    (void)run(Tools::detach(mount));
+    (void)Tools::detach(mount).run();
     return problem;
+}
+
+Problem tryOutNow(const QString &staged, const QString &version, const QString &folder)
+{
+    const SystemTool program{staged + u"/bin/vellumora"_qs, {u"--version"_qs}};
+    const QString wanted = u"Vellumora "_qs + version;
+    QString said;
+    const auto keep = [&](const QByteArray &line) {
+        said += QString::fromUtf8(line);
+        return said.size() <= 2 * wanted.size();
+    };
+    if (auto problem = program.run(keep, versionPatience))
+        return problem;
+    if (said.trimmed() != wanted)
+        return u"%1 ≠ %2"_qs.arg(said.trimmed(), wanted);
+    return SwapRehearsal::room(folder, BundleTree::size(staged));
+}
+
+Problem rehearseNow(const QString &bundle, const QString &temporary, qint64 archive)
+{
+    for (const QString &tool : Tools::ofTheScript)
+        if (!QFileInfo(tool).isExecutable())
+            return tool;
+    if (auto problem = SwapRehearsal::roomFor(bundle, temporary, archive))
+        return problem;
+    return SwapRehearsal::exchange(bundle);
+}
+
+// Everything whose name is the bundle's and more than that is an update's.
+void sweepNow(const QString &bundle, QStringList paths)
+{
+    const QFileInfo info(bundle);
+    constexpr auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    for (const QFileInfo &entry : info.dir().entryInfoList(all))
+        if (entry.fileName().startsWith(info.fileName() + u".anterior"_qs)
+            || entry.fileName().startsWith(info.fileName() + u".prueba-"_qs))
+            paths.append(entry.filePath());
+    QStringList folders;
+    std::ranges::copy_if(paths, std::back_inserter(folders), [](const QString &path) {
+        return QFileInfo(path).isDir() && !QFileInfo(path).isSymLink();
+    });
+    // What is gone or not ours is not worth a word: the next one tries again.
+    if (!folders.isEmpty())
+        (void)Tools::unlock(folders).run();
+    if (!paths.isEmpty())
+        (void)Tools::remove(paths).run();
+}
+
+bool isRunnable(const QString &folder)
+{
+    struct statvfs found = {};
+    return statvfs(QFile::encodeName(folder).constData(), &found) != 0 || (found.f_flag & ST_NOEXEC) == 0;
+}
+
+// In a folder such as /tmp everybody may rename only what is his own.
+bool mayRename(const QString &bundle, const QString &folder)
+{
+    struct stat of = {};
+    struct stat in = {};
+    if (stat(QFile::encodeName(bundle).constData(), &of) != 0
+        || stat(QFile::encodeName(folder).constData(), &in) != 0)
+        return false;
+    const uid_t user = geteuid();
+    return (in.st_mode & S_ISVTX) == 0 || user == 0 || user == in.st_uid || user == of.st_uid;
 }
 
 } // namespace
 
-BundleInstaller::BundleInstaller(QString program)
-    : m_program(program.isEmpty() ? QCoreApplication::applicationFilePath() : std::move(program))
+BundleInstaller::BundleInstaller(QString program, qint64 limit)
+    : m_program(std::move(program))
+    , m_limit(limit)
 {}
 
 std::optional<QString> BundleInstaller::bundle() const
 {
-    const QFileInfo folder(QFileInfo(m_program).path());
+    // The system knows where the running program is by now.
+    const QString program = m_program.isEmpty() ? QFile::symLinkTarget(u"/proc/self/exe"_qs) : m_program;
+    const QFileInfo folder(QFileInfo(program).path());
     const QString bundle = folder.path();
     if (folder.fileName() != u"bin" || !bundle.endsWith(u".app"))
         return std::nullopt;
@@ -106,28 +171,53 @@ std::optional<QString> BundleInstaller::bundle() const
 
 bool BundleInstaller::canReplace(const QString &bundle) const
 {
-    return QFileInfo(QFileInfo(bundle).path()).isWritable();
+    const QString folder = QFileInfo(bundle).path();
+    return QFileInfo(folder).isWritable() && mayRename(bundle, folder);
+}
+
+QString BundleInstaller::temporaryFolder() const
+{
+    const QString usual = QDir::temp().absolutePath();
+    return isRunnable(usual) ? usual : QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
 }
 
 SwapCommands BundleInstaller::commands(const QString &bundle) const { return Tools::swap(bundle); }
 
-QCoro::Task<std::optional<QString>> BundleInstaller::stage(QString image, QString mount, QString staged)
+bool BundleInstaller::claim(const QString &bundle)
 {
-    co_return co_await QtConcurrent::run(stageNow, image, mount, staged);
+    auto lock = BundleScript::lock(QFileInfo(bundle).path());
+    if (!lock)
+        return false;
+    m_lock = std::move(lock);
+    return true;
 }
 
-std::optional<QString> BundleInstaller::start(const QString &script)
+void BundleInstaller::release() { m_lock.reset(); }
+
+QCoro::Task<void> BundleInstaller::sweep(QString bundle, QStringList paths)
 {
-    const Tool shell = Tools::shell(script);
-    QProcess process;
-    process.setProgram(shell.program);
-    process.setArguments(shell.arguments);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    // Not in a folder that the script removes.
-    process.setWorkingDirectory(QDir::rootPath());
-    if (!process.startDetached())
-        return shell.program + u": "_qs + process.errorString();
-    return std::nullopt;
+    co_await QtConcurrent::run(sweepNow, bundle, paths);
 }
+
+QCoro::Task<Problem> BundleInstaller::rehearse(QString bundle, qint64 archive)
+{
+    co_return co_await QtConcurrent::run(rehearseNow, bundle, temporaryFolder(), archive);
+}
+
+QCoro::Task<Problem> BundleInstaller::stage(QString image, QString mount, QString staged)
+{
+    co_return co_await QtConcurrent::run(stageNow, image, mount, staged, m_limit);
+}
+
+QCoro::Task<Problem> BundleInstaller::tryOut(QString staged, QString version, QString folder)
+{
+    co_return co_await QtConcurrent::run(tryOutNow, staged, version, folder);
+}
+
+Problem BundleInstaller::start(const QString &script, const QByteArray &bequest)
+{
+    const Descriptor none;
+    return BundleScript::start(script, m_lock ? *m_lock : none, bequest);
+}
+
+QByteArray BundleInstaller::takeBequest() { return BundleScript::takeBequest(); }

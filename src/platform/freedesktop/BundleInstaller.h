@@ -1,20 +1,33 @@
 #pragma once
 
 #include "platform/UpdateInstaller.h"
+#include "platform/freedesktop/Descriptor.h"
 
 // Bundles that are plain folders, images that are tar archives of any packing
 // that tar knows.
 class BundleInstaller final : public UpdateInstaller {
 public:
+    // The most that an image may unpack to, in bytes.
+    static constexpr qint64 unpackedLimit = 2'147'483'648;
+
     // The running program, unless another path is given.
-    explicit BundleInstaller(QString program = {});
+    explicit BundleInstaller(QString program = {}, qint64 limit = unpackedLimit);
 
     std::optional<QString> bundle() const override;
     bool canReplace(const QString &bundle) const override;
+    QString temporaryFolder() const override;
     SwapCommands commands(const QString &bundle) const override;
-    QCoro::Task<std::optional<QString>> stage(QString image, QString mount, QString staged) override;
-    std::optional<QString> start(const QString &script) override;
+    bool claim(const QString &bundle) override;
+    void release() override;
+    QCoro::Task<void> sweep(QString bundle, QStringList paths) override;
+    QCoro::Task<Problem> rehearse(QString bundle, qint64 archive) override;
+    QCoro::Task<Problem> stage(QString image, QString mount, QString staged) override;
+    QCoro::Task<Problem> tryOut(QString staged, QString version, QString folder) override;
+    Problem start(const QString &script, const QByteArray &bequest) override;
+    QByteArray takeBequest() override;
 
 private:
     const QString m_program;
+    const qint64 m_limit;
+    std::optional<Descriptor> m_lock;
 };

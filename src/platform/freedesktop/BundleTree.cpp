@@ -9,6 +9,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr qint64 block = 4096; // bytes
 constexpr auto foreignRights = fs::perms::set_uid | fs::perms::set_gid;
 
 bool isInside(const fs::path &path, const fs::path &root)
@@ -60,6 +61,21 @@ std::optional<QString> strayEntry(const QString &bundle)
     if (error)
         return QString::fromLocal8Bit(error.message());
     return std::nullopt;
+}
+
+qint64 sizeOfEntry(qint64 bytes) { return std::max(bytes, block); }
+
+qint64 size(const QString &bundle)
+{
+    std::error_code error;
+    fs::recursive_directory_iterator entry(QFile::encodeName(bundle).toStdString(), error);
+    qint64 sum = 0;
+    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+        std::error_code unknown;
+        const bool file = entry->is_regular_file(unknown) && !entry->is_symlink(unknown);
+        sum += sizeOfEntry(file ? qint64(entry->file_size(unknown)) : 0);
+    }
+    return sum;
 }
 
 } // namespace BundleTree

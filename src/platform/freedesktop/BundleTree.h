@@ -12,4 +12,9 @@ namespace BundleTree {
 // root itself) and the reason; absent when all may, or when there is no bundle.
 [[nodiscard]] std::optional<QString> strayEntry(const QString &bundle);
 
+// The room that it takes on a disk, in bytes; every entry counts a block at
+// least.
+[[nodiscard]] qint64 size(const QString &bundle);
+[[nodiscard]] qint64 sizeOfEntry(qint64 bytes);
+
 } // namespace BundleTree

@@ -4,6 +4,8 @@
 #include <QFile>
 
 #include <canberra.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace {
 
@@ -25,9 +27,23 @@ ca_context *opened(const char *driver)
     return nullptr;
 }
 
+// A file that nobody has to remove, however the program ends; negative when there
+// can be none.
+int soundInMemory()
+{
+    QFile sound(QStringLiteral(":/vellumora/pop.wav"));
+    if (!sound.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray bytes = sound.readAll();
+    const int memory = memfd_create("pop.wav", MFD_CLOEXEC);
+    if (memory >= 0)
+        (void)!write(memory, bytes.constData(), static_cast<size_t>(bytes.size()));
+    return memory;
+}
+
 } // namespace
 
-PopSound::PopSound() : m_file(QDir::tempPath() + QStringLiteral("/vellumora-XXXXXX.wav"))
+PopSound::PopSound()
 {
     m_thread.setMaxThreadCount(1);
     m_thread.setExpiryTimeout(0);
@@ -38,6 +54,8 @@ PopSound::~PopSound()
     m_thread.waitForDone();
     if (m_context)
         ca_context_destroy(m_context);
+    if (m_memory >= 0)
+        close(m_memory);
 }
 
 void PopSound::play()
@@ -57,10 +75,11 @@ bool PopSound::prepare()
 {
     if (m_context)
         return true;
-    QFile sound(QStringLiteral(":/vellumora/pop.wav"));
-    if (!sound.open(QIODevice::ReadOnly) || !m_file.open() || m_file.write(sound.readAll()) <= 0)
+    if (m_memory < 0)
+        m_memory = soundInMemory();
+    if (m_memory < 0)
         return false;
-    m_file.close(); // the file itself stays until the program ends
+    m_file = QByteArrayLiteral("/proc/self/fd/") + QByteArray::number(m_memory);
     m_context = opened("pulse");
     if (!m_context && soundCardPresent())
         m_context = opened("alsa");
@@ -71,8 +90,7 @@ void PopSound::playNow()
 {
     if (!prepare())
         return;
-    const QByteArray path = QFile::encodeName(m_file.fileName());
     // Without a sound device this fails, and silence is the right answer.
-    ca_context_play(m_context, 0, CA_PROP_MEDIA_FILENAME, path.constData(), CA_PROP_APPLICATION_NAME,
+    ca_context_play(m_context, 0, CA_PROP_MEDIA_FILENAME, m_file.constData(), CA_PROP_APPLICATION_NAME,
                     "Vellumora", CA_PROP_EVENT_DESCRIPTION, "Pop", CA_PROP_MEDIA_ROLE, "event", nullptr);
 }

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QTemporaryFile>
+#include <QByteArray>
 #include <QThreadPool>
-
-#include <memory>
 
 struct ca_context;
 
@@ -24,7 +22,8 @@ private:
     [[nodiscard]] bool prepare();
     void playNow();
 
-    QTemporaryFile m_file; // the server plays files only
+    QByteArray m_file; // the path of the sound; the sound library plays files only
+    int m_memory = -1; // what the file is made of
     ca_context *m_context = nullptr;
     QThreadPool m_thread; // last, so that it ends first
 };

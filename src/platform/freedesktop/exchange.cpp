@@ -24,25 +24,33 @@ void writeToDisk(const char *folder)
     close(file);
 }
 
-// For file systems that cannot exchange: network shares, FAT. Between the
-// renames there is a moment with nothing under the first name.
+// For file systems that cannot exchange: network shares, FAT, layered ones.
+// Between the renames there is a moment with nothing under the first name.
 bool renameInTurn(const std::string &one, const std::string &other)
 {
     const std::string aside = other + ".aparte";
     if (std::rename(one.c_str(), aside.c_str()) != 0)
         return false;
-    if (std::rename(other.c_str(), one.c_str()) == 0)
-        return std::rename(aside.c_str(), other.c_str()) == 0;
+    if (std::rename(other.c_str(), one.c_str()) == 0) {
+        // The exchange is done, whatever name the first one ends up with.
+        std::rename(aside.c_str(), other.c_str());
+        return true;
+    }
     std::rename(aside.c_str(), one.c_str());
     return false;
+}
+
+// Layered file systems say that the two are on different devices.
+bool cannotExchange(int error)
+{
+    return error == EINVAL || error == ENOSYS || error == EXDEV || error == EOPNOTSUPP;
 }
 
 bool exchange(const char *one, const char *other)
 {
     if (renameat2(AT_FDCWD, one, AT_FDCWD, other, RENAME_EXCHANGE) == 0)
         return true;
-    const bool cannot = errno == EINVAL || errno == ENOSYS;
-    return cannot && renameInTurn(one, other);
+    return cannotExchange(errno) && renameInTurn(one, other);
 }
 
 } // namespace

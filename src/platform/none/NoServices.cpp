@@ -1,5 +1,6 @@
 #include "platform/none/NoServices.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QWidget>
@@ -10,7 +11,7 @@ class NoScreens final : public ScreenGrabber {
 public:
     bool accessGranted() override { return false; }
     void requestAccess() override {}
-    void openAccessSettings() override {}
+    bool openAccessSettings() override { return false; }
     QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override { co_return std::nullopt; }
 };
 
@@ -59,6 +60,7 @@ public:
     bool enabled() const override { return false; }
     void enable() override {}
     void disable() override {}
+    bool canBeEnabled() override { return false; }
 };
 
 class NoDesktop final : public Desktop {
@@ -76,9 +78,16 @@ class NoInstaller final : public UpdateInstaller {
 public:
     std::optional<QString> bundle() const override { return std::nullopt; }
     bool canReplace(const QString &) const override { return false; }
+    QString temporaryFolder() const override { return QDir::tempPath(); }
     SwapCommands commands(const QString &) const override { return {}; }
-    QCoro::Task<std::optional<QString>> stage(QString, QString, QString) override { co_return notHere(); }
-    std::optional<QString> start(const QString &) override { return notHere(); }
+    bool claim(const QString &) override { return true; }
+    void release() override {}
+    QCoro::Task<void> sweep(QString, QStringList) override { co_return; }
+    QCoro::Task<Problem> rehearse(QString, qint64) override { co_return notHere(); }
+    QCoro::Task<Problem> stage(QString, QString, QString) override { co_return notHere(); }
+    QCoro::Task<Problem> tryOut(QString, QString, QString) override { co_return notHere(); }
+    Problem start(const QString &, const QByteArray &) override { return notHere(); }
+    QByteArray takeBequest() override { return {}; }
 
 private:
     static QString notHere() { return QStringLiteral("UpdateInstaller"); }
@@ -90,9 +99,9 @@ Platform makeNoPlatform()
 {
     return {.screens = std::make_unique<NoScreens>(),
             .windows = std::make_unique<PlainWindows>(),
+            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .hotKeys = std::make_unique<NoHotKeys>(),
             .keyboard = std::make_unique<NoLayout>(),
-            .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .statusItem = std::make_unique<NoStatusItem>(),
             .loginItem = std::make_unique<NoLoginItem>(),
             .desktop = std::make_unique<NoDesktop>(),

@@ -1,6 +1,6 @@
 #include "platform/x11/Keyboard.h"
 
-#include "hotkey/Shortcut.h"
+#include "platform/Shortcut.h"
 #include "platform/x11/Xcb.h"
 
 #include <xcb/xcb_keysyms.h>

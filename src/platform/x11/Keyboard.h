@@ -6,9 +6,6 @@
 // The server's keyboard mapping, asked afresh by every call.
 namespace X11Keyboard {
 
-// An X key code is the kernel's plus this.
-inline constexpr std::uint32_t evdevOffset = 8;
-
 // The modifier mask that stands for the modifiers of a shortcut in the saved
 // form, such as command for the Super key.
 [[nodiscard]] std::uint16_t modifierMask(std::uint64_t shortcutModifiers);

@@ -2,15 +2,19 @@
 
 #include "platform/KeyCodes.h"
 #include "platform/x11/Keyboard.h"
+#include "platform/x11/X11KeyboardGrab.h"
 #include "platform/x11/Xcb.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>
 #include <utility>
 
-X11HotKeys::X11HotKeys() { QCoreApplication::instance()->installNativeEventFilter(this); }
+X11HotKeys::X11HotKeys(const X11KeyboardGrab &recorder) : m_recorder(recorder)
+{
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
 
 X11HotKeys::~X11HotKeys() { unregisterShortcut(); }
 
@@ -19,7 +23,7 @@ bool X11HotKeys::registerShortcut(const Shortcut &shortcut)
     const auto position = KeyCodes::toEvdev(shortcut.keyCode);
     if (!position)
         return false;
-    Grabs granted{.keyCode = static_cast<std::uint8_t>(*position + X11Keyboard::evdevOffset), .masks = {}};
+    Grabs granted{.keyCode = static_cast<std::uint8_t>(*position + KeyCodes::nativeOffset), .masks = {}};
     const std::uint16_t modifiers = X11Keyboard::modifierMask(shortcut.modifiers);
     auto *c = Xcb::connection();
     for (const std::uint16_t locks : X11Keyboard::lockStates()) {
@@ -50,30 +54,37 @@ void X11HotKeys::giveUp(const Grabs &grabs, const Grabs &butNot)
     xcb_flush(c);
 }
 
-// An open menu of this program holds the whole keyboard, and the server then
-// knows no shortcuts.
-bool X11HotKeys::isPressedInOwnMenu(const xcb_key_press_event_t &key) const
+// A key that is held repeats itself: it is released and pressed in one moment, and
+// stays taken even if its modifiers have been let go meanwhile.
+bool X11HotKeys::takePress(const xcb_key_press_event_t &key)
 {
     constexpr unsigned buttonsFrom = 0x100;
+    const bool repeated = m_lastRelease == key.time;
     const auto modifiers = static_cast<std::uint16_t>(key.state % buttonsFrom);
-    return QApplication::activePopupWidget()
-           && std::ranges::find(m_grabs.masks, modifiers) != m_grabs.masks.end();
+    m_down = repeated || std::ranges::find(m_grabs.masks, modifiers) != m_grabs.masks.end();
+    if (m_down && !repeated && onPressed)
+        QTimer::singleShot(0, QCoreApplication::instance(), onPressed);
+    return m_down;
+}
+
+bool X11HotKeys::takeRelease(const xcb_key_press_event_t &key)
+{
+    if (!std::exchange(m_down, false))
+        return false;
+    m_lastRelease = key.time;
+    return true;
 }
 
 bool X11HotKeys::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
-    if (m_grabs.keyCode == 0 || eventType != "xcb_generic_event_t")
+    if (m_grabs.keyCode == 0 || eventType != "xcb_generic_event_t" || m_recorder.wanted())
         return false;
     constexpr unsigned sentBit = 0x80;
     const unsigned type = static_cast<xcb_generic_event_t *>(message)->response_type & ~sentBit;
     if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
         return false;
     const auto &key = *static_cast<xcb_key_press_event_t *>(message);
-    if (key.detail != m_grabs.keyCode || !(key.event == Xcb::root() || isPressedInOwnMenu(key)))
+    if (key.detail != m_grabs.keyCode)
         return false;
-    if (type == XCB_KEY_RELEASE)
-        m_lastRelease = key.time;
-    else if (key.time != m_lastRelease && onPressed) // a repeated key is released and pressed in one moment
-        QTimer::singleShot(0, QCoreApplication::instance(), onPressed);
-    return true;
+    return type == XCB_KEY_PRESS ? takePress(key) : takeRelease(key);
 }

@@ -6,12 +6,20 @@
 
 #include <xcb/xcb.h>
 
+#include <optional>
 #include <vector>
 
-// Grabs the key on the root window, once for every state of the lock keys.
+class X11KeyboardGrab;
+
+// Grabs the key on the root window, once for every state of the lock keys. While
+// this program holds the whole keyboard, as it does during a capture and while a
+// menu is open, the server knows no shortcuts: the key then comes to one of the own
+// windows and is taken from it.
 class X11HotKeys final : public HotKeyService, public QAbstractNativeEventFilter {
 public:
-    X11HotKeys();
+    // While the recorder holds the keyboard, every key is for it. It has to
+    // outlive this.
+    explicit X11HotKeys(const X11KeyboardGrab &recorder);
     ~X11HotKeys() override;
 
     bool registerShortcut(const Shortcut &shortcut) override;
@@ -25,9 +33,13 @@ private:
         std::vector<std::uint16_t> masks;
     };
 
-    [[nodiscard]] bool isPressedInOwnMenu(const xcb_key_press_event_t &key) const;
+    // Both answer whether the event goes no further.
+    [[nodiscard]] bool takePress(const xcb_key_press_event_t &key);
+    [[nodiscard]] bool takeRelease(const xcb_key_press_event_t &key);
     static void giveUp(const Grabs &grabs, const Grabs &butNot);
 
+    const X11KeyboardGrab &m_recorder;
     Grabs m_grabs;
-    std::uint32_t m_lastRelease = 0; // server time, milliseconds
+    bool m_down = false;                        // taken, and not released since
+    std::optional<std::uint32_t> m_lastRelease; // of what was taken; server time, milliseconds
 };

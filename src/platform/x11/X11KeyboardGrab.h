@@ -16,6 +16,9 @@ public:
     void take(QWidget &window) override;
     void release() override;
 
+    // Whether it is held, or asked for until another program lets go.
+    [[nodiscard]] bool wanted() const { return m_wanted; }
+
 private:
     void grab();
 

@@ -1,12 +1,14 @@
 #include "platform/x11/X11ScreenGrabber.h"
 
-#include "platform/x11/OwnWindows.h"
+#include "platform/freedesktop/PrivacySettings.h"
 #include "platform/x11/Xcb.h"
 
 #include <QGuiApplication>
 #include <QPixmap>
 
+#include <algorithm>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
@@ -26,14 +28,29 @@ QImage takeThroughSocket(const QRect &area, QImage::Format format)
     return image;
 }
 
-// Where the screen is on the root window. The toolkit's own rectangle is
-// rounded to points, so the monitor's is asked for first.
-QRect nativeArea(const QScreen &screen, const QHash<QString, QRect> &monitors)
+// How the screens lie on the root window at this moment.
+struct Desk {
+    QHash<QString, QRect> monitors = Xcb::monitors();
+    QRect root = Xcb::rootArea();
+
+    // The toolkit's own rectangle is rounded to points, so the monitor's is asked
+    // for first. Empty when the screen is not there any more.
+    [[nodiscard]] QRect place(const QScreen &screen) const
+    {
+        const QRect area = screen.geometry();
+        const QRect guess(area.topLeft(), (QSizeF(area.size()) * screen.devicePixelRatio()).toSize());
+        return monitors.value(screen.name(), guess) & root;
+    }
+};
+
+// The numbers of the screens, that of the one under the pointer last.
+std::vector<qsizetype> orderOf(const QList<QScreen *> &screens)
 {
-    const QRect root(0, 0, Xcb::screen()->width_in_pixels, Xcb::screen()->height_in_pixels);
-    const QRect area = screen.geometry();
-    const QRect guess(area.topLeft(), (QSizeF(area.size()) * screen.devicePixelRatio()).toSize());
-    return monitors.value(screen.name(), guess) & root;
+    std::vector<qsizetype> order(static_cast<size_t>(screens.size()));
+    std::iota(order.begin(), order.end(), 0);
+    const QScreen *under = Xcb::screenUnderPointer();
+    std::ranges::stable_partition(order, [&](qsizetype i) { return screens[i] != under; });
+    return order;
 }
 
 } // namespace
@@ -44,25 +61,27 @@ bool X11ScreenGrabber::accessGranted()
            || qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
+bool X11ScreenGrabber::openAccessSettings() { return PrivacySettings::open(); }
+
 QCoro::Task<std::optional<std::vector<ScreenShot>>> X11ScreenGrabber::grabScreens()
 {
-    m_ownWindows->hide();
-    const auto monitors = Xcb::monitors();
-    std::vector<ScreenShot> shots;
-    for (QScreen *screen : QGuiApplication::screens()) {
-        const QRect area = nativeArea(*screen, monitors);
-        const QImage image = area.isEmpty() ? QImage() : grab(*screen, area);
-        if (image.isNull())
-            continue;
-        const double scale = screen->devicePixelRatio();
-        shots.push_back({screen, image, scale, QSizeF(image.size()) / scale});
-    }
+    const Desk desk;
+    const auto screens = QGuiApplication::screens();
+    std::vector<ScreenShot> all(static_cast<size_t>(screens.size()));
+    for (const qsizetype i : orderOf(screens))
+        all[static_cast<size_t>(i)] = shoot(*screens[i], desk.place(*screens[i]));
     m_pictures.forgetUnused();
-    if (shots.empty()) {
-        m_ownWindows->restore();
-        co_return std::nullopt;
-    }
-    co_return shots;
+    std::erase_if(all, [](const ScreenShot &shot) { return !shot.screen; });
+    co_return all;
+}
+
+// Without a screen when that is not there.
+ScreenShot X11ScreenGrabber::shoot(QScreen &screen, const QRect &area)
+{
+    const QImage image = area.isEmpty() ? QImage() : grab(screen, area);
+    const bool gone = area.isEmpty() || (image.isNull() && Desk().place(screen) != area);
+    const double scale = screen.devicePixelRatio();
+    return {gone ? nullptr : &screen, image, scale, QSizeF(image.size()) / scale};
 }
 
 QImage X11ScreenGrabber::grab(QScreen &screen, const QRect &area)

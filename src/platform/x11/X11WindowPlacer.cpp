@@ -21,6 +21,7 @@ X11WindowPlacer::X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows) : m_own
 
 void X11WindowPlacer::beginSession()
 {
+    m_ownWindows->hide();
     qApp->installEventFilter(this);
     auto *c = Xcb::connection();
     const Xcb::Reply<xcb_get_input_focus_reply_t> reply(
@@ -55,17 +56,7 @@ void X11WindowPlacer::giveKeyboard(QWidget &window)
     window.focusWidget() ? window.focusWidget()->setFocus() : window.setFocus();
 }
 
-QScreen *X11WindowPlacer::screenUnderPointer() const
-{
-    // The toolkit's own pointer position is in points, which overlap between
-    // screens of different scale.
-    const QPoint pointer = Xcb::pointer();
-    const auto monitors = Xcb::monitors();
-    for (QScreen *screen : QGuiApplication::screens())
-        if (monitors.value(screen->name()).contains(pointer))
-            return screen;
-    return nullptr;
-}
+QScreen *X11WindowPlacer::screenUnderPointer() const { return Xcb::screenUnderPointer(); }
 
 // A dialog that a part of the overlay opens, such as the toolkit's warning about
 // a file that it cannot delete, would wait for an answer behind the overlays.

@@ -1,9 +1,11 @@
 #include "platform/x11/Xcb.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 
 #include <xcb/randr.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -31,6 +33,14 @@ xcb_connection_t *connection()
 xcb_screen_t *screen() { return xcb_setup_roots_iterator(xcb_get_setup(connection())).data; }
 
 xcb_window_t root() { return screen()->root; }
+
+QRect rootArea()
+{
+    auto *c = connection();
+    const Reply<xcb_get_geometry_reply_t> reply(
+        xcb_get_geometry_reply(c, xcb_get_geometry(c, root()), nullptr));
+    return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
+}
 
 xcb_atom_t atom(const char *name)
 {
@@ -77,6 +87,18 @@ QPoint pointer()
     const Reply<xcb_query_pointer_reply_t> reply(
         xcb_query_pointer_reply(c, xcb_query_pointer(c, root()), nullptr));
     return reply ? QPoint(reply->root_x, reply->root_y) : QPoint();
+}
+
+// The toolkit's own pointer position is in points, which overlap between screens of
+// different scale.
+QScreen *screenUnderPointer()
+{
+    const QPoint at = pointer();
+    const auto all = monitors();
+    const auto screens = QGuiApplication::screens();
+    const auto found = std::ranges::find_if(
+        screens, [&](const QScreen *screen) { return all.value(screen->name()).contains(at); });
+    return found == screens.end() ? nullptr : *found;
 }
 
 void sync()

@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <memory>
 
+class QScreen;
+
 // The X server as the application object already knows it. Every rectangle is
 // in device pixels of the root window.
 namespace Xcb {
@@ -24,6 +26,8 @@ using Reply = std::unique_ptr<T, Free>;
 [[nodiscard]] xcb_connection_t *connection();
 [[nodiscard]] xcb_screen_t *screen();
 [[nodiscard]] xcb_window_t root();
+// As large as it is now: monitors that come and go change that.
+[[nodiscard]] QRect rootArea();
 
 // Interned on every call; null when the server knows no such name.
 [[nodiscard]] xcb_atom_t atom(const char *name);
@@ -37,6 +41,10 @@ using Reply = std::unique_ptr<T, Free>;
 [[nodiscard]] QHash<QString, QRect> monitors();
 
 [[nodiscard]] QPoint pointer();
+
+// The toolkit's screen on the monitor that the pointer is on; null when it is on
+// none.
+[[nodiscard]] QScreen *screenUnderPointer();
 
 // Waits until the server has carried out all requests so far.
 void sync();

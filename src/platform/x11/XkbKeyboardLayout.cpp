@@ -1,6 +1,6 @@
 #include "platform/x11/XkbKeyboardLayout.h"
 
-#include "platform/x11/Keyboard.h"
+#include "platform/KeyCodes.h"
 #include "platform/x11/Xcb.h"
 
 #include <xkbcommon/xkbcommon-x11.h>
@@ -40,7 +40,7 @@ std::optional<QString> XkbKeyboardLayout::textOfKey(std::uint32_t evdevCode) con
     // The group in use, but always the first level: held modifiers must not show.
     const auto group = xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE);
     const xkb_keysym_t *symbols = nullptr;
-    const int count = xkb_keymap_key_get_syms_by_level(keymap.get(), evdevCode + X11Keyboard::evdevOffset,
+    const int count = xkb_keymap_key_get_syms_by_level(keymap.get(), evdevCode + KeyCodes::nativeOffset,
                                                        group, 0, &symbols);
     const QString text = count > 0 ? textOfSymbol(symbols[0]) : QString();
     return text.isEmpty() ? std::nullopt : std::optional(text);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Shortcut.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+class KeyboardLayout;
+
+// How a shortcut is shown and how it is saved.
+namespace ShortcutForm {
+
+// Returns the symbols ⌃⌥⇧⌘ in this order and the key's name, such as "⇧⌘X".
+[[nodiscard]] QString display(const Shortcut &shortcut, const KeyboardLayout &layout);
+
+// Returns a localised or symbolic name for special keys, else what the key types on
+// the keyboard's layout, in upper case; "?" when that is nothing.
+[[nodiscard]] QString keyName(std::uint32_t keyCode, const KeyboardLayout &layout);
+
+// Returns the saved form, a JSON object.
+[[nodiscard]] QByteArray toJson(const Shortcut &shortcut);
+// Returns nothing for anything else than two whole numbers in range.
+[[nodiscard]] std::optional<Shortcut> fromJson(const QByteArray &json);
+
+} // namespace ShortcutForm

@@ -1,0 +1,156 @@
+#include "marks/Pixelation.h"
+
+#include "base/Painting.h"
+#include "base/Rect.h"
+#include "base/ViewSpace.h"
+#include "marks/Annotation.h"
+#include "marks/Reach.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr double smallestSide = 2; // points
+constexpr double blockPoints = 10;
+constexpr int smallestBlock = 6; // device pixels
+constexpr int channelBits = 8;
+constexpr int pairBits = 16;
+constexpr std::uint32_t evenBytes = 0x00ff00ff;
+constexpr int pixelsAtOnce = 256; // whose bytes add up to 16 bits at most
+
+// The sums of the channels, two to a word.
+struct Sums {
+    std::uint64_t redBlue = 0; // red from bit 32 on
+    std::uint64_t green = 0;
+};
+
+void add(Sums &sums, const QRgb *pixels, int count)
+{
+    std::uint32_t redBlue = 0;
+    std::uint32_t green = 0;
+    for (int i = 0; i < count; ++i) {
+        redBlue += pixels[i] & evenBytes;
+        green += (pixels[i] >> channelBits) & 0xff;
+    }
+    sums.redBlue += (std::uint64_t(redBlue >> pairBits) << 32) + (redBlue & 0xffff);
+    sums.green += green;
+}
+
+QRgb mean(const QImage &screen, const QRect &block)
+{
+    Sums sums;
+    for (int y = block.top(); y <= block.bottom(); ++y) {
+        const auto *row = reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + block.left();
+        for (int x = 0; x < block.width(); x += pixelsAtOnce)
+            add(sums, row + x, std::min(pixelsAtOnce, block.width() - x));
+    }
+    const std::uint64_t pixels = std::uint64_t(block.width()) * std::uint64_t(block.height());
+    const auto rounded = [&](std::uint64_t sum) { return static_cast<int>((sum + pixels / 2) / pixels); };
+    return qRgb(rounded(sums.redBlue >> 32), rounded(sums.green), rounded(sums.redBlue & 0xffffffff));
+}
+
+// Where the nth of some equal stretches begins.
+int border(int n, int count, double low, double length)
+{
+    return static_cast<int>(std::lround(low + length * n / count));
+}
+
+// The first stretch that ends beyond the pixel, and the one after the last that
+// begins before the other.
+std::pair<int, int> touched(int first, int last, int count, double low, double length)
+{
+    const auto within = [&](double n) { return static_cast<int>(std::clamp(n, 0.0, double(count))); };
+    const double stretch = length / count;
+    return {within(std::floor((first - low) / stretch) - 1),
+            within(std::ceil((last + 1 - low) / stretch) + 1)};
+}
+
+void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed)
+{
+    const Painting::Saved saved(painter);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const QTransform toPixels = painter.combinedTransform();
+    painter.setWorldTransform(toPixels.inverted() * painter.worldTransform()); // to the device's own pixels
+    Mosaic(mark).draw(painter, toPixels.mapRect(mark.rectFromPoints()),
+                      toPixels.mapRect(exposed).toAlignedRect());
+}
+
+QRectF bounds(const Annotation &mark) { return mark.rectFromPoints(); }
+
+Look::Boxes boxes(const Annotation &mark) { return {Reach::spill(bounds(mark), 0)}; }
+
+} // namespace
+
+namespace Looks {
+extern const Look mosaic;
+const Look mosaic{draw, boxes, bounds};
+} // namespace Looks
+
+Mosaic::Mosaic(const Annotation &mark)
+{
+    const QRectF rect = mark.rectFromPoints();
+    if (!(rect.width() >= smallestSide && rect.height() >= smallestSide) || Annotation::background.isNull())
+        return;
+    const double scale = Annotation::backgroundScale;
+    m_screen = Annotation::background;
+    m_part = ViewSpace({0, Annotation::viewHeight}, scale).toPixels(rect) & m_screen.rect();
+    if (m_part.isEmpty())
+        return;
+    const int side = Pixelation::blockSide(scale);
+    m_blocks = {std::max(m_part.width() / side, 1), std::max(m_part.height() / side, 1)};
+    m_colours.resize(std::size_t(m_blocks.width()) * std::size_t(m_blocks.height()));
+}
+
+QRgb Mosaic::colour(int column, int row)
+{
+    QRgb &kept = m_colours[std::size_t(row) * std::size_t(m_blocks.width()) + std::size_t(column)];
+    if (kept == 0) {
+        const auto at
+            = [](int n, int count, int length) { return static_cast<int>(qint64(length) * n / count); };
+        const QPoint low(at(column, m_blocks.width(), m_part.width()),
+                         at(row, m_blocks.height(), m_part.height()));
+        const QPoint high(at(column + 1, m_blocks.width(), m_part.width()),
+                          at(row + 1, m_blocks.height(), m_part.height()));
+        kept = mean(m_screen, QRect(low, high - QPoint{1, 1}).translated(m_part.topLeft()));
+    }
+    return kept;
+}
+
+QRect Mosaic::covered(const QRectF &place)
+{
+    const QPoint low = place.topLeft().toPoint();
+    return {low, place.bottomRight().toPoint() - QPoint{1, 1}};
+}
+
+// Block by block: where Qt enlarges a picture, the borders depend on which part
+// of it is painted.
+void Mosaic::draw(QPainter &painter, const QRectF &place, const QRect &exposed)
+{
+    if (isNull())
+        return;
+    const auto [left, right]
+        = touched(exposed.left(), exposed.right(), m_blocks.width(), place.x(), place.width());
+    const auto [top, bottom]
+        = touched(exposed.top(), exposed.bottom(), m_blocks.height(), place.y(), place.height());
+    for (int row = top; row < bottom; ++row) {
+        const int low = border(row, m_blocks.height(), place.y(), place.height());
+        const int high = border(row + 1, m_blocks.height(), place.y(), place.height());
+        for (int column = left; column < right; ++column) {
+            const int begin = border(column, m_blocks.width(), place.x(), place.width());
+            const int end = border(column + 1, m_blocks.width(), place.x(), place.width());
+            const QRect block = QRect(begin, low, end - begin, high - low) & exposed;
+            if (!block.isEmpty())
+                painter.fillRect(block, QColor::fromRgb(colour(column, row)));
+        }
+    }
+}
+
+namespace Pixelation {
+
+int blockSide(double scale) { return std::max(static_cast<int>(blockPoints * scale), smallestBlock); }
+
+} // namespace Pixelation

@@ -1,0 +1,225 @@
+#include "overlay/canvas/Chrome.h"
+
+#include "base/Fonts.h"
+#include "base/Painting.h"
+#include "base/Rect.h"
+#include "base/ViewSpace.h"
+#include "l10n/L10n.h"
+#include "marks/SelectionGeometry.h"
+#include "overlay/canvas/HandleSprite.h"
+#include "toolbar/Theme.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using Painting::Label;
+using Painting::Saved;
+
+namespace {
+
+constexpr double badgeFontSize = 11; // points
+constexpr double hintFontSize = 13;
+constexpr double hintRadius = 8;
+constexpr double brandMargin = 16; // from the corner of the screen
+constexpr double brandKern = 2.2;
+constexpr double dashLength = 4; // points
+constexpr double gapLength = 3;
+constexpr double lineReach = 1;    // of the frame's lines, from the edge
+constexpr double antialiasing = 1; // what a soft edge may spill over
+
+const QColor outlineColor = QColor::fromRgbF(0, 0, 0, 0.35F);
+
+void drawOutline(QPainter &painter, const QRectF &selection)
+{
+    const Saved saved(painter);
+    painter.setPen(QPen(outlineColor, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(grown(selection, -0.5));
+}
+
+// The dashes of one edge, as lines; travelled is how far round the frame it
+// begins, so that the pattern goes on round the corners.
+void addDashes(QList<QLineF> &dashes, QPointF from, QPointF to, double travelled)
+{
+    const double length = QLineF(from, to).length();
+    const QPointF unit = (to - from) / std::max(length, 1.0);
+    double at = -std::fmod(travelled, dashLength + gapLength);
+    for (; at < length; at += dashLength + gapLength) {
+        const double begin = std::max(at, 0.0);
+        const double end = std::min(at + dashLength, length);
+        if (end > begin)
+            dashes.append({from + unit * begin, from + unit * end});
+    }
+}
+
+// Dash by dash: the toolkit's dashed pen shifts its pattern with the part of the
+// screen that is repainted.
+void drawDashedFrame(QPainter &painter, const QRectF &selection)
+{
+    const QRectF frame = grown(selection, 0.5);
+    const std::array corners{QPointF{minX(frame), minY(frame)}, QPointF{maxX(frame), minY(frame)},
+                             QPointF{maxX(frame), maxY(frame)}, QPointF{minX(frame), maxY(frame)}};
+    QList<QLineF> dashes;
+    double travelled = 0;
+    for (size_t i = 0; i < corners.size(); ++i) {
+        const QPointF next = corners[(i + 1) % corners.size()];
+        addDashes(dashes, corners[i], next, travelled);
+        travelled += QLineF(corners[i], next).length();
+    }
+    const Saved saved(painter);
+    painter.setPen(QPen(Theme::selectionBorder, 1, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLines(dashes);
+}
+
+void drawHandles(QPainter &painter, const Chrome::Scene &scene)
+{
+    for (const QPointF handle : SelectionGeometry::handlePoints(*scene.state.selection))
+        HandleSprite::draw(painter, handle, scene.scale);
+}
+
+Label sizeLabel(const Chrome::Scene &scene)
+{
+    return {.text = scene.justCopied ? L10n::t(u"Copiado ✓")
+                                     : Chrome::sizeText(*scene.state.selection, scene.scale),
+            .font = Fonts::system(badgeFontSize, QFont::Medium),
+            .digits = Painting::Digits::sameWidth};
+}
+
+QRectF sizeBadgeOf(const Chrome::Scene &scene)
+{
+    return Chrome::sizeBadge(*scene.state.selection, Painting::sizeOf(sizeLabel(scene)), scene.state.bounds);
+}
+
+void drawSizeBadge(QPainter &painter, const Chrome::Scene &scene)
+{
+    const QRectF badge = sizeBadgeOf(scene);
+    Painting::drawPill(painter, badge, Theme::badgeBackground, Theme::barBorder);
+    Painting::drawText(painter, {minX(badge) + 8, minY(badge) + 3}, sizeLabel(scene));
+}
+
+Label hintLabel()
+{
+    return {.text = L10n::t(u"Arrastra para seleccionar · Intro copia · Esc sale"),
+            .font = Fonts::system(hintFontSize, QFont::Medium)};
+}
+
+QRectF hintBadge(const QRectF &bounds)
+{
+    const QSizeF text = Painting::sizeOf(hintLabel());
+    return {midX(bounds) - text.width() / 2 - 12, midY(bounds) - text.height() / 2 - 6, text.width() + 24,
+            text.height() + 12};
+}
+
+void drawHint(QPainter &painter, const QRectF &bounds)
+{
+    const QRectF badge = hintBadge(bounds);
+    Painting::drawPanel(painter, badge, hintRadius, Theme::badgeBackground);
+    Painting::drawText(painter, {minX(badge) + 12, minY(badge) + 6}, hintLabel());
+}
+
+Label brandName()
+{
+    QFont font = Fonts::system(hintFontSize, QFont::ExtraBold);
+    font.setLetterSpacing(QFont::AbsoluteSpacing, brandKern);
+    return {.text = QStringLiteral("VELLUMORA"), .font = font};
+}
+
+Label brandMaker()
+{
+    return {.text = QStringLiteral("  by KLV"),
+            .font = Fonts::system(badgeFontSize, QFont::Medium),
+            .color = QColor::fromRgbF(1, 1, 1, 0.7F)};
+}
+
+QRectF brandPill(const QRectF &bounds)
+{
+    const QSizeF name = Painting::sizeOf(brandName());
+    const double width = name.width() + Painting::sizeOf(brandMaker()).width() + 28;
+    return {maxX(bounds) - width - brandMargin, brandMargin, width, name.height() + 8};
+}
+
+// Both words stand on the base line of the larger one.
+void drawBrand(QPainter &painter, const QRectF &bounds)
+{
+    const QRectF pill = brandPill(bounds);
+    Painting::drawPill(painter, pill, Theme::barBackground, Theme::barBorder);
+    const Label name = brandName();
+    const Label maker = brandMaker();
+    const QPointF at{minX(pill) + 14, minY(pill) + 4};
+    const double baseline = QFontMetricsF(name.font).descent() - QFontMetricsF(maker.font).descent();
+    Painting::drawText(painter, at, name);
+    Painting::drawText(painter, at + QPointF{Painting::sizeOf(name).width(), baseline}, maker);
+}
+
+void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRectF &exposed)
+{
+    const QRectF &selection = *scene.state.selection;
+    drawOutline(painter, selection);
+    if (!scene.haloShows)
+        drawDashedFrame(painter, selection);
+    drawHandles(painter, scene);
+    if (sizeBadgeOf(scene).intersects(exposed))
+        drawSizeBadge(painter, scene);
+}
+
+QRect spill(const QRectF &rect, const ViewSpace &space) { return space.around(rect, antialiasing); }
+
+// The lines on both sides of the selection's edge.
+QRegion frameBand(const QRectF &selection, const ViewSpace &space)
+{
+    const QRegion outside(spill(grown(selection, lineReach), space));
+    const QRectF inside = grown(selection, -lineReach - 2 * antialiasing);
+    return inside.isValid() ? outside.subtracted(space.toWidget(inside).toRect()) : outside;
+}
+
+QRegion handles(const QRectF &selection, const ViewSpace &space)
+{
+    QRegion region;
+    for (const QPointF handle : SelectionGeometry::handlePoints(selection))
+        region += spill(squareAround(handle, 2 * HandleSprite::reach), space);
+    return region;
+}
+
+} // namespace
+
+namespace Chrome {
+
+void draw(QPainter &painter, const Scene &scene, const QRectF &exposed)
+{
+    const QRectF soft = grown(exposed, antialiasing);
+    if (scene.state.selection)
+        drawSelectionChrome(painter, scene, soft);
+    else
+        drawHint(painter, scene.state.bounds);
+    if (brandPill(scene.state.bounds).intersects(soft))
+        drawBrand(painter, scene.state.bounds);
+}
+
+QRegion footprint(const Scene &scene, const ViewSpace &space)
+{
+    if (!scene.state.selection)
+        return spill(hintBadge(scene.state.bounds), space);
+    const QRectF &selection = *scene.state.selection;
+    return frameBand(selection, space) + handles(selection, space) + spill(sizeBadgeOf(scene), space);
+}
+
+QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds)
+{
+    const QSizeF size = text + QSizeF{16, 6};
+    const double above = maxY(selection) + 10;
+    if (maxY(bounds) >= above + text.height() + 8)
+        return {{minX(selection), above}, size};
+    return {{minX(selection) + 6, maxY(selection) - text.height() - 12}, size};
+}
+
+QString sizeText(const QRectF &selection, double scale)
+{
+    return QStringLiteral("%1 × %2")
+        .arg(std::lround(selection.width() * scale))
+        .arg(std::lround(selection.height() * scale));
+}
+
+} // namespace Chrome

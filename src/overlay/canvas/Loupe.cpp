@@ -1,0 +1,99 @@
+#include "overlay/canvas/Loupe.h"
+
+#include "base/Fonts.h"
+#include "base/Painting.h"
+#include "base/Rect.h"
+#include "overlay/canvas/ScreenPixels.h"
+#include "toolbar/ColorHex.h"
+#include "toolbar/Theme.h"
+
+#include <QFontDatabase>
+#include <QPainterPath>
+
+using Painting::Label;
+using Painting::Saved;
+
+namespace {
+
+constexpr double diameter = Loupe::cells * Loupe::zoom; // points
+constexpr double ring = 3;
+constexpr double swatchSide = 10;
+
+QRectF glass(QPointF at) { return squareAround(at, diameter); }
+
+// The frozen pixels, each a square; what lies beyond the screen stays black.
+void drawPixels(QPainter &painter, const ScreenShot &shot, const QRect &source, const QRectF &circle)
+{
+    const QRect inside = source & shot.image.rect();
+    if (inside.isEmpty())
+        return;
+    const Saved saved(painter);
+    painter.translate(minX(circle), maxY(circle));
+    painter.scale(Loupe::zoom, -Loupe::zoom); // from here on one unit a pixel, rows downwards
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter.drawImage(QRectF(inside.translated(-source.topLeft())), shot.image, QRectF(inside));
+}
+
+// Visible on any colour.
+void drawMarker(QPainter &painter, const QRectF &cell)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor::fromRgbF(0, 0, 0, 0.8F), 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.drawRect(grown(cell, 1.5));
+    painter.setPen(QPen(Qt::white, 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.drawRect(grown(cell, 0.5));
+}
+
+void drawGlass(QPainter &painter, const ScreenShot &shot, const QRect &source, const QRectF &circle)
+{
+    const Saved saved(painter);
+    QPainterPath shape;
+    shape.addEllipse(circle);
+    painter.setClipPath(shape, Qt::IntersectClip);
+    painter.fillRect(circle, Qt::black);
+    drawPixels(painter, shot, source, circle);
+    drawMarker(painter, squareAround(circle.center(), Loupe::zoom));
+}
+
+void drawReadout(QPainter &painter, QPointF at, const QColor &color)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(11);
+    font.setWeight(QFont::DemiBold);
+    const Label label{.text = hex(color), .font = font};
+    const QRectF badge = Loupe::badge(at, Painting::sizeOf(label));
+    Painting::drawPanel(painter, badge, 5, Theme::badgeBackground);
+    Painting::drawPanel(painter, {minX(badge) + 6, midY(badge) - swatchSide / 2, swatchSide, swatchSide}, 2,
+                        color);
+    Painting::drawText(painter, {minX(badge) + 22, minY(badge) + 3}, label);
+}
+
+} // namespace
+
+namespace Loupe {
+
+void draw(QPainter &painter, const ScreenShot &shot, QPointF at)
+{
+    const Saved saved(painter);
+    const QRectF circle = glass(at);
+    drawGlass(painter, shot, ScreenPixels::pixelRect(shot, at, cells / 2), circle);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::white, ring));
+    painter.drawEllipse(circle);
+    if (const auto color = ScreenPixels::pixelColor(shot, at))
+        drawReadout(painter, at, *color);
+}
+
+QRectF area(QPointF at) { return {at.x() - 72, at.y() - 106, 144, 212}; }
+
+QRectF badge(QPointF at, QSizeF text)
+{
+    const QRectF circle = glass(at);
+    const QSizeF size = text + QSizeF{30, 6};
+    const double x = midX(circle) - size.width() / 2;
+    const double below = minY(circle) - text.height() - 14;
+    return {{x, below < 2 ? maxY(circle) + 8 : below}, size};
+}
+
+} // namespace Loupe

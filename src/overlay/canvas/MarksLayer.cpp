@@ -1,0 +1,210 @@
+#include "overlay/canvas/MarksLayer.h"
+
+#include "base/Painting.h"
+#include "marks/Kinds.h"
+#include "marks/MarkFootprint.h"
+#include "marks/StrokePath.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double nearlyWhole = 1e-3; // device pixels
+
+bool isMosaic(const AnnotationPtr &mark) { return mark->tool == Tool::pixelate; }
+
+bool same(const AnnotationPtr &a, const AnnotationPtr &b) { return a == b || *a == *b; }
+
+bool isLong(const Annotation &mark)
+{
+    return isFreehand(mark.tool) && StrokePath::pieces(mark.points.size()) > 1;
+}
+
+} // namespace
+
+QRegion MarksLayer::follow(const std::vector<AnnotationPtr> &drawOrder)
+{
+    const auto firstDrawn = std::ranges::find_if_not(drawOrder, isMosaic);
+    return followMosaics({drawOrder.begin(), firstDrawn}) + followDrawn({firstDrawn, drawOrder.end()});
+}
+
+QRegion MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics)
+{
+    if (std::ranges::equal(mosaics, m_mosaics, same, {}, &Tessera::mark))
+        return {};
+    QRegion changed = covered();
+    std::vector<Tessera> before = std::exchange(m_mosaics, {});
+    for (const AnnotationPtr &mark : mosaics) {
+        const auto kept = std::ranges::find_if(before, [&](const Tessera &t) { return same(t.mark, mark); });
+        m_mosaics.push_back(kept != before.end()
+                                ? *kept
+                                : Tessera{mark, Mosaic(*mark), m_space.toDevice(mark->rectFromPoints())});
+    }
+    return changed + covered();
+}
+
+QRegion MarksLayer::covered() const
+{
+    QRegion region;
+    for (const Tessera &tessera : m_mosaics)
+        if (!tessera.mosaic.isNull())
+            region += Mosaic::covered(tessera.place);
+    return region;
+}
+
+// How far all marks have moved, when that is all that has happened to them and
+// the picture can travel along.
+std::optional<QPoint> MarksLayer::travelled(const std::vector<AnnotationPtr> &marks) const
+{
+    if (marks.empty() || marks.size() != m_kept.size() || same(marks.front(), m_kept.front().mark))
+        return std::nullopt;
+    const QPointF way = marks.front()->moved - m_kept.front().mark->moved;
+    const QPointF pixels = QPointF(way.x(), -way.y()) * m_space.scale();
+    const QPoint whole = pixels.toPoint();
+    const auto movedAlong = [&](const AnnotationPtr &mark, const AnnotationPtr &kept) {
+        const QPointF off = (mark->moved - kept->moved - way) * m_space.scale();
+        return off.manhattanLength() < nearlyWhole && mark->looksLike(*kept);
+    };
+    const bool moved = (pixels - whole).manhattanLength() < nearlyWhole
+                       && std::ranges::equal(marks, m_kept, movedAlong, {}, &Kept::mark);
+    return moved ? std::optional(whole) : std::nullopt;
+}
+
+QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
+{
+    if (const auto way = travelled(marks)) {
+        const std::vector<Cell> cells = inked();
+        const QRegion before = m_grid.region(cells);
+        m_grid.moveBy(*way);
+        for (std::size_t i = 0; i < marks.size(); ++i)
+            m_kept[i].mark = marks[i];
+        return before + m_grid.region(cells);
+    }
+    const auto stays = std::ranges::mismatch(marks, m_kept, same, {}, &Kept::mark);
+    QRegion changed = remove(static_cast<std::size_t>(stays.in2 - m_kept.begin()));
+    for (auto mark = stays.in1; mark != marks.end(); ++mark)
+        changed += append(*mark);
+    return changed;
+}
+
+std::vector<TileGrid::Cell> MarksLayer::inked() const
+{
+    std::vector<Cell> cells;
+    for (const auto &[cell, tile] : m_tiles)
+        cells.push_back(cell);
+    return cells;
+}
+
+// Takes away all marks from that one on.
+QRegion MarksLayer::remove(std::size_t from)
+{
+    QRegion changed;
+    for (std::size_t i = from; i < m_kept.size(); ++i) {
+        changed += m_grid.region(m_kept[i].cells);
+        for (const Cell &cell : m_kept[i].cells) {
+            const auto tile = m_tiles.find(cell);
+            std::erase(tile->second.wanted, m_kept[i].id);
+            if (tile->second.wanted.empty())
+                m_tiles.erase(tile);
+        }
+    }
+    m_kept.erase(m_kept.begin() + static_cast<std::ptrdiff_t>(from), m_kept.end());
+    return changed;
+}
+
+QRegion MarksLayer::append(const AnnotationPtr &mark)
+{
+    const Kept &kept = m_kept.emplace_back(mark, m_nextId++, m_grid.cells(MarkFootprint::boxes(*mark)));
+    const bool drawnAlready = isLong(*mark) && m_stroke.complete(*mark);
+    for (const Cell &cell : kept.cells) {
+        Tile &tile = m_tiles[cell];
+        tile.wanted.push_back(kept.id);
+        if (drawnAlready)
+            prepare(cell, tile, true);
+    }
+    m_stroke.forget();
+    return m_grid.region(kept.cells);
+}
+
+void MarksLayer::prepareFor(const Annotation &stroke)
+{
+    if (isLong(stroke))
+        m_stroke.follow(stroke);
+}
+
+// Draws what is missing on top, or everything anew when something was taken away.
+void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
+{
+    const auto inBoth = std::ranges::mismatch(tile.shown, tile.wanted).in1;
+    if (tile.picture.isNull() || inBoth != tile.shown.end()) {
+        tile.picture = QImage(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
+        tile.picture.fill(Qt::transparent);
+        tile.shown.clear();
+    }
+    for (std::size_t i = tile.shown.size(); i < tile.wanted.size(); ++i) {
+        const auto kept = std::ranges::lower_bound(m_kept, tile.wanted[i], {}, &Kept::id);
+        paint(cell, tile, *kept->mark, strokeIsLast && i + 1 == tile.wanted.size());
+    }
+    tile.shown = tile.wanted;
+}
+
+void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const
+{
+    if (!isLong(mark)) {
+        QPainter painter(&tile.picture);
+        painter.setTransform(m_grid.toTile(cell));
+        return mark.draw(painter, m_grid.part(cell));
+    }
+    // Put together first, as it is when it is drawn by hand.
+    StrokePicture anew(m_grid);
+    if (!fromStroke)
+        anew.drawTile(mark, cell);
+    if (const QImage *stroke = (fromStroke ? m_stroke : anew).tile(cell)) {
+        QPainter painter(&tile.picture);
+        painter.setOpacity(StrokePath::opacity(mark));
+        painter.drawImage(0, 0, *stroke);
+    }
+}
+
+void MarksLayer::draw(QPainter &painter, const QRegion &exposed)
+{
+    const Painting::Saved saved(painter);
+    drawMosaics(painter, exposed);
+    for (const QRect &rect : exposed) {
+        painter.setClipRect(rect); // or Qt would go span by span, in several threads
+        drawTiles(painter, rect);
+    }
+}
+
+// From the uppermost down, so that what is covered is neither worked out nor painted.
+void MarksLayer::drawMosaics(QPainter &painter, const QRegion &exposed)
+{
+    QRegion open = exposed;
+    for (auto tessera = m_mosaics.rbegin(); tessera != m_mosaics.rend() && !open.isEmpty(); ++tessera) {
+        if (tessera->mosaic.isNull())
+            continue;
+        const QRect place = Mosaic::covered(tessera->place);
+        for (const QRect &rect : open &place) {
+            painter.setClipRect(rect);
+            tessera->mosaic.draw(painter, tessera->place, rect);
+        }
+        open -= place;
+    }
+}
+
+void MarksLayer::drawTiles(QPainter &painter, const QRect &exposed)
+{
+    const auto [low, high] = m_grid.range(exposed);
+    for (int row = low.first; row <= high.first; ++row) {
+        const auto end = m_tiles.upper_bound({row, high.second});
+        for (auto tile = m_tiles.lower_bound({row, low.second}); tile != end; ++tile) {
+            prepare(tile->first, tile->second);
+            const QRect place = m_grid.pixels(tile->first);
+            const QRect part = place & exposed;
+            painter.drawImage(part.topLeft(), tile->second.picture, part.translated(-place.topLeft()));
+        }
+    }
+}

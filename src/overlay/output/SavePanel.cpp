@@ -1,0 +1,144 @@
+#include "overlay/output/SavePanel.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QFileIconProvider>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+constexpr int margin = 14; // points
+const QString extension = QStringLiteral("png");
+
+// Tells files apart by their names alone. The toolkit's own provider opens every
+// file of a folder to see what is in it, and waits where reading waits.
+class NameOnlyIcons final : public QFileIconProvider {
+public:
+    QIcon icon(const QFileInfo &info) const override
+    {
+        return QFileIconProvider::icon(info.isDir() ? QFileIconProvider::Folder : QFileIconProvider::File);
+    }
+    QString type(const QFileInfo &info) const override { return info.isDir() ? QString() : info.suffix(); }
+    using QFileIconProvider::icon;
+};
+
+QFileIconProvider &nameOnlyIcons()
+{
+    static NameOnlyIcons icons;
+    return icons;
+}
+
+QString withExtension(const QString &path)
+{
+    const bool has = QFileInfo(path).suffix().compare(extension, Qt::CaseInsensitive) == 0;
+    return has ? path : path + u'.' + extension;
+}
+
+QString question(const char *text, const QString &name)
+{
+    return QCoreApplication::translate("QFileDialog", text).arg(name);
+}
+
+} // namespace
+
+SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &name)
+    : QFileDialog(&overlay, QString(), folder)
+    , m_question(new QLabel(this))
+    , m_answers(new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No, this))
+{
+    setOption(DontUseNativeDialog);
+    setIconProvider(&nameOnlyIcons());
+    setAcceptMode(AcceptSave);
+    setFileMode(AnyFile);
+    setNameFilter(QStringLiteral("PNG (*.png)"));
+    setDefaultSuffix(extension);
+    selectFile(name);
+    setWindowFlags(Qt::Widget);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAutoFillBackground(true);
+    setCursor(Qt::ArrowCursor);
+    setSizeGripEnabled(false);
+    setContentsMargins(margin, margin, margin, margin);
+    m_question->setWordWrap(true);
+    if (auto *grid = qobject_cast<QGridLayout *>(layout())) {
+        grid->addWidget(m_question, grid->rowCount(), 0, 1, grid->columnCount());
+        grid->addWidget(m_answers, grid->rowCount(), 0, 1, grid->columnCount());
+    }
+    connect(m_answers, &QDialogButtonBox::accepted, this, [this] { choose(m_asked); });
+    connect(m_answers, &QDialogButtonBox::rejected, this, &SavePanel::withdrawQuestion);
+    connect(this, &QFileDialog::currentChanged, this, &SavePanel::withdrawQuestion);
+    withdrawQuestion();
+}
+
+void SavePanel::open()
+{
+    const QRect room = parentWidget()->rect();
+    resize(sizeHint().boundedTo(room.size()));
+    move(room.center() - rect().center());
+    show();
+    raise();
+    if (auto *name = findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))) {
+        connect(name, &QLineEdit::textEdited, this, &SavePanel::withdrawQuestion);
+        name->setFocus();
+        name->setSelection(0, static_cast<int>(QFileInfo(name->text()).completeBaseName().size()));
+    }
+}
+
+void SavePanel::accept()
+{
+    const QStringList files = selectedFiles();
+    if (files.isEmpty())
+        return;
+    if (QFileInfo(files.first()).isDir())
+        return setDirectory(files.first());
+    const QFileInfo file(withExtension(files.first()));
+    if (!QFileInfo(file.path()).isDir())
+        ask(question("%1\nDirectory not found.\nPlease verify the correct directory name was given.",
+                     file.path()),
+            QString());
+    else if (file.exists())
+        ask(question("%1 already exists.\nDo you want to replace it?", file.fileName()), file.filePath());
+    else
+        choose(file.filePath());
+}
+
+void SavePanel::choose(const QString &path)
+{
+    // The panel goes before the news of it ends the overlay around it.
+    const auto chosen = onChosen;
+    done(Accepted);
+    if (chosen)
+        chosen(path);
+}
+
+void SavePanel::ask(const QString &question, const QString &path)
+{
+    m_asked = path;
+    m_question->setText(question);
+    m_question->show();
+    m_answers->setVisible(!path.isEmpty());
+    if (auto *no = m_answers->button(QDialogButtonBox::No); !path.isEmpty())
+        no->setFocus();
+}
+
+void SavePanel::withdrawQuestion()
+{
+    m_asked.clear();
+    m_question->hide();
+    m_answers->hide();
+}
+
+// What the panel has no use for must not reach the overlay below: Return would
+// copy, a letter would choose a tool.
+void SavePanel::keyPressEvent(QKeyEvent *event)
+{
+    QFileDialog::keyPressEvent(event);
+    event->accept();
+}
+
+void SavePanel::mousePressEvent(QMouseEvent *event) { event->accept(); }

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "base/ViewSpace.h"
+#include "marks/Annotation.h"
+
+#include <QLineEdit>
+
+#include <functional>
+
+// The live editor of a text mark. Editing, selecting and input methods are the
+// toolkit's; what shows is painted by the mark itself, so that nothing jumps
+// when the text is committed.
+class TextField final : public QLineEdit {
+    Q_OBJECT
+
+public:
+    // At a point of the view, on top of the overlay.
+    TextField(QWidget &overlay, const ViewSpace &space, QPointF at, const Annotation &look);
+
+    // Return and Escape: the text is done.
+    std::function<void()> onDone;
+
+    [[nodiscard]] const Annotation &look() const { return m_look; }
+    // The look with the text that is there now, without what an input method is
+    // still composing.
+    [[nodiscard]] Annotation mark() const;
+
+    void setTextColor(const QColor &color);
+    void setTextSize(double size); // points
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void fit();
+    [[nodiscard]] QString shownText() const;
+    // How far from the text's origin the caret or a character stands, in points.
+    [[nodiscard]] double offsetOf(int position) const;
+    [[nodiscard]] QRectF caret() const;
+    void drawCaretAndSelection(QPainter &painter) const;
+
+    const ViewSpace m_space;
+    const QPointF m_at;
+    Annotation m_look;
+    QString m_composing; // an input method's, at the cursor
+    int m_composingCursor = 0;
+};

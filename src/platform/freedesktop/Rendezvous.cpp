@@ -1,0 +1,195 @@
+#include "platform/freedesktop/Rendezvous.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view captureMessage = "capturar\n";
+constexpr std::string_view settingsMessage = "ajustes\n";
+constexpr int waiting = 16; // starts that may queue up while the first one is busy
+
+std::string variable(const char *name)
+{
+    const char *value = std::getenv(name);
+    return value ? value : "";
+}
+
+// The display without its screen, of which the program uses the first one only,
+// as a part of a file name.
+std::string displayName()
+{
+    std::string name = variable("DISPLAY");
+    const auto screen = name.find('.', std::min(name.rfind(':'), name.size()));
+    if (screen != std::string::npos)
+        name.resize(screen);
+    if (name.starts_with("unix:"))
+        name.erase(0, 4);
+    std::replace(name.begin(), name.end(), '/', '_');
+    return name;
+}
+
+// Others must not be able to put something into it, or to have it made for us.
+bool isOurs(const std::string &folder)
+{
+    struct stat about = {};
+    return lstat(folder.c_str(), &about) == 0 && S_ISDIR(about.st_mode) && about.st_uid == geteuid()
+           && (about.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+std::optional<sockaddr_un> address(const std::string &path)
+{
+    sockaddr_un name = {};
+    name.sun_family = AF_UNIX;
+    if (path.size() >= sizeof name.sun_path)
+        return std::nullopt;
+    std::memcpy(name.sun_path, path.data(), path.size());
+    return name;
+}
+
+struct Candidate {
+    std::string folder;
+    bool own; // made by us, where it is missing
+};
+
+std::vector<Candidate> candidates()
+{
+    const std::string runtime = variable("XDG_RUNTIME_DIR");
+    const std::string temporary = variable("TMPDIR");
+    const std::string cache = variable("XDG_CACHE_HOME");
+    const std::string user = std::to_string(geteuid());
+    return {{runtime, false},
+            {(temporary.empty() ? "/tmp" : temporary) + "/vellumora-" + user, true},
+            {(cache.empty() ? variable("HOME") + "/.cache" : cache) + "/vellumora", true}};
+}
+
+std::optional<Rendezvous::Place> placeIn(const std::string &folder)
+{
+    const std::string start = folder + "/vellumora-" + displayName();
+    const Rendezvous::Place place{start + ".lock", start + ".socket"};
+    return isOurs(folder) && address(place.socket) ? std::optional(place) : std::nullopt;
+}
+
+const sockaddr *generic(const sockaddr_un &name) { return reinterpret_cast<const sockaddr *>(&name); }
+
+// Closed with its owner.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            close(m_number);
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    [[nodiscard]] int number() const { return m_number; }
+    [[nodiscard]] int release() { return std::exchange(m_number, -1); }
+
+private:
+    int m_number;
+};
+
+void limit(int connection, std::chrono::milliseconds patience)
+{
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(patience);
+    const timeval time
+        = {.tv_sec = seconds.count(), .tv_usec = std::chrono::microseconds(patience - seconds).count()};
+    setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
+    setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
+}
+
+} // namespace
+
+namespace Rendezvous {
+
+std::vector<Place> places()
+{
+    std::vector<Place> usable;
+    for (const Candidate &candidate : candidates())
+        if (const auto place = placeIn(candidate.folder))
+            usable.push_back(*place);
+    return usable;
+}
+
+std::optional<Place> makePlace()
+{
+    for (const Candidate &candidate : candidates()) {
+        if (candidate.own)
+            mkdir(candidate.folder.c_str(), S_IRWXU); // it may be there already, from us or from others
+        if (const auto place = placeIn(candidate.folder))
+            return place;
+    }
+    return std::nullopt;
+}
+
+Answer ask(const Place &place, Wish wish, std::chrono::milliseconds patience)
+{
+    const auto name = address(place.socket);
+    const Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (!name || connection.number() < 0)
+        return Answer::nobody;
+    limit(connection.number(), patience);
+    if (connect(connection.number(), generic(*name), sizeof *name) != 0)
+        return errno == EAGAIN ? Answer::silent : Answer::nobody;
+    const std::string_view text = message(wish);
+    if (send(connection.number(), text.data(), text.size(), MSG_NOSIGNAL) < 0)
+        return errno == EAGAIN ? Answer::silent : Answer::nobody;
+    std::array<char, grantedMessage.size()> answer = {};
+    const auto got = recv(connection.number(), answer.data(), answer.size(), MSG_WAITALL);
+    if (got < 0 && errno == EAGAIN)
+        return Answer::silent;
+    return std::string_view(answer.data(), answer.size()) == grantedMessage ? Answer::granted
+                                                                            : Answer::nobody;
+}
+
+std::string_view message(Wish wish) { return wish == Wish::capture ? captureMessage : settingsMessage; }
+
+std::optional<Wish> wishIn(std::string_view message)
+{
+    if (message == captureMessage)
+        return Wish::capture;
+    return message == settingsMessage ? std::optional(Wish::settings) : std::nullopt;
+}
+
+// The lock is let go by the system, whatever the end of the process. It is never
+// removed: two processes could hold locks of the same name then.
+Lock take(const Place &place)
+{
+    Descriptor lock(open(place.lock.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+    if (lock.number() < 0)
+        return Lock::unusable;
+    fchmod(lock.number(), S_ISVTX | S_IRUSR | S_IWUSR); // not to be tidied away
+    if (flock(lock.number(), LOCK_EX | LOCK_NB) == 0) {
+        (void)lock.release();
+        return Lock::taken;
+    }
+    return errno == EWOULDBLOCK ? Lock::held : Lock::unusable;
+}
+
+int listenAt(const Place &place)
+{
+    const auto name = address(place.socket);
+    Descriptor listening(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (!name || listening.number() < 0)
+        return -1;
+    unlink(place.socket.c_str());
+    const mode_t former = umask(S_IRWXG | S_IRWXO);
+    const bool bound = bind(listening.number(), generic(*name), sizeof *name) == 0;
+    umask(former);
+    return bound && listen(listening.number(), waiting) == 0 ? listening.release() : -1;
+}
+
+} // namespace Rendezvous

@@ -1,0 +1,112 @@
+#include "hotkey/ShortcutForm.h"
+
+#include "base/Defaults.h"
+#include "hotkey/HotKey.h"
+#include "hotkey/Prefs.h"
+#include "platform/KeyboardLayout.h"
+
+#include "fakes/FakeHotKeys.h"
+#include "support/TempHome.h"
+
+#include <QTest>
+
+namespace {
+
+// Types Cyrillic on the X key and nothing elsewhere.
+class OneKeyLayout final : public KeyboardLayout {
+public:
+    std::optional<QString> textOfKey(std::uint32_t evdevCode) const override
+    {
+        return evdevCode == 45 ? std::optional(QString("ч")) : std::nullopt;
+    }
+};
+
+} // namespace
+
+class ShortcutFormTest : public QObject {
+    Q_OBJECT
+
+    TempHome home;
+    OneKeyLayout layout;
+
+private slots:
+    void modifiersStandInFixedOrder()
+    {
+        QCOMPARE(ShortcutForm::display({}, layout), "⇧⌘Ч");
+        const auto all = Shortcut::command | Shortcut::option | Shortcut::shift | Shortcut::control;
+        QCOMPARE(ShortcutForm::display({96, all | 1}, layout), "⌃⌥⇧⌘F5");
+        QCOMPARE(ShortcutForm::display({96, 0}, layout), "F5");
+    }
+
+    void keysHaveNames_data()
+    {
+        QTest::addColumn<std::uint32_t>("keyCode");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("space, in the interface language") << 49U << "Space";
+        QTest::newRow("return") << 36U << "↩";
+        QTest::newRow("escape") << 53U << "⎋";
+        QTest::newRow("tab") << 48U << "⇥";
+        QTest::newRow("a function key") << 100U << "F8";
+        QTest::newRow("a letter of the layout") << 7U << "Ч";
+        QTest::newRow("a key that types nothing") << 8U << "?";
+        QTest::newRow("no key at all") << 70000U << "?";
+    }
+
+    void keysHaveNames()
+    {
+        QFETCH(std::uint32_t, keyCode);
+        QTEST(ShortcutForm::keyName(keyCode, layout), "name");
+    }
+
+    void theSavedFormIsReadBack()
+    {
+        const Shortcut shortcut{111, Shortcut::option | Shortcut::shift};
+        QCOMPARE(ShortcutForm::fromJson(ShortcutForm::toJson(shortcut)), shortcut);
+        Prefs::setShortcut(shortcut);
+        QCOMPARE(Prefs::shortcut(), shortcut);
+    }
+
+    void nonsenseInTheStoreIsTheDefault_data()
+    {
+        QTest::addColumn<QVariant>("stored");
+        QTest::newRow("nothing") << QVariant();
+        QTest::newRow("not JSON") << QVariant(QByteArray("{keyCode"));
+        QTest::newRow("binary") << QVariant(QByteArray("\x00\xff\x7f", 3));
+        QTest::newRow("a list") << QVariant(QByteArray("[7, 768]"));
+        QTest::newRow("a missing field") << QVariant(QByteArray(R"({"keyCode": 8})"));
+        QTest::newRow("text for a number") << QVariant(QByteArray(R"({"keyCode": "8", "modifiers": 0})"));
+        QTest::newRow("a fraction") << QVariant(QByteArray(R"({"keyCode": 7.5, "modifiers": 0})"));
+        QTest::newRow("negative") << QVariant(QByteArray(R"({"keyCode": -1, "modifiers": 0})"));
+        QTest::newRow("beyond every keyboard")
+            << QVariant(QByteArray(R"({"keyCode": 65536, "modifiers": 0})"));
+        QTest::newRow("huge") << QVariant(QByteArray(R"({"keyCode": 8, "modifiers": 1e300})"));
+        QTest::newRow("another type") << QVariant(QStringList{"a", "b"});
+    }
+
+    void nonsenseInTheStoreIsTheDefault()
+    {
+        QFETCH(QVariant, stored);
+        Defaults::setValue(Defaults::shortcutKey, stored);
+        QCOMPARE(Prefs::shortcut(), Shortcut{});
+    }
+
+    void aRefusedShortcutLeavesTheOldOneInForce()
+    {
+        FakeHotKeys keys;
+        keys.takenByOthers = {Shortcut{8}};
+        int presses = 0;
+        HotKey hotKey(keys, [&] { ++presses; });
+        QVERIFY(!hotKey.registerShortcut(Shortcut{8}));
+        QVERIFY(!hotKey.shortcut());
+        QVERIFY(hotKey.registerShortcut({}));
+        keys.onPressed();
+        QCOMPARE(presses, 1);
+        QVERIFY(!hotKey.registerShortcut(Shortcut{8}));
+        QCOMPARE(hotKey.shortcut(), Shortcut{});
+        keys.onPressed();
+        QCOMPARE(presses, 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(ShortcutFormTest)
+#include "ShortcutFormTest.moc"

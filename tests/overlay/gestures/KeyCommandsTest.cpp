@@ -1,0 +1,101 @@
+#include "overlay/gestures/KeyCommands.h"
+#include "marks/Kinds.h"
+
+#include <QTest>
+
+class KeyCommandsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void keysMeanCommands_data()
+    {
+        QTest::addColumn<QKeyCombination>("key");
+        QTest::addColumn<std::optional<KeyCommands::Meaning>>("meaning");
+        const auto row
+            = [](const char *name, QKeyCombination key, std::optional<KeyCommands::Meaning> meaning) {
+                  QTest::newRow(name) << key << meaning;
+              };
+        row("escape", Qt::Key_Escape, Command::close);
+        row("return", Qt::Key_Return, Command::copy);
+        row("keypad enter", Qt::KeypadModifier | Qt::Key_Enter, Command::copy);
+        row("return with command", Qt::CTRL | Qt::Key_Return, Command::copy);
+        row("control as command", Qt::CTRL | Qt::Key_C, Command::copy);
+        row("super as command", Qt::META | Qt::Key_S, Command::save);
+        row("print", Qt::CTRL | Qt::Key_P, Command::print);
+        row("undo", Qt::META | Qt::Key_Z, Command::undo);
+        row("all", Qt::CTRL | Qt::Key_A, Command::selectAll);
+        row("a tool", Qt::Key_A, Tool::arrow);
+        row("a tool with shift", Qt::SHIFT | Qt::Key_X, Tool::pixelate);
+        row("the eyedropper", Qt::Key_I, Command::pickColor);
+        row("no tool has this letter", Qt::Key_C, std::nullopt);
+        row("nor with command", Qt::CTRL | Qt::Key_X, std::nullopt);
+        row("a key that types nothing", Qt::Key_F5, std::nullopt);
+    }
+
+    void keysMeanCommands()
+    {
+        QFETCH(QKeyCombination, key);
+        QTEST(KeyCommands::meaning(key, true), "meaning");
+    }
+
+    void toolsNeedASelection()
+    {
+        QVERIFY(!KeyCommands::meaning(Qt::Key_A, false));
+        QVERIFY(KeyCommands::meaning(Qt::CTRL | Qt::Key_A, false)
+                == KeyCommands::Meaning(Command::selectAll));
+    }
+
+    void everyToolHasItsOwnLetter()
+    {
+        for (const Tool tool : allTools)
+            QCOMPARE(toolForLetter(QChar(keyLetter(tool)).toLower()), tool);
+    }
+
+    void theWheelStepsFinelyForThinLines_data()
+    {
+        QTest::addColumn<QList<double>>("widths");
+        QTest::addColumn<bool>("up");
+        QTest::newRow("up") << QList<double>{1, 2} << true;
+        QTest::newRow("up through twelve") << QList<double>{11, 12, 14, 16} << true;
+        QTest::newRow("up to the end") << QList<double>{35, 36, 36} << true;
+        QTest::newRow("down through twelve") << QList<double>{16, 14, 12, 11, 10} << false;
+        QTest::newRow("down from thirteen") << QList<double>{13, 11} << false;
+        QTest::newRow("down to the end") << QList<double>{2, 1, 1} << false;
+    }
+
+    void theWheelStepsFinelyForThinLines()
+    {
+        QFETCH(QList<double>, widths);
+        QFETCH(bool, up);
+        const auto step = up ? WheelSteps::Step::up : WheelSteps::Step::down;
+        for (qsizetype i = 1; i < widths.size(); ++i)
+            QCOMPARE(KeyCommands::nextLineWidth(widths[i - 1], step), widths[i]);
+    }
+
+    void touchpadsFeelLikeSteps()
+    {
+        WheelSteps wheel;
+        QCOMPARE(wheel.turned(120), WheelSteps::Step::up);
+        QCOMPARE(wheel.turned(-960), WheelSteps::Step::down); // one event, one step
+        int steps = 0;
+        for (int i = 0; i < 100; ++i)
+            steps += wheel.turned(12) == WheelSteps::Step::up;
+        QCOMPARE(steps, 10);
+        QVERIFY(!wheel.turned(100));
+        QVERIFY(!wheel.turned(-100)); // turning back starts anew
+        QVERIFY(!wheel.turned(0));
+    }
+
+    void aKeyboardWithoutLatinLettersGoesByPosition()
+    {
+        constexpr auto cyrillicS = static_cast<Qt::Key>(0x0421);
+        constexpr std::uint32_t kernelC = 46;
+        QCOMPARE(KeyCommands::latinKey(cyrillicS, kernelC), Qt::Key_C);
+        QCOMPARE(KeyCommands::latinKey(cyrillicS, 0), cyrillicS);
+        QCOMPARE(KeyCommands::latinKey(Qt::Key_Q, kernelC), Qt::Key_Q);
+        QCOMPARE(KeyCommands::latinKey(Qt::Key_Return, kernelC), Qt::Key_Return);
+    }
+};
+
+QTEST_GUILESS_MAIN(KeyCommandsTest)
+#include "KeyCommandsTest.moc"

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QFile>
+
+#include <unistd.h>
+
+// While it lives, an administrator's rights do not count, and the folder is that
+// of the user who is left. For anybody else nothing changes.
+class AsNobody {
+public:
+    explicit AsNobody(const QString &folder) : m_was(getuid())
+    {
+        if (m_was == 0
+            && (chown(QFile::encodeName(folder).constData(), nobody, nobody) != 0
+                || setresuid(nobody, nobody, 0) != 0))
+            qFatal("cannot become nobody");
+    }
+    ~AsNobody()
+    {
+        if (setresuid(m_was, m_was, m_was) != 0)
+            qFatal("cannot become somebody again");
+    }
+    Q_DISABLE_COPY_MOVE(AsNobody)
+
+private:
+    static constexpr uid_t nobody = 65534;
+    const uid_t m_was;
+};
