@@ -7,8 +7,8 @@
 
 class QPainter;
 
-// The frozen screen under everything, dimmed outside the selection. The glow
-// alone asks for much of the dimmed picture sixty times a second.
+// The frozen screen under everything, dimmed outside the selection. A glow that
+// is dragged or flashes asks for much of the dimmed picture with every frame.
 class Backdrop {
 public:
     // The shot must outlive it.
