@@ -193,6 +193,7 @@ void OverlayView::discardSelection()
 {
     m_output.closePanel();
     m_bars.closePalette();
+    m_bars.fadeBar(std::nullopt);
     m_text.discard();
     m_hold.cancel();
     m_halo.setPaused(false);

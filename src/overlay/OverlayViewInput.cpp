@@ -129,8 +129,6 @@ void OverlayView::finishDrawing()
     if (isFreehand(m_state.current->tool))
         offerShapeHint();
     m_halo.setPaused(false);
-    // Among the other marks it may have another place than on top of them.
-    update(MarkFootprint::of(*m_state.current, m_space));
     m_drawing.commit();
 }
 
@@ -193,11 +191,13 @@ void OverlayView::enterEvent(QEnterEvent *event)
 
 void OverlayView::startPicking()
 {
+    if (m_drawing.active() || m_selectionDrag.active())
+        endGesture(m_pointer);
+    m_text.commitText();
     // The loupe is above everything, and every pixel can be picked.
     m_bars.hideBar();
     m_widthSample.hide();
     m_tip.hide();
-    m_text.commitText();
     if (underMouse()) // perhaps over a button, which keeps its moves to itself
         m_pointer = m_space.fromWidget(QPointF(mapFromGlobal(QCursor::pos())));
     m_eyedropper.startPicking(m_pointer);
@@ -261,8 +261,7 @@ void OverlayView::sampleWidth(bool anew)
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
-    const auto key
-        = KeyCommands::latinKey(static_cast<Qt::Key>(event->key()), KeyCodes::evdevOf(*event).value_or(0));
+    const auto key = KeyCodes::latinKey(*event);
     const auto meaning
         = KeyCommands::meaning(QKeyCombination(event->modifiers(), key), m_state.selection.has_value());
     const bool goesOn = meaning == KeyCommands::Meaning(Command::undo); // for as long as its key is held
@@ -274,6 +273,8 @@ void OverlayView::keyPressEvent(QKeyEvent *event)
 
 void OverlayView::obey(const KeyCommands::Meaning &meaning)
 {
+    if (refusedByPanel())
+        return;
     const Overloaded follow{
         [this](Command command) { run(command); },
         [this](Tool tool) { toggleTool(tool); },

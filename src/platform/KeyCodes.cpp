@@ -127,6 +127,13 @@ const Row *rowWith(std::uint32_t Row::*field, std::uint32_t value)
     return row == std::end(rows) ? nullptr : row;
 }
 
+bool isLatin(Qt::Key key)
+{
+    constexpr int lastLatin1 = 0xff;
+    constexpr int firstSpecial = 0x01000000; // Qt's keys that type nothing
+    return key <= lastLatin1 || key >= firstSpecial;
+}
+
 } // namespace
 
 namespace KeyCodes {
@@ -153,6 +160,16 @@ std::optional<Qt::Key> qtKeyAt(std::uint32_t evdevCode)
 {
     const Row *row = rowWith(&Row::evdev, evdevCode);
     return row ? std::optional{row->key} : std::nullopt;
+}
+
+Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode)
+{
+    return isLatin(key) ? key : qtKeyAt(evdevCode).value_or(key);
+}
+
+Qt::Key latinKey(const QKeyEvent &event)
+{
+    return latinKey(static_cast<Qt::Key>(event.key()), evdevOf(event).value_or(0));
 }
 
 } // namespace KeyCodes

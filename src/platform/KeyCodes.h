@@ -28,4 +28,9 @@ inline constexpr std::uint32_t nativeOffset = 8;
 [[nodiscard]] std::optional<std::uint32_t> fromEvdev(std::uint32_t evdevCode);
 [[nodiscard]] std::optional<Qt::Key> qtKeyAt(std::uint32_t evdevCode);
 
+// Returns the key to go by on a keyboard that types no Latin letters: what its
+// position types on a US keyboard. The position is an evdev code, 0 when unknown.
+[[nodiscard]] Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode);
+[[nodiscard]] Qt::Key latinKey(const QKeyEvent &event);
+
 } // namespace KeyCodes

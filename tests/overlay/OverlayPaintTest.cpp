@@ -275,10 +275,17 @@ private slots:
         Editor editor;
         editor.mouse->drag({100, 100}, {700, 500});
         const auto *bar = editor.view->findChild<Bar *>();
+        editor.view->toggleTool(Tool::text);
+        editor.mouse->drag({300, 300}, {300, 300});
+        QTest::keyClicks(editor.view->focusWidget(), "abc");
+        editor.view->startPicking();
+        QVERIFY(bar->isHidden());
+        QTest::keyClick(editor.view.get(), Qt::Key_Escape);
         editor.view->toggleTool(Tool::pencil);
         editor.mouse->press({300, 300});
         QTest::keyClick(editor.view.get(), Qt::Key_I);
-        editor.mouse->release({300, 300}); // the end of the stroke that was under way
+        QCOMPARE(editor.view->state().annotations.size(), 2U); // the stroke that was under way
+        editor.mouse->release({300, 300});
         QVERIFY(bar->isHidden());
         QTest::keyClick(editor.view.get(), Qt::Key_A, Qt::ControlModifier);
         QVERIFY(bar->isHidden());

@@ -75,6 +75,8 @@ std::optional<QPoint> MarksLayer::travelled(const std::vector<AnnotationPtr> &ma
 
 QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
 {
+    if (marks.empty())
+        m_stroke.forget(); // perhaps of a selection that was given up
     if (const auto way = travelled(marks)) {
         const std::vector<Cell> cells = inked();
         const QRegion before = m_grid.region(cells);

@@ -70,6 +70,7 @@ SnapFade::SnapFade()
 
 void SnapFade::start(const Annotation &mark)
 {
+    stop();
     m_ghost = mark;
     m_since.start();
     m_timer.start();

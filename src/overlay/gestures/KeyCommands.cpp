@@ -1,8 +1,6 @@
 #include "overlay/gestures/KeyCommands.h"
 #include "marks/Kinds.h"
 
-#include "platform/KeyCodes.h"
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -24,13 +22,6 @@ constexpr std::array<std::pair<Qt::Key, Command>, 5> withCommand{{
 bool isCommand(Qt::KeyboardModifiers modifiers)
 {
     return (modifiers & (Qt::ControlModifier | Qt::MetaModifier)) != Qt::NoModifier;
-}
-
-bool isLatin(Qt::Key key)
-{
-    constexpr int lastLatin1 = 0xff;
-    constexpr int firstSpecial = 0x01000000; // Qt's keys that type nothing
-    return key <= lastLatin1 || key >= firstSpecial;
 }
 
 } // namespace
@@ -61,11 +52,6 @@ double nextLineWidth(double width, WheelSteps::Step step)
     const double next = step == WheelSteps::Step::up ? width + (width >= coarseFrom ? 2 : 1)
                                                      : width - (width > coarseFrom ? 2 : 1);
     return std::clamp(next, thinnest, thickest);
-}
-
-Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode)
-{
-    return isLatin(key) ? key : KeyCodes::qtKeyAt(evdevCode).value_or(key);
 }
 
 } // namespace KeyCommands

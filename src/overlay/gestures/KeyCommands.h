@@ -23,8 +23,4 @@ using Meaning = std::variant<Command, Tool>;
 // One step of the wheel: fine for thin lines, double from 12 points on.
 [[nodiscard]] double nextLineWidth(double width, WheelSteps::Step step);
 
-// The key to go by on a keyboard that types no Latin letters: what its position
-// types on a US keyboard. The position is an evdev code, 0 when unknown.
-[[nodiscard]] Qt::Key latinKey(Qt::Key key, std::uint32_t evdevCode);
-
 } // namespace KeyCommands

@@ -3,6 +3,7 @@
 #include "base/Rect.h"
 #include "l10n/L10n.h"
 #include "marks/TextShape.h"
+#include "platform/KeyCodes.h"
 
 #include <QFontMetricsF>
 #include <QInputMethodEvent>
@@ -23,20 +24,19 @@ constexpr double caretWidth = 1.5; // points
 constexpr float placeholderAlpha = 0.55F;
 constexpr float selectionAlpha = 0.4F;
 
-// Super does what Control does. Qt's line edit knows only Control.
-QKeyEvent withControl(const QKeyEvent &event)
+// Super does what Control does, and on a keyboard without Latin letters the key's
+// position decides. Qt's line edit knows only Control and Latin letters.
+QKeyEvent asCommand(const QKeyEvent &event)
 {
-    Qt::KeyboardModifiers modifiers = event.modifiers();
-    if (modifiers.testFlag(Qt::MetaModifier))
-        modifiers = (modifiers & ~Qt::MetaModifier) | Qt::ControlModifier;
-    const QString text = modifiers == event.modifiers() ? event.text() : QString();
+    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    const bool command = modifiers & (Qt::MetaModifier | Qt::ControlModifier);
     return {event.type(),
-            event.key(),
-            modifiers,
+            command ? KeyCodes::latinKey(event) : event.key(),
+            command ? (modifiers & ~Qt::MetaModifier) | Qt::ControlModifier : modifiers,
             event.nativeScanCode(),
             event.nativeVirtualKey(),
             event.nativeModifiers(),
-            text,
+            command ? QString() : event.text(),
             event.isAutoRepeat(),
             static_cast<quint16>(event.count())};
 }
@@ -148,7 +148,7 @@ void TextField::keyPressEvent(QKeyEvent *event)
 {
     if (endsTheText(event->key()) && onDone)
         return onDone();
-    QKeyEvent key = withControl(*event);
+    QKeyEvent key = asCommand(*event);
     if (key.matches(QKeySequence::Copy) && !hasSelectedText())
         return event->ignore(); // there is nothing of the text to copy, but the picture
     QLineEdit::keyPressEvent(&key);

@@ -1,6 +1,8 @@
 #include "overlay/gestures/KeyCommands.h"
 #include "marks/Kinds.h"
 
+#include "platform/KeyCodes.h"
+
 #include <QTest>
 
 class KeyCommandsTest : public QObject {
@@ -90,10 +92,10 @@ private slots:
     {
         constexpr auto cyrillicS = static_cast<Qt::Key>(0x0421);
         constexpr std::uint32_t kernelC = 46;
-        QCOMPARE(KeyCommands::latinKey(cyrillicS, kernelC), Qt::Key_C);
-        QCOMPARE(KeyCommands::latinKey(cyrillicS, 0), cyrillicS);
-        QCOMPARE(KeyCommands::latinKey(Qt::Key_Q, kernelC), Qt::Key_Q);
-        QCOMPARE(KeyCommands::latinKey(Qt::Key_Return, kernelC), Qt::Key_Return);
+        QCOMPARE(KeyCodes::latinKey(cyrillicS, kernelC), Qt::Key_C);
+        QCOMPARE(KeyCodes::latinKey(cyrillicS, 0), cyrillicS);
+        QCOMPARE(KeyCodes::latinKey(Qt::Key_Q, kernelC), Qt::Key_Q);
+        QCOMPARE(KeyCodes::latinKey(Qt::Key_Return, kernelC), Qt::Key_Return);
     }
 };
 

@@ -1,5 +1,6 @@
 #include "overlay/OverlayView.h"
 
+#include "platform/KeyCodes.h"
 #include "support/Editor.h"
 #include "support/TempHome.h"
 
@@ -163,6 +164,25 @@ private slots:
         send({}, "你");
         view->cancel();
         QCOMPARE(marks().front()->text, "e你");
+    }
+
+    // On a keyboard without Latin letters the key's position decides.
+    void theFieldsKeysAreTheSameInEveryScript()
+    {
+        const auto press = [this](int key, quint32 evdev, Qt::KeyboardModifiers modifiers) {
+            QKeyEvent event(QEvent::KeyPress, key, modifiers, evdev + KeyCodes::nativeOffset, 0, 0);
+            QCoreApplication::sendEvent(field(), &event);
+        };
+        constexpr int cyrillicYa = 0x042f, cyrillicEf = 0x0424; // where Z and A are
+        write("");
+        field()->insert("слово");
+        press(cyrillicEf, 30, Qt::MetaModifier);
+        QCOMPARE(field()->selectedText(), "слово");
+        QTest::keyClick(field(), Qt::Key_Backspace);
+        press(cyrillicYa, 44, Qt::ControlModifier);
+        QVERIFY(field());
+        QCOMPARE(field()->text(), "слово");
+        QCOMPARE(view->state().selection, QRectF(100, 100, 700, 400));
     }
 
     void theFieldEditsWithControlAndWithSuper_data()
