@@ -1,4 +1,7 @@
 #include "support/Editor.h"
+#include "support/TempHome.h"
+
+#include "base/Defaults.h"
 
 #include "overlay/canvas/MarksLayer.h"
 #include "overlay/canvas/Rendering.h"
@@ -12,7 +15,11 @@
 class OverlayPaintTest : public QObject {
     Q_OBJECT
 
+    TempHome home;
+
 private slots:
+    void initTestCase() { Defaults::setValue(Defaults::shapeTipKey, 99); } // the tip would lie over strokes
+
     // Every pixel that a step leaves stale shows up here.
     void whatIsRepaintedIsAllThatChanged_data() { scales(); }
     void whatIsRepaintedIsAllThatChanged()

@@ -5,11 +5,11 @@
 
 #include <QDir>
 #include <QFile>
-#include <QStorageInfo>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <sys/stat.h>
 
 namespace {
@@ -52,9 +52,13 @@ private:
     const QString mark = QStringLiteral("1");
 };
 
+std::filesystem::path toPath(const QString &path) { return QFile::encodeName(path).toStdString(); }
+
 bool sameStorage(const QString &one, const QString &other)
 {
-    return QStorageInfo(one).device() == QStorageInfo(other).device();
+    struct stat a = {};
+    struct stat b = {};
+    return stat(toPath(one).c_str(), &a) == 0 && stat(toPath(other).c_str(), &b) == 0 && a.st_dev == b.st_dev;
 }
 
 // No folder takes the place of one that is not empty, so this changes nothing,
@@ -90,9 +94,12 @@ std::optional<QString> exchange(const QString &bundle)
 
 std::optional<QString> room(const QString &folder, qint64 bytes)
 {
-    const QStorageInfo storage(folder);
-    // Not every file system knows.
-    const bool enough = storage.bytesTotal() <= 0 || storage.bytesAvailable() >= bytes;
+    // Asked of the folder itself: the list of mounts may not be readable. Not every
+    // file system knows.
+    std::error_code unknown;
+    const auto space = std::filesystem::space(toPath(folder), unknown);
+    const bool enough
+        = unknown || space.capacity == 0 || space.available >= static_cast<std::uintmax_t>(bytes);
     return enough ? std::nullopt : std::optional(failed(folder, ENOSPC));
 }
 
