@@ -27,8 +27,6 @@ public:
     // Those pixels.
     [[nodiscard]] static QRect covered(const QRectF &place);
 
-    [[nodiscard]] QSize blocks() const { return m_blocks; }
-
 private:
     [[nodiscard]] QRgb colour(int column, int row);
 

@@ -7,9 +7,9 @@
 
 #include <functional>
 
-// The live editor of a text mark. Editing, selecting and input methods are the
-// toolkit's; what shows is painted by the mark itself, so that nothing jumps
-// when the text is committed.
+// The live editor of a text mark. Editing, selecting and input methods are
+// Qt's; what shows is painted by the mark itself, so that nothing jumps when the
+// text is committed.
 class TextField final : public QLineEdit {
     Q_OBJECT
 
