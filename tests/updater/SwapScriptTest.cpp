@@ -283,6 +283,8 @@ private slots:
         QCOMPARE(::kill(-pid_t(shell.processId()), SIGKILL), 0); // the copy as well
         QVERIFY(shell.waitForFinished());
         QCOMPARE(version(paths.app), "old");
+        // The copy dies in its own time, and holds the folder until it has.
+        QTRY_VERIFY(BundleInstaller().claim(paths.app));
         QFile::remove(fifo);
         runUntilOpened(script());
         QCOMPARE(version(paths.app), "new");
