@@ -1,5 +1,6 @@
 #include "halo/HaloView.h"
 
+#include "base/Bands.h"
 #include "base/Painting.h"
 
 #include <QMetaObject>
@@ -203,26 +204,34 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
     if (m_band) {
         const Painting::Saved saved(painter);
         painter.scale(1 / m_scale, 1 / m_scale); // from here on in pixels
-        for (const QRect &pixels : m_space.pixelsOf(exposed)) {
-            painter.setClipRect(pixels); // blended in rows, not span by span
-            paint(painter, pixels);
-        }
+        const QRegion pixels = m_space.pixelsOf(exposed);
+        if (kept())
+            paintKept(painter, pixels);
+        else
+            Bands::draw(painter, pixels & m_band->area(screen()),
+                        [this](QPainter &on, const QRegion &band) { paintAnew(on, band); });
     }
     // The rest of the picture is still to be painted and shown.
     if (m_pacing.paint())
         QMetaObject::invokeMethod(this, &HaloView::frameShown, Qt::QueuedConnection);
 }
 
-void HaloView::paint(QPainter &painter, const QRect &pixels)
+void HaloView::paintKept(QPainter &painter, const QRegion &pixels) const
 {
-    if (kept()) {
+    for (const QRect &rect : pixels) {
+        painter.setClipRect(rect); // blended in rows, not span by span
         for (const HaloTile &tile : m_tiles)
-            tile.paint(painter, pixels, m_colors);
-        return;
+            tile.paint(painter, rect, m_colors);
     }
-    for (const QRect &rect : m_band->area(screen() & pixels)) {
-        m_band->fill(m_piece, rect);
-        m_piece.paint(painter, rect, m_colors);
+}
+
+void HaloView::paintAnew(QPainter &painter, const QRegion &pixels) const
+{
+    HaloTile piece;
+    for (const QRect &rect : pixels) {
+        painter.setClipRect(rect);
+        m_band->fill(piece, rect);
+        piece.paint(painter, rect, m_colors);
     }
 }
 

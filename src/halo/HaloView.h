@@ -72,7 +72,8 @@ private:
     [[nodiscard]] bool onlyTurns(double at) const;
     [[nodiscard]] bool kept() const { return m_band && m_tilesOf == m_band->shape(); }
     void keepTiles();
-    void paint(QPainter &painter, const QRect &pixels);
+    void paintKept(QPainter &painter, const QRegion &pixels) const;
+    void paintAnew(QPainter &painter, const QRegion &pixels) const;
 
     const ViewSpace m_space;
     const double m_scale;
@@ -89,7 +90,6 @@ private:
     std::optional<HaloBand::Shape> m_tilesOf;
     QRegion m_covered; // by them, as far as they have a ground
     QImage m_ground;   // null until there is one
-    HaloTile m_piece;  // some of a band for which there are no tiles
 
     QRegion m_tinted;  // pixels that the glow may have touched on the screen
     QRegion m_unasked; // pieces of the frame that are still to be asked for, in pixels

@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <utility>
 
@@ -105,19 +106,27 @@ Mosaic::Mosaic(const Annotation &mark)
     m_colours.resize(std::size_t(m_blocks.width()) * std::size_t(m_blocks.height()));
 }
 
-QRgb Mosaic::colour(int column, int row)
+// Two threads may both find it missing, and then find the same.
+QRgb Mosaic::colour(int column, int row) const
 {
-    QRgb &kept = m_colours[std::size_t(row) * std::size_t(m_blocks.width()) + std::size_t(column)];
-    if (kept == 0) {
-        const auto at
-            = [](int n, int count, int length) { return static_cast<int>(qint64(length) * n / count); };
-        const QPoint low(at(column, m_blocks.width(), m_part.width()),
-                         at(row, m_blocks.height(), m_part.height()));
-        const QPoint high(at(column + 1, m_blocks.width(), m_part.width()),
-                          at(row + 1, m_blocks.height(), m_part.height()));
-        kept = mean(m_screen, QRect(low, high - QPoint{1, 1}).translated(m_part.topLeft()));
+    const std::atomic_ref kept(
+        m_colours[std::size_t(row) * std::size_t(m_blocks.width()) + std::size_t(column)]);
+    QRgb colour = kept.load(std::memory_order_relaxed);
+    if (colour == 0) {
+        colour = workOut(column, row);
+        kept.store(colour, std::memory_order_relaxed);
     }
-    return kept;
+    return colour;
+}
+
+QRgb Mosaic::workOut(int column, int row) const
+{
+    const auto at = [](int n, int count, int length) { return static_cast<int>(qint64(length) * n / count); };
+    const QPoint low(at(column, m_blocks.width(), m_part.width()),
+                     at(row, m_blocks.height(), m_part.height()));
+    const QPoint high(at(column + 1, m_blocks.width(), m_part.width()),
+                      at(row + 1, m_blocks.height(), m_part.height()));
+    return mean(m_screen, QRect(low, high - QPoint{1, 1}).translated(m_part.topLeft()));
 }
 
 QRect Mosaic::covered(const QRectF &place)
@@ -128,7 +137,7 @@ QRect Mosaic::covered(const QRectF &place)
 
 // Block by block: where Qt enlarges a picture, the borders depend on which part
 // of it is painted.
-void Mosaic::draw(QPainter &painter, const QRectF &place, const QRect &exposed)
+void Mosaic::draw(QPainter &painter, const QRectF &place, const QRect &exposed) const
 {
     if (isNull())
         return;

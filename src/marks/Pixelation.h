@@ -11,7 +11,7 @@ class QPainter;
 struct Annotation;
 
 // The mosaic of one part of the frozen screen, not of the marks above it. A block
-// is worked out when it is first painted, so that what other mosaics cover costs
+// is worked out when it is first asked for, so that what other mosaics cover costs
 // nothing.
 class Mosaic {
 public:
@@ -23,17 +23,19 @@ public:
     [[nodiscard]] bool isNull() const { return m_colours.empty(); }
     // Paints the exposed pixels of the device that the painter counts in, where
     // the mark takes up that place. All pixels whose centres lie in it are covered.
-    void draw(QPainter &painter, const QRectF &place, const QRect &exposed);
+    // Several threads may do so at once.
+    void draw(QPainter &painter, const QRectF &place, const QRect &exposed) const;
     // Those pixels.
     [[nodiscard]] static QRect covered(const QRectF &place);
 
 private:
-    [[nodiscard]] QRgb colour(int column, int row);
+    [[nodiscard]] QRgb colour(int column, int row) const;
+    [[nodiscard]] QRgb workOut(int column, int row) const;
 
     QImage m_screen;
     QRect m_part; // of the screen, device pixels
     QSize m_blocks;
-    std::vector<QRgb> m_colours; // row by row from the top; transparent while not known
+    mutable std::vector<QRgb> m_colours; // row by row from the top; transparent while not known
 };
 
 namespace Pixelation {

@@ -1,5 +1,6 @@
 #include "overlay/OverlayView.h"
 
+#include "base/Bands.h"
 #include "base/Painting.h"
 #include "base/Rect.h"
 #include "overlay/OverlaySession.h"
@@ -27,20 +28,6 @@ namespace {
 constexpr auto screensFrozen = 100ms; // all of them have been painted for the first time
 constexpr auto copiedShows = 1s;
 constexpr auto copiedSeen = 350ms; // then the overlays close
-
-constexpr int bandHeight = 64; // device pixels
-
-// Pieces of which one is still in the processor's cache when it is painted upon
-// a second time.
-std::vector<QRegion> inBands(const QRegion &region)
-{
-    const QRect all = region.boundingRect();
-    std::vector<QRegion> bands;
-    for (int top = all.top(); top <= all.bottom(); top += bandHeight)
-        if (const QRegion band = region & QRect(all.left(), top, all.width(), bandHeight); !band.isEmpty())
-            bands.push_back(band);
-    return bands;
-}
 
 } // namespace
 
@@ -282,10 +269,11 @@ void OverlayView::drawScreen(QPainter &painter, const QRegion &exposed)
         return m_backdrop.draw(painter, {}, exposed);
     const QRect selected = m_space.toNearestPixels(*m_state.selection);
     const QRegion hidden = hiddenByMosaics() & selected;
-    for (const QRegion &band : inBands(exposed)) {
-        m_backdrop.draw(painter, selected, band - hidden);
-        m_marks.draw(painter, band & selected);
-    }
+    m_marks.prepare(exposed & selected);
+    Bands::draw(painter, exposed, [&](QPainter &on, const QRegion &band) {
+        m_backdrop.draw(on, selected, band - hidden);
+        m_marks.draw(on, band & selected);
+    });
 }
 
 QRegion OverlayView::hiddenByMosaics() const

@@ -32,12 +32,16 @@ constexpr double antialiasing = 1; // what a soft edge may spill over
 
 const QColor outlineColor = QColor::fromRgbF(0, 0, 0, 0.35F);
 
+// Side by side: as one stroke it would be a path of as many spans as the
+// selection has rows.
 void drawOutline(QPainter &painter, const QRectF &selection)
 {
-    const Saved saved(painter);
-    painter.setPen(QPen(outlineColor, 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(grown(selection, -0.5));
+    const QSizeF lying(selection.width(), 1);
+    const QSizeF standing(1, std::max(selection.height() - 2, 0.0));
+    painter.fillRect(QRectF(selection.topLeft(), lying), outlineColor);
+    painter.fillRect(QRectF(selection.bottomLeft() - QPointF{0, 1}, lying), outlineColor);
+    painter.fillRect(QRectF(selection.topLeft() + QPointF{0, 1}, standing), outlineColor);
+    painter.fillRect(QRectF(selection.topRight() + QPointF{-1, 1}, standing), outlineColor);
 }
 
 // The dashes of one edge, as lines; travelled is how far round the frame it

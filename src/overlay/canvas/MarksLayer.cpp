@@ -23,6 +23,17 @@ bool isLong(const Annotation &mark)
     return isFreehand(mark.tool) && StrokePath::pieces(mark.points.size()) > 1;
 }
 
+// Every tile from one cell to another.
+void forTiles(auto &tiles, const std::pair<TileGrid::Cell, TileGrid::Cell> &range, const auto &doWith)
+{
+    const auto &[low, high] = range;
+    for (int row = low.first; row <= high.first; ++row) {
+        const auto end = tiles.upper_bound({row, high.second});
+        for (auto tile = tiles.lower_bound({row, low.second}); tile != end; ++tile)
+            doWith(tile->first, tile->second);
+    }
+}
+
 } // namespace
 
 QRegion MarksLayer::follow(const std::vector<AnnotationPtr> &drawOrder)
@@ -171,18 +182,28 @@ void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark, bool fromS
     }
 }
 
-void MarksLayer::draw(QPainter &painter, const QRegion &exposed)
+void MarksLayer::prepare(const QRegion &exposed)
+{
+    for (const QRect &rect : exposed)
+        forTiles(m_tiles, m_grid.range(rect), [this](Cell cell, Tile &tile) { prepare(cell, tile); });
+}
+
+void MarksLayer::draw(QPainter &painter, const QRegion &exposed) const
 {
     const Painting::Saved saved(painter);
     drawMosaics(painter, exposed);
     for (const QRect &rect : exposed) {
         painter.setClipRect(rect); // or Qt would go span by span, in several threads
-        drawTiles(painter, rect);
+        forTiles(m_tiles, m_grid.range(rect), [&](Cell cell, const Tile &tile) {
+            const QRect place = m_grid.pixels(cell);
+            const QRect part = place & rect;
+            painter.drawImage(part.topLeft(), tile.picture, part.translated(-place.topLeft()));
+        });
     }
 }
 
 // From the uppermost down, so that what is covered is neither worked out nor painted.
-void MarksLayer::drawMosaics(QPainter &painter, const QRegion &exposed)
+void MarksLayer::drawMosaics(QPainter &painter, const QRegion &exposed) const
 {
     QRegion open = exposed;
     for (auto tessera = m_mosaics.rbegin(); tessera != m_mosaics.rend() && !open.isEmpty(); ++tessera) {
@@ -194,19 +215,5 @@ void MarksLayer::drawMosaics(QPainter &painter, const QRegion &exposed)
             tessera->mosaic.draw(painter, tessera->place, rect);
         }
         open -= place;
-    }
-}
-
-void MarksLayer::drawTiles(QPainter &painter, const QRect &exposed)
-{
-    const auto [low, high] = m_grid.range(exposed);
-    for (int row = low.first; row <= high.first; ++row) {
-        const auto end = m_tiles.upper_bound({row, high.second});
-        for (auto tile = m_tiles.lower_bound({row, low.second}); tile != end; ++tile) {
-            prepare(tile->first, tile->second);
-            const QRect place = m_grid.pixels(tile->first);
-            const QRect part = place & exposed;
-            painter.drawImage(part.topLeft(), tile->second.picture, part.translated(-place.topLeft()));
-        }
     }
 }

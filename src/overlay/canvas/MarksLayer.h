@@ -31,8 +31,11 @@ public:
     // Prepares for the freehand stroke in hand becoming one of the marks.
     void prepareFor(const Annotation &stroke);
 
-    // Paints what lies in a part of the screen; the painter counts in pixels.
-    void draw(QPainter &painter, const QRegion &exposed);
+    // Makes what is needed to paint a part of the screen.
+    void prepare(const QRegion &exposed);
+    // Paints a part of what was prepared; the painter counts in pixels. Several
+    // threads may do so at once.
+    void draw(QPainter &painter, const QRegion &exposed) const;
     // What mosaics hide of the screen.
     [[nodiscard]] QRegion covered() const;
 
@@ -62,8 +65,8 @@ private:
     QRegion append(const AnnotationPtr &mark);
     void prepare(Cell cell, Tile &tile, bool strokeIsLast = false);
     void paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const;
-    void drawMosaics(QPainter &painter, const QRegion &exposed);
-    void drawTiles(QPainter &painter, const QRect &exposed);
+
+    void drawMosaics(QPainter &painter, const QRegion &exposed) const;
 
     const ViewSpace &m_space;
     TileGrid m_grid{m_space};

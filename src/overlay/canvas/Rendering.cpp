@@ -17,9 +17,11 @@ std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot
     if (picture.isNull())
         return std::nullopt;
     {
+        const QRect marked = pixels & space.toNearestPixels(*state.selection);
+        marks.prepare(marked);
         QPainter painter(&picture);
         painter.translate(-pixels.topLeft());
-        marks.draw(painter, pixels & space.toNearestPixels(*state.selection));
+        marks.draw(painter, marked);
     }
     picture.setDevicePixelRatio(shot.scale);
     return picture;
