@@ -57,3 +57,19 @@ function(vellumora_update_key file out)
   configure_file(${PROJECT_SOURCE_DIR}/src/updater/UpdateKey.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/UpdateKey.cpp @ONLY)
   set(${out} ${CMAKE_CURRENT_BINARY_DIR}/UpdateKey.cpp PARENT_SCOPE)
 endfunction()
+
+# vellumora_wayland_protocols(platform_wayland a.xml …) makes the client's side of these protocols and compiles it in; the
+# headers are included as "a-client.h".
+function(vellumora_wayland_protocols room)
+  find_program(WAYLAND_SCANNER wayland-scanner REQUIRED)
+  foreach(file ${ARGN})
+    get_filename_component(path ${file} ABSOLUTE)
+    get_filename_component(name ${file} NAME_WE)
+    set(made ${CMAKE_CURRENT_BINARY_DIR}/${name})
+    add_custom_command(OUTPUT ${made}-client.h ${made}.c DEPENDS ${path}
+      COMMAND ${WAYLAND_SCANNER} client-header ${path} ${made}-client.h
+      COMMAND ${WAYLAND_SCANNER} private-code ${path} ${made}.c)
+    target_sources(vellumora_${room} PRIVATE ${made}-client.h ${made}.c)
+  endforeach()
+  target_include_directories(vellumora_${room} SYSTEM PUBLIC ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()
