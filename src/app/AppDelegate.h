@@ -1,8 +1,11 @@
 #pragma once
 
+#include "app/AboutPanel.h"
 #include "app/CommandLine.h"
+#include "app/PermissionAlert.h"
 #include "app/StatusMenu.h"
 #include "hotkey/HotKey.h"
+#include "overlay/output/Printing.h"
 #include "updater/Updater.h"
 
 #include <QCoroTask>
@@ -44,7 +47,7 @@ private:
     void buildStatusItem();
     void refreshMenuTitle();
     void hotKeyPressed();
-    void askForPermission();
+    void openAccessSettings();
     QCoro::Task<void> startCapture();
     void prepareUpdater();
     [[nodiscard]] bool changeShortcut(const Shortcut &proposed);
@@ -53,8 +56,11 @@ private:
     const CommandLine m_commandLine;
     std::optional<HotKey> m_hotKey;
     std::optional<StatusMenu> m_menu;
+    AboutPanel m_about;
+    PermissionAlert m_permissionAlert;
     std::unique_ptr<SettingsWindow> m_settings;
     std::unique_ptr<CaptureSession> m_session; // present exactly while overlays show
     bool m_capturing = false;                  // the screens are being read
+    Printing m_printing;
     Updater m_updater;
 };

@@ -25,6 +25,8 @@ public:
 
     // Called once, when everything is closed.
     std::function<void()> onFinish;
+    // Called when the user wants the picture on paper, after onFinish.
+    std::function<void(const QImage &picture)> onPrint;
 
     // Covers every screen with its own picture and gives the keyboard to the
     // one under the pointer. The windows are in the order of the pictures.
@@ -33,6 +35,7 @@ public:
     void selectionStarted(OverlayView &in) override;
     // Gives back keyboard, focus and pointer. A second call does nothing.
     void finish() override;
+    void print(const QImage &picture) override;
 
     [[nodiscard]] const std::vector<std::unique_ptr<OverlayWindow>> &windows() const { return m_windows; }
     [[nodiscard]] OverlayWindow *keyWindow() const { return m_keyWindow; }

@@ -43,6 +43,7 @@ private:
     public:
         void selectionStarted(OverlayView &) override {}
         void finish() override {}
+        void print(const QImage &) override {}
     };
 
     class QuietDesktop final : public Desktop {

@@ -1,6 +1,7 @@
 #pragma once
 
 class OverlayView;
+class QImage;
 
 // What an overlay asks of the capture it belongs to.
 class OverlaySession {
@@ -9,6 +10,8 @@ public:
     virtual void selectionStarted(OverlayView &in) = 0;
     // The capture is over; the overlay goes soon, not at once.
     virtual void finish() = 0;
+    // The capture is over, and its picture goes to paper.
+    virtual void print(const QImage &picture) = 0;
 
 protected:
     ~OverlaySession() = default;

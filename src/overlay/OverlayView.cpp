@@ -9,7 +9,6 @@
 #include "overlay/canvas/WidthPreview.h"
 #include "overlay/gestures/Cursors.h"
 #include "overlay/gestures/StrokeLog.h"
-#include "overlay/output/Printing.h"
 #include "platform/Desktop.h"
 #include "toolbar/Theme.h"
 
@@ -125,8 +124,7 @@ void OverlayView::printImage()
     const auto picture = renderSelection();
     if (!picture)
         return m_desktop.beep();
-    m_session.finish();
-    Printing::show(*picture);
+    m_session.print(*picture);
 }
 
 void OverlayView::selectAll()

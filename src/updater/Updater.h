@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/UpdateInstaller.h"
+#include "updater/AlertBox.h"
 #include "updater/Manifest.h"
-#include "updater/UpdateAlerts.h"
 #include "updater/UpdateMark.h"
 
 #include <QByteArray>
@@ -104,6 +104,7 @@ private:
     bool m_checking = false; // or settling
     bool m_asleep = false;   // until it is calm
     QDeadlineTimer m_calmFrom;
+    AlertBox m_alerts;
     UpdateMark m_mark; // of the update in progress
     std::optional<QTemporaryFile> m_archive;
     std::unique_ptr<Download> m_download;
