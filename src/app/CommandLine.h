@@ -18,8 +18,8 @@ struct CommandLine {
     bool capture = false;  // "--capturar"
     bool settings = false; // "--ajustes"
 
-    // True when "--demo", "--prueba-halo" or "--selftest" is present, even without
-    // its arguments. There is no hot key and no update check then.
+    // Tells whether "--demo", "--prueba-halo" or "--selftest" is present, even
+    // without its arguments. There is no hot key and no update check then.
     bool anyMode = false;
     std::optional<PictureRun> demo = std::nullopt;
     std::optional<PictureRun> haloTest = std::nullopt;
