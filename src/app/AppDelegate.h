@@ -18,13 +18,13 @@ class CaptureSession;
 class SettingsWindow;
 struct Platform;
 
-// The application: owns the status item, the hot key, the settings window and
-// the capture in progress, of which there is never more than one.
+// Owns the status item, the hot key, the settings window and the capture in
+// progress, of which there is never more than one.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    // The platform must outlive it.
+    // Takes the platform, which must outlive this object.
     AppDelegate(Platform &platform, CommandLine commandLine);
     ~AppDelegate() override;
 
@@ -38,8 +38,8 @@ public:
     void openWeb();
     void checkUpdates();
 
-    // Ends the program, whatever is going on: gives keyboard and screens back and
-    // asks no window whether it wants to close.
+    // Ends the program, whatever is going on: gives back the keyboard and the
+    // screens and asks no window whether it may close.
     void terminate();
 
 private:

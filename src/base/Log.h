@@ -3,17 +3,17 @@
 #include <QDateTime>
 #include <QString>
 
-// The program's diary: one dated line a message, in Spanish, in
-// "Library/Logs/Vellumora.log" under the home folder. It is never trimmed, and
-// without that folder the lines are lost.
+// Keeps the program's diary, one dated line in Spanish per message, in
+// "Library/Logs/Vellumora.log" under the home folder. The file is never trimmed; if
+// that folder does not exist, the messages are lost.
 namespace Log {
 
 void write(const QString &message);
 
 [[nodiscard]] QString path();
-// A moment in UTC with its offset, as in "2026-01-31 09:15:02 +0000".
+// Returns the moment in UTC with its offset, as in "2026-01-31 09:15:02 +0000".
 [[nodiscard]] QString date(const QDateTime &at);
-// The date, a blank and the message, without line end.
+// Returns the date, a space and the message, without a line end.
 [[nodiscard]] QString line(const QDateTime &at, const QString &message);
 
 } // namespace Log

@@ -7,7 +7,7 @@
 
 class SettingsPortal;
 
-// The small services as Linux desktops offer them.
+// Provides the small services as Linux desktops offer them.
 class FreedesktopDesktop final : public Desktop {
 public:
     explicit FreedesktopDesktop(std::shared_ptr<const SettingsPortal> settings)
