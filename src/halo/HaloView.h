@@ -76,7 +76,6 @@ private:
     void paintAnew(QPainter &painter, const QRegion &pixels) const;
 
     const ViewSpace m_space;
-    const double m_scale;
     const std::function<bool()> m_reduceMotion;
     QElapsedTimer m_clock;
     HaloMotion m_motion;

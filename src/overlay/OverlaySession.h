@@ -11,7 +11,7 @@ public:
     virtual void selectionStarted(OverlayView &in) = 0;
     // Ends the capture. The overlays are destroyed soon afterwards, not at once.
     virtual void finish() = 0;
-    // The capture is over, and its picture goes to paper.
+    // Ends the capture and opens the print dialog for its picture.
     virtual void print(const QImage &picture) = 0;
 
 protected:

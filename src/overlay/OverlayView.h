@@ -35,8 +35,8 @@ public:
 
     [[nodiscard]] const EditorState &state() const { return m_state; }
     [[nodiscard]] const ScreenShot &shot() const { return m_shot; }
-    // The region without any chrome; absent without a selection.
-    // A text being typed becomes part of it.
+    // Returns the selected region without any chrome; absent without a selection.
+    // Commits the text being typed, so that it becomes part of the picture.
     [[nodiscard]] std::optional<QImage> renderSelection();
     void copyImage();
     void saveImage();
@@ -51,9 +51,9 @@ public:
     void toggleTool(Tool tool);
     void setColor(const QColor &color);
     void setLineWidth(double width); // points
-    // The next click takes its colour off the screen.
+    // Makes the next click take its colour off the screen.
     void startPicking();
-    // Another screen has the selection now.
+    // Gives the selection up, because another screen has it now.
     void discardSelection();
 
     [[nodiscard]] const HaloView &halo() const { return m_canvas.halo(); }

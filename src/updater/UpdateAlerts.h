@@ -5,7 +5,7 @@
 
 #include <optional>
 
-// The words of what the updater says to the user.
+// Holds the words of what the updater says to the user.
 namespace UpdateAlerts {
 
 struct Alert {
