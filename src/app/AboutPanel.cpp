@@ -19,6 +19,9 @@ constexpr double nameSize = 17;
 constexpr double textSize = 11;
 constexpr double gapSize = 6;
 constexpr int paragraphSpacing = 4;
+constexpr int sideMargin = 36;
+constexpr int endMargin = 24; // above and below
+constexpr int rowSpacing = 8;
 
 QString span(const QString &text, const QColor &color)
 {
@@ -63,8 +66,8 @@ QDialog *makeWindow(const std::function<void(const QUrl &)> &openLink)
     QObject::connect(credits, &QLabel::linkActivated, panel,
                      [openLink](const QString &address) { openLink(QUrl(address)); });
     auto *rows = new QVBoxLayout(panel);
-    rows->setContentsMargins(36, 24, 36, 24);
-    rows->setSpacing(8);
+    rows->setContentsMargins(sideMargin, endMargin, sideMargin, endMargin);
+    rows->setSpacing(rowSpacing);
     rows->addWidget(icon);
     rows->addWidget(centred(QStringLiteral("Vellumora"), Fonts::system(nameSize, QFont::Bold), *panel));
     rows->addWidget(centred(Version::current(), Fonts::system(textSize), *panel));
