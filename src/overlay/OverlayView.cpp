@@ -42,9 +42,7 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
 {
     m_state.bounds = m_space.bounds();
     m_state.color = Theme::drawColors.front();
-    Annotation::background = m_shot.image;
-    Annotation::backgroundScale = m_shot.scale;
-    Annotation::viewHeight = m_shot.pointSize.height();
+    lendPicture();
     update(m_damage.follow(scene(), {}));
     m_halo.onFrame = [this](const QRegion &area) { update(area); };
     m_drawing.onRest = [this](QPointF) { m_hold.armHold(); };
@@ -68,6 +66,13 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
+}
+
+void OverlayView::lendPicture()
+{
+    Annotation::background = m_shot.image;
+    Annotation::backgroundScale = m_shot.scale;
+    Annotation::viewHeight = m_shot.pointSize.height();
 }
 
 OverlayView::~OverlayView()

@@ -59,6 +59,8 @@ public:
     void setLineWidth(double width); // points
     // The next click takes its colour off the screen.
     void startPicking();
+    // Makes this screen's picture the one that mosaics on any screen are made of.
+    void lendPicture();
     // Another screen has the selection now.
     void discardSelection();
 

@@ -19,6 +19,7 @@
 #include "platform/wayland/WaylandClipboard.h"
 #include "platform/wayland/WaylandKeyboardGrab.h"
 #include "platform/wayland/WaylandKeyboardLayout.h"
+#include "platform/wayland/WaylandScreenGrabber.h"
 #include "platform/wayland/WaylandWindowPlacer.h"
 #include "platform/x11/OwnWindows.h"
 #include "platform/x11/X11HotKeys.h"
@@ -94,7 +95,7 @@ Platform makeWaylandPlatform()
     std::vector<std::unique_ptr<TrayHost>> trays;
     trays.push_back(std::make_unique<StatusNotifierHost>());
     Platform nothing = makeNoPlatform();
-    return {.screens = std::move(nothing.screens),
+    return {.screens = makeWaylandScreenGrabber(connection),
             .windows = std::make_unique<WaylandWindowPlacer>(queue),
             .keyboardGrab = std::make_unique<WaylandKeyboardGrab>(queue),
             .hotKeys = std::move(nothing.hotKeys),

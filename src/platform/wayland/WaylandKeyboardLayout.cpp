@@ -82,6 +82,10 @@ void WaylandKeyboardLayout::readKeymap(std::uint32_t format, int file, std::uint
 
 std::optional<QString> WaylandKeyboardLayout::textOfKey(std::uint32_t evdevCode) const
 {
+    if (m_keymap.isEmpty()) {
+        m_queue->roundtrip(); // whether there is a keyboard
+        m_queue->roundtrip(); // and what is on its keys
+    }
     const Context context(xkb_context_new(XKB_CONTEXT_NO_FLAGS), &xkb_context_unref);
     if (!context || m_keymap.isEmpty())
         return std::nullopt;

@@ -1,5 +1,6 @@
 #include "platform/wayland/WaylandWindowPlacer.h"
 
+#include "platform/wayland/LayerPopups.h"
 #include "platform/wayland/LayerSurface.h"
 #include "platform/wayland/QtQueue.h"
 
@@ -46,6 +47,8 @@ void WaylandWindowPlacer::cover(QWidget &window, QScreen &screen)
     auto layer = m_shell ? showAsLayer(window, screen) : nullptr;
     if (!layer)
         showFullScreen(window, screen);
+    else if (!m_popups)
+        m_popups = std::make_unique<LayerPopups>();
     m_overlays.push_back({&window, std::move(layer)});
 }
 
@@ -93,6 +96,7 @@ void WaylandWindowPlacer::giveKeyboard(QWidget &window)
 
 void WaylandWindowPlacer::endSession()
 {
+    m_popups.reset();
     m_overlays.clear();
     m_ownWindows.restore();
 }

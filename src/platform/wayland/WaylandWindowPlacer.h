@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+class LayerPopups;
 class LayerShell;
 class LayerSurface;
 class QtQueue;
@@ -42,5 +43,6 @@ private:
     std::shared_ptr<QtQueue> m_queue;
     std::unique_ptr<LayerShell> m_shell; // absent where the compositor has no layers
     std::vector<Overlay> m_overlays;
+    std::unique_ptr<LayerPopups> m_popups; // present while layers show
     OrdinaryWindows m_ownWindows;
 };
