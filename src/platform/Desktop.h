@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QUrl>
 
+class Clipboard;
+
 // Small services of the desktop. None of them fails out loud.
 class Desktop {
 public:
@@ -20,6 +22,9 @@ public:
     [[nodiscard]] virtual bool reduceMotion() const = 0;
 
     virtual void openWeb(const QUrl &address) = 0;
+
+    // Lives as long as the desktop.
+    [[nodiscard]] virtual Clipboard &clipboard() = 0;
 
     // In order of preference, such as "fr-CA".
     [[nodiscard]] virtual QStringList preferredLanguages() const = 0;

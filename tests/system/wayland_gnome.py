@@ -25,7 +25,7 @@ class Gnome(WaylandDesktop):
         wait_for(lambda: "org.freedesktop.login1" in self.call_system("ListNames"), "the log-in service")
         monitors = [word for output in self.outputs for word in ("--virtual-monitor", f"{output.width}x{output.height}")]
         process = Process(self, "shell", ["gnome-shell", "--headless", "--no-x11", "--wayland-display", "wayland-test", *monitors])
-        wait_for(lambda: "org.gnome.Shell.Screenshot" in self.call_bus("ListNames"), "the shell")
+        wait_for(lambda: any("GNOME Shell started" in line for line in process.lines()), "the shell")
         self.arrange()
         return process
 

@@ -163,8 +163,8 @@ int main(int argc, char **argv)
     xdg_toplevel_set_title(toplevel, ("witness-" + std::string(argv[1])).c_str());
     if (argc > 2)
         xdg_toplevel_set_fullscreen(toplevel, output.proxy);
-    listenToKeys(display);
     wl_surface_commit(window.surface);
+    listenToKeys(display);
     while (wl_display_dispatch(display) >= 0) {
     }
     return EXIT_SUCCESS;
