@@ -111,6 +111,7 @@ class WaylandDesktop(Session):
             self.compositor = self._start_compositor()
             self.hand = Hand(self)
             self.move_to((outputs[0].width // 2, outputs[0].height // 2))
+            self.key("shift")  # some make the keyboard only now, and fall over windows that ask for one before
         except BaseException:
             self.close()
             raise
