@@ -94,6 +94,7 @@ class WaylandDesktop(Session):
     name = ""  # what the desktop calls itself
     as_nobody = False
     witness_mode = ("full",)
+    outputs_have_names = True
 
     def __init__(self, outputs, bus=False):
         super().__init__()
@@ -110,6 +111,7 @@ class WaylandDesktop(Session):
             self.compositor = self._start_compositor()
             self.hand = Hand(self)
             self.move_to((outputs[0].width // 2, outputs[0].height // 2))
+            self.key("shift")  # some make the keyboard only now, and fall over windows that ask for one before
         except BaseException:
             self.close()
             raise
@@ -137,7 +139,8 @@ class WaylandDesktop(Session):
 
     def witness(self, output):
         """Fills an output with the pattern."""
-        process = Process(self, "witness", [self.helpers / "wayland-witness", output.name, *self.witness_mode])
+        name = output.name if self.outputs_have_names else f"{output.width}x{output.height}"
+        process = Process(self, "witness", [self.helpers / "wayland-witness", name, *self.witness_mode])
         wait_for(lambda: self.shows_pattern(output), f"the pattern on {output.name}")
         return process
 

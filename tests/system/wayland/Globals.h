@@ -2,25 +2,28 @@
 
 #include <wayland-client.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <vector>
 
-// All things of a kind that the compositor offers, in this version, which is the one
-// that is needed at least.
+// All things of a kind that the compositor offers, from the first of these versions on
+// and in none after the second.
 template <typename Proxy>
-std::vector<Proxy *> bindAll(wl_display *display, const wl_interface &interface, std::uint32_t version)
+std::vector<Proxy *> bindAll(wl_display *display, const wl_interface &interface, std::uint32_t first,
+                             std::uint32_t last)
 {
     struct Search {
         const wl_interface &interface;
-        std::uint32_t version;
+        std::uint32_t first, last;
         std::vector<Proxy *> found;
-    } search{interface, version, {}};
+    } search{interface, first, last, {}};
     constexpr wl_registry_listener listener{
         [](void *data, wl_registry *registry, std::uint32_t name, const char *offered, std::uint32_t newest) {
-            auto &[wanted, least, found] = *static_cast<Search *>(data);
+            auto &[wanted, least, most, found] = *static_cast<Search *>(data);
             if (newest >= least && std::strcmp(offered, wanted.name) == 0)
-                found.push_back(static_cast<Proxy *>(wl_registry_bind(registry, name, &wanted, least)));
+                found.push_back(static_cast<Proxy *>(
+                    wl_registry_bind(registry, name, &wanted, std::min(newest, most))));
         },
         [](void *, wl_registry *, std::uint32_t) {},
     };
@@ -31,10 +34,10 @@ std::vector<Proxy *> bindAll(wl_display *display, const wl_interface &interface,
     return search.found;
 }
 
-// The first of them; null when there is none.
+// The first one, in this version; null when there is none.
 template <typename Proxy>
 Proxy *bindGlobal(wl_display *display, const wl_interface &interface, std::uint32_t version)
 {
-    const auto all = bindAll<Proxy>(display, interface, version);
+    const auto all = bindAll<Proxy>(display, interface, version, version);
     return all.empty() ? nullptr : all.front();
 }

@@ -1,7 +1,7 @@
 // Asks the desktop itself for a picture, where no tool does it: KWin for one of its screens, without pointer,
 // and GNOME for all of them.
 //
-//   look kwin SCREEN FILE.png
+//   look kwin SCREEN FILE.ppm
 //   look gnome FILE.png
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -76,7 +76,7 @@ int main(int argc, char **argv)
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (argc == 4 && arguments[1] == "kwin")
-        return screenOfKwin(arguments[2]).save(arguments[3], "PNG", 100) ? EXIT_SUCCESS : EXIT_FAILURE;
+        return screenOfKwin(arguments[2]).save(arguments[3], "PPM") ? EXIT_SUCCESS : EXIT_FAILURE;
     if (argc == 3 && arguments[1] == "gnome")
         return lookAtGnome(arguments[2]) ? EXIT_SUCCESS : EXIT_FAILURE;
     return EXIT_FAILURE;

@@ -23,7 +23,7 @@ namespace {
 
 struct Output {
     wl_output *proxy;
-    std::string name;
+    std::string name, size;
     int scale = 1;
 };
 
@@ -78,7 +78,9 @@ void paint(Window &window)
 
 constexpr wl_output_listener outputEvents{
     [](void *, wl_output *, int, int, int, int, int, const char *, const char *, int) {},
-    [](void *, wl_output *, std::uint32_t, int, int, int) {},
+    [](void *data, wl_output *, std::uint32_t, int width, int height, int) {
+        static_cast<Output *>(data)->size = std::to_string(width) + "x" + std::to_string(height);
+    },
     [](void *, wl_output *) {},
     [](void *data, wl_output *, int scale) { static_cast<Output *>(data)->scale = scale; },
     [](void *data, wl_output *, const char *name) { static_cast<Output *>(data)->name = name; },
@@ -118,17 +120,18 @@ constexpr wl_keyboard_listener keyEvents{
     [](void *, wl_keyboard *, int, int) {},
 };
 
-// One without a proxy when there is no output of this name.
-const Output &findOutput(wl_display *display, const std::string &name)
+// One without a proxy when there is no such output.
+const Output &findOutput(wl_display *display, const std::string &wanted)
 {
     static std::list<Output> all;
-    for (auto *proxy : bindAll<wl_output>(display, wl_output_interface, 4)) {
-        all.push_back({.proxy = proxy, .name = {}});
+    for (auto *proxy : bindAll<wl_output>(display, wl_output_interface, 2, 4)) {
+        all.push_back({.proxy = proxy, .name = {}, .size = {}});
         wl_output_add_listener(proxy, &outputEvents, &all.back());
     }
     wl_display_roundtrip(display);
-    all.push_back({.proxy = nullptr, .name = name});
-    return *std::ranges::find(all, name, &Output::name);
+    all.push_back({.proxy = nullptr, .name = wanted, .size = {}});
+    return *std::ranges::find_if(
+        all, [&](const Output &output) { return output.name == wanted || output.size == wanted; });
 }
 
 void listenToKeys(wl_display *display)
@@ -157,11 +160,11 @@ int main(int argc, char **argv)
     xdg_surface_add_listener(surface, &surfaceEvents, &window);
     xdg_toplevel *toplevel = xdg_surface_get_toplevel(surface);
     xdg_toplevel_add_listener(toplevel, &toplevelEvents, &window);
-    xdg_toplevel_set_title(toplevel, ("witness-" + output.name).c_str());
+    xdg_toplevel_set_title(toplevel, ("witness-" + std::string(argv[1])).c_str());
     if (argc > 2)
         xdg_toplevel_set_fullscreen(toplevel, output.proxy);
-    listenToKeys(display);
     wl_surface_commit(window.surface);
+    listenToKeys(display);
     while (wl_display_dispatch(display) >= 0) {
     }
     return EXIT_SUCCESS;
