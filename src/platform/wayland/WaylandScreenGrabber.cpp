@@ -2,7 +2,10 @@
 
 #include "base/Log.h"
 #include "platform/freedesktop/PrivacySettings.h"
+#include "platform/wayland/KWinGrabber.h"
+#include "platform/wayland/PortalGrabber.h"
 #include "platform/wayland/ScreencopyGrabber.h"
+#include "platform/wayland/ScreenshotPermission.h"
 
 #include <utility>
 
@@ -35,12 +38,28 @@ private:
 class WaylandScreenGrabber final : public ScreenGrabber {
 public:
     explicit WaylandScreenGrabber(const std::shared_ptr<Connection> &connection)
-        : m_sources{std::make_shared<ScreencopyGrabber>(connection)}
-    {}
+    {
+        const auto screencopy = std::make_shared<ScreencopyGrabber>(connection);
+        if (!screencopy->offered())
+            m_permission.emplace();
+        m_sources
+            = {screencopy, std::make_shared<KWinGrabber>(), std::make_shared<PortalGrabber>(connection)};
+    }
 
-    bool accessGranted() override { return true; }
+    bool accessGranted() override { return !m_permission || !m_permission->refused(); }
+
+    // The desktop asks by itself at the first capture. Who has said no is asked again
+    // only when he wants to be.
     void requestAccess() override {}
-    bool openAccessSettings() override { return PrivacySettings::open(); }
+
+    // Desktops have no page for programs that they did not install; that the user wants
+    // to see it is reason enough to ask him again.
+    bool openAccessSettings() override
+    {
+        if (m_permission)
+            m_permission->forget();
+        return PrivacySettings::open();
+    }
 
     QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override
     {
@@ -66,6 +85,7 @@ private:
     }
 
     Sources m_sources;
+    std::optional<ScreenshotPermission> m_permission; // where the compositor itself copies, nobody is asked
     std::shared_ptr<Falls> m_falls = std::make_shared<Falls>();
 };
 
