@@ -78,8 +78,8 @@ class Session:
             process.end()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def start_bus(self):
-        daemon = Process(self, "bus", ["dbus-daemon", "--session", "--nofork", "--print-address"])
+    def start_bus(self, *options):
+        daemon = Process(self, "bus", ["dbus-daemon", *(options or ["--session"]), "--nofork", "--print-address"])
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = daemon.says("unix:")
 
     def run(self, *command, binary=False):

@@ -53,6 +53,9 @@ class Gnome(WaylandDesktop):
             return False
         return super().shows_pattern(output)
 
+    def _bus_options(self):
+        return ["--session"]  # the shell starts its helpers over it
+
     def call_system(self, method):
         return self.run("gdbus", "call", "--address", self.environment["DBUS_SYSTEM_BUS_ADDRESS"], "-d", "org.freedesktop.DBus",
                         "-o", "/org/freedesktop/DBus", "-m", f"org.freedesktop.DBus.{method}")
