@@ -102,8 +102,8 @@ Platform makeWaylandPlatform()
             .keyboard = std::make_unique<WaylandKeyboardLayout>(queue),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings,
-                                                            std::make_unique<WaylandClipboard>(connection)),
+            .desktop
+            = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<WaylandClipboard>(connection)),
             .updates = std::make_unique<BundleInstaller>()};
 }
 

@@ -12,9 +12,9 @@ HELPERS = Path(os.environ["VELLUMORA_HELPERS"])
 PATIENCE = 20  # seconds; a wait that takes longer has failed
 
 
-def wait_for(condition, what):
+def wait_for(condition, what, patience=PATIENCE):
     """Returns what the condition answers as soon as that is true."""
-    end = time.monotonic() + PATIENCE
+    end = time.monotonic() + patience
     while time.monotonic() < end:
         answer = condition()
         if answer:
