@@ -90,8 +90,8 @@ class Hand:
 
 class WaylandDesktop(Session):
     """The base of the desktops. A compositor that refuses the superuser runs, with everything else, as nobody."""
-    session_type = "wayland"
     name = ""  # what the desktop calls itself
+    variables = {}  # what else the desktop sets
     as_nobody = False
     witness_mode = ("full",)
     outputs_have_names = True
@@ -102,7 +102,7 @@ class WaylandDesktop(Session):
         if self.as_nobody and os.getuid() == 0:
             self.prefix = ("setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups")
         self.program, self.helpers = readable_copies() if self.prefix else (PROGRAM, HELPERS)
-        self.environment |= {"XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": self.name}
+        self.environment |= {"XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": self.name, **self.variables}
         self.hand = None
         self._own()
         if bus:

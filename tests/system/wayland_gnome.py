@@ -24,13 +24,13 @@ B = InPixels("Meta-1", 1600, 900, 1, A.width)
 
 class Gnome(WaylandDesktop):
     name = "GNOME"
+    variables = {"XDG_SESSION_DESKTOP": "gnome", "WAYLAND_DISPLAY": "wayland-test"}
     outputs_have_names = False
 
     def __init__(self, outputs=(A, B)):
         super().__init__(outputs, bus=True)
 
     def _start_compositor(self):
-        self.environment |= {"XDG_SESSION_DESKTOP": "gnome", "GNOME_SHELL_SESSION_MODE": "user", "WAYLAND_DISPLAY": "wayland-test"}
         system = Process(self, "system-bus", ["dbus-daemon", "--session", "--nofork", "--print-address"])
         self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = system.says("unix:")
         Process(self, "login", ["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"])
@@ -78,6 +78,13 @@ class Gnome(WaylandDesktop):
             wanted.append(f"({round(output.x)}, 0, {float(output.scale)}, uint32 0, {'true' if not wanted else 'false'}, "
                           f"[('{output.name}', '{mode}', @a{{sv}} {{}})])")
         self.display_config("ApplyMonitorsConfig", serial, "1", f"[{', '.join(wanted)}]", "{}")
+
+    def permit(self, answer):
+        """As if the user had answered the shell's question whether programs may see the screen."""
+        (self.home / ".local/share/flatpak/db").mkdir(parents=True, exist_ok=True)
+        store = "org.freedesktop.impl.portal.PermissionStore"
+        self.run("gdbus", "call", "--session", "-d", store, "-o", "/org/freedesktop/impl/portal/PermissionStore", "-m",
+                 f"{store}.SetPermission", "screenshot", "true", "screenshot", "", f"['{answer}']")
 
     def look(self, output):
         path = self.folder / "look.png"
