@@ -30,7 +30,7 @@ endfunction()
 # vellumora_test(overlay/SelectionDrag LINKS vellumora_overlay)
 # builds tests/overlay/SelectionDragTest.cpp and runs it on the offscreen platform.
 function(vellumora_test path)
-  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "LINKS;ENVIRONMENT")
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "LINKS;ENVIRONMENT;COMMAND")
   get_filename_component(name ${path} NAME)
   add_executable(${name}Test ${path}Test.cpp)
   target_link_libraries(${name}Test PRIVATE vellumora_test_headers Qt6::Test ${test_LINKS})
@@ -40,9 +40,20 @@ function(vellumora_test path)
   qt_generate_moc(${path}Test.cpp ${moc} TARGET ${name}Test)
   target_sources(${name}Test PRIVATE ${moc})
   target_include_directories(${name}Test PRIVATE ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_BINARY_DIR}/moc)
-  add_test(NAME ${path} COMMAND ${name}Test)
+  if(NOT test_COMMAND)
+    set(test_COMMAND ${name}Test)
+  endif()
+  add_test(NAME ${path} COMMAND ${test_COMMAND})
   set_tests_properties(${path} PROPERTIES LABELS unit TIMEOUT 120
     ENVIRONMENT "QT_SCREEN_SCALE_FACTORS=A=2\\;B=1\\;C=1.25;QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/support/screens.json;VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}")
+endfunction()
+
+# vellumora_compositor_test(sway platform/ScreencopyGrabber)
+# is a test of the Wayland back end that runs inside that compositor.
+function(vellumora_compositor_test compositor path)
+  get_filename_component(name ${path} NAME)
+  vellumora_test(${path} LINKS vellumora_platform_wayland COMMAND ${PROJECT_SOURCE_DIR}/tests/support/in-${compositor} $<TARGET_FILE:${name}Test>)
+  set_tests_properties(${path} PROPERTIES ENVIRONMENT "VELLUMORA_IDIOMA=en" LABELS system)
 endfunction()
 
 # vellumora_update_key(key.pem SOURCE) makes a source file out of a public key

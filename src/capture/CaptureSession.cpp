@@ -50,6 +50,7 @@ void CaptureSession::start(const std::vector<ScreenShot> &shots)
         return;
     qApp->installEventFilter(this);
     makeKey(windowOn(underPointer));
+    m_awaitingPointer = !underPointer;
     endWhenScreensChange();
 }
 
@@ -84,6 +85,7 @@ void CaptureSession::endWhenScreensChange()
 
 void CaptureSession::selectionStarted(OverlayView &in)
 {
+    m_awaitingPointer = false;
     for (const auto &window : m_windows)
         if (&window->view() != &in)
             window->view().discardSelection();
@@ -98,11 +100,26 @@ void CaptureSession::makeKey(OverlayWindow &window)
     m_placer.giveKeyboard(window);
 }
 
+// Where nobody can say on which screen the pointer is, the first window that it enters
+// tells.
+void CaptureSession::pointerEntered(QObject *target)
+{
+    auto *window = qobject_cast<OverlayWindow *>(target);
+    if (!window)
+        return;
+    m_awaitingPointer = false;
+    window->view().lendPicture();
+    if (window != m_keyWindow)
+        makeKey(*window);
+}
+
 // The system may hand the keys to another overlay than the one that is meant to
 // have them, or to a window that opened below the overlays, where nobody sees what
 // is typed; they are passed on.
 bool CaptureSession::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::Enter && m_awaitingPointer)
+        pointerEntered(watched);
     if (!isKeyboardEvent(event->type()) || !m_keyWindow)
         return false;
     const auto *widget = qobject_cast<QWidget *>(watched);

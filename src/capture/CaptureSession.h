@@ -46,6 +46,7 @@ protected:
 
 private:
     void makeKey(OverlayWindow &window);
+    void pointerEntered(QObject *target);
     void makeWindows(const std::vector<ScreenShot> &shots, const QScreen *last);
     [[nodiscard]] OverlayWindow &windowOn(const QScreen *screen) const;
     void endWhenScreensChange();
@@ -54,5 +55,6 @@ private:
     Desktop &m_desktop;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
     OverlayWindow *m_keyWindow = nullptr; // the one that should have the keyboard
+    bool m_awaitingPointer = false;       // nobody knew which screen the pointer is on
     bool m_finished = false;
 };

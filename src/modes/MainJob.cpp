@@ -6,13 +6,13 @@
 #include "modes/Hand.h"
 #include "modes/Stage.h"
 #include "overlay/OverlayView.h"
+#include "platform/Clipboard.h"
 #include "platform/Platform.h"
 
 #include <QClipboard>
 #include <QCoroTask>
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QMimeData>
 #include <QScreen>
 #include <QWindow>
 
@@ -134,9 +134,9 @@ bool MainJob::copy(OverlayView &view)
     const QString service = QStringLiteral("clipboard");
     const auto picture = view.renderSelection();
     view.copyImage(); // which ends the capture too
-    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    const QImage copied = data ? QImage::fromData(data->data(QStringLiteral("image/png")), "PNG") : QImage();
-    if (!QGuiApplication::clipboard()->ownsClipboard() || !picture || copied.size() != picture->size()) {
+    const auto formats = m_platform.desktop->clipboard().offered();
+    const QImage copied = QImage::fromData(formats.value(QStringLiteral("image/png")), "PNG");
+    if (!picture || copied.size() != picture->size()) {
         m_report.missing(
             service,
             QStringLiteral(

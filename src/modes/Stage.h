@@ -4,6 +4,7 @@
 #include "overlay/OverlaySession.h"
 #include "overlay/OverlayView.h"
 #include "platform/Desktop.h"
+#include "platform/QtClipboard.h"
 
 #include <QImage>
 
@@ -55,8 +56,12 @@ private:
         void hapticTick() override {}
         bool reduceMotion() const override { return !moving; }
         void openWeb(const QUrl &) override {}
+        Clipboard &clipboard() override { return m_clipboard; }
         QStringList preferredLanguages() const override { return {}; }
         bool moving = false;
+
+    private:
+        QtClipboard m_clipboard;
     };
 
     NoSession m_session;

@@ -57,6 +57,8 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
 
 OverlayView::~OverlayView() = default;
 
+void OverlayView::lendPicture() { m_canvas.lendPicture(); }
+
 std::optional<QImage> OverlayView::renderSelection()
 {
     m_text.commitText();

@@ -53,6 +53,8 @@ public:
     void setLineWidth(double width); // points
     // Makes the next click take its colour off the screen.
     void startPicking();
+    // Makes this screen's picture the one that mosaics on any screen are made of.
+    void lendPicture();
     // Gives the selection up, because another screen has it now.
     void discardSelection();
 

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QUrl>
 
+class Clipboard;
+
 // Provides small services of the desktop. All of them fail silently.
 class Desktop {
 public:
@@ -21,6 +23,9 @@ public:
     [[nodiscard]] virtual bool reduceMotion() const = 0;
 
     virtual void openWeb(const QUrl &address) = 0;
+
+    // Returns the clipboard, which lives as long as the desktop.
+    [[nodiscard]] virtual Clipboard &clipboard() = 0;
 
     // Returns the languages in order of preference, such as "fr-CA".
     [[nodiscard]] virtual QStringList preferredLanguages() const = 0;

@@ -1,4 +1,6 @@
+#include "platform/DisplayChoice.h"
 #include "platform/Platform.h"
+#include "platform/QtClipboard.h"
 #include "platform/SingleInstance.h"
 
 #include "platform/freedesktop/AutostartLoginItem.h"
@@ -11,6 +13,14 @@
 #include "platform/freedesktop/StatusNotifierHost.h"
 #include "platform/freedesktop/TrayStatusItem.h"
 #include "platform/none/NoServices.h"
+#include "platform/wayland/Compositor.h"
+#include "platform/wayland/Connection.h"
+#include "platform/wayland/QtQueue.h"
+#include "platform/wayland/WaylandClipboard.h"
+#include "platform/wayland/WaylandKeyboardGrab.h"
+#include "platform/wayland/WaylandKeyboardLayout.h"
+#include "platform/wayland/WaylandScreenGrabber.h"
+#include "platform/wayland/WaylandWindowPlacer.h"
 #include "platform/x11/OwnWindows.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11KeyboardGrab.h"
@@ -56,14 +66,6 @@ void prepareEnvironment()
     nameRuntimeFolder();
 }
 
-// Whether the user has chosen a display that only Qt sees. Any other
-// choice is overruled: where it cannot be opened, Qt aborts.
-bool imaginaryDisplay()
-{
-    const QString chosen = qEnvironmentVariable("QT_QPA_PLATFORM");
-    return chosen.startsWith(u"offscreen") || chosen.startsWith(u"minimal");
-}
-
 Platform makeX11Platform()
 {
     const auto settings = std::make_shared<SettingsPortal>();
@@ -79,16 +81,60 @@ Platform makeX11Platform()
             .keyboard = std::make_unique<XkbKeyboardLayout>(),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings),
+            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<QtClipboard>()),
             .updates = std::make_unique<BundleInstaller>()};
+}
+
+Platform makeWaylandPlatform()
+{
+    const auto settings = std::make_shared<SettingsPortal>();
+    const auto queue = QtQueue::open();
+    const std::shared_ptr<Connection> connection = Connection::open();
+    if (!queue || !connection)
+        return makeNoPlatform();
+    std::vector<std::unique_ptr<TrayHost>> trays;
+    trays.push_back(std::make_unique<StatusNotifierHost>());
+    Platform nothing = makeNoPlatform();
+    return {.screens = makeWaylandScreenGrabber(connection),
+            .windows = std::make_unique<WaylandWindowPlacer>(queue),
+            .keyboardGrab = std::make_unique<WaylandKeyboardGrab>(queue),
+            .hotKeys = std::move(nothing.hotKeys),
+            .keyboard = std::make_unique<WaylandKeyboardLayout>(queue),
+            .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
+            .loginItem = std::make_unique<AutostartLoginItem>(),
+            .desktop
+            = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<WaylandClipboard>(connection)),
+            .updates = std::make_unique<BundleInstaller>()};
+}
+
+std::optional<QString> prepareX11()
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return QStringLiteral("there is no display to run on: neither WAYLAND_DISPLAY nor DISPLAY is set");
+    if (!serverAnswers())
+        return QStringLiteral("the display %1 cannot be opened").arg(qEnvironmentVariable("DISPLAY"));
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    return std::nullopt;
+}
+
+std::optional<QString> prepareWayland(const QString &name)
+{
+    auto problem = Compositor::problem(name);
+    if (!problem)
+        Compositor::prepareQt(name);
+    return problem;
 }
 
 } // namespace
 
 Platform makePlatform()
 {
-    const bool onX11 = QGuiApplication::platformName() == u"xcb";
-    return onX11 && forced() != u"none" ? makeX11Platform() : makeNoPlatform();
+    const QString display = QGuiApplication::platformName();
+    if (forced() == u"none")
+        return makeNoPlatform();
+    if (display.startsWith(u"wayland"))
+        return makeWaylandPlatform();
+    return display == u"xcb" ? makeX11Platform() : makeNoPlatform();
 }
 
 std::unique_ptr<SingleInstance> makeSingleInstance()
@@ -98,14 +144,13 @@ std::unique_ptr<SingleInstance> makeSingleInstance()
 
 std::optional<QString> prepareDisplay()
 {
+    const auto display = DisplayChoice::make(); // before the environment changes
     prepareEnvironment();
-    if (imaginaryDisplay())
-        return std::nullopt;
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
-        return QStringLiteral("there is no display to run on: DISPLAY is not set");
-    if (!serverAnswers())
-        return QStringLiteral("the display %1 cannot be opened").arg(qEnvironmentVariable("DISPLAY"));
-    qputenv("QT_QPA_PLATFORM", "xcb");
+    switch (display.kind) {
+    case DisplayChoice::Kind::imaginary: return std::nullopt;
+    case DisplayChoice::Kind::x11: return prepareX11();
+    case DisplayChoice::Kind::wayland: return prepareWayland(QString::fromStdString(display.name));
+    }
     return std::nullopt;
 }
 

@@ -29,7 +29,7 @@ struct Platform {
 };
 
 // Chooses the back ends for the display that the application object is on. The
-// environment variable VELLUMORA_PLATAFORMA ("x11" or "none") overrules it.
+// environment variable VELLUMORA_PLATAFORMA ("x11", "wayland" or "none") overrules it.
 [[nodiscard]] Platform makePlatform();
 
 // Prepares the environment of Qt. Must be called before the application object

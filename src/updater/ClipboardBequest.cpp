@@ -1,17 +1,11 @@
 #include "updater/ClipboardBequest.h"
 
-#include <QClipboard>
-#include <QDataStream>
-#include <QGuiApplication>
-#include <QIODevice>
-#include <QMap>
-#include <QMimeData>
+#include "platform/Clipboard.h"
 
-#include <memory>
+#include <QDataStream>
+#include <QIODevice>
 
 namespace {
-
-using Formats = QMap<QString, QByteArray>;
 
 // Both versions read the same.
 constexpr auto form = QDataStream::Qt_6_0;
@@ -20,15 +14,11 @@ constexpr auto form = QDataStream::Qt_6_0;
 
 namespace ClipboardBequest {
 
-QByteArray pack()
+QByteArray pack(const Clipboard &clipboard)
 {
-    const QClipboard *clipboard = QGuiApplication::clipboard();
-    const QMimeData *data = clipboard->ownsClipboard() ? clipboard->mimeData() : nullptr;
-    if (!data)
+    const Clipboard::Formats formats = clipboard.offered();
+    if (formats.isEmpty())
         return {};
-    Formats formats;
-    for (const QString &format : data->formats())
-        formats.insert(format, data->data(format));
     QByteArray packed;
     QDataStream stream(&packed, QIODevice::WriteOnly);
     stream.setVersion(form);
@@ -36,20 +26,14 @@ QByteArray pack()
     return packed;
 }
 
-void offer(const QByteArray &packed)
+void offer(const QByteArray &packed, Clipboard &clipboard)
 {
-    Formats formats;
+    Clipboard::Formats formats;
     QDataStream stream(packed);
     stream.setVersion(form);
     stream >> formats;
-    QClipboard *clipboard = QGuiApplication::clipboard();
-    if (stream.status() != QDataStream::Ok || formats.isEmpty()
-        || !clipboard->mimeData()->formats().isEmpty())
-        return;
-    auto data = std::make_unique<QMimeData>();
-    for (auto entry = formats.cbegin(); entry != formats.cend(); ++entry)
-        data->setData(entry.key(), entry.value());
-    clipboard->setMimeData(data.release());
+    if (stream.status() == QDataStream::Ok && !formats.isEmpty() && clipboard.isEmpty())
+        (void)clipboard.offer(formats); // nobody waits for it
 }
 
 } // namespace ClipboardBequest

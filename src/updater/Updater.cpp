@@ -64,7 +64,7 @@ QUrl Updater::signatureURL(const QUrl &manifest)
 
 void Updater::settle()
 {
-    ClipboardBequest::offer(m_installer.takeBequest());
+    ClipboardBequest::offer(m_installer.takeBequest(), m_desktop.clipboard());
     m_checking = true;
     runSettling();
 }

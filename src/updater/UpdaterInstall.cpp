@@ -1,6 +1,7 @@
 #include "updater/Updater.h"
 
 #include "l10n/L10n.h"
+#include "platform/Desktop.h"
 #include "updater/ClipboardBequest.h"
 #include "updater/Download.h"
 #include "updater/ProgressWindow.h"
@@ -175,7 +176,7 @@ Updater::Problem Updater::handOver(const QString &work)
         = SwapScript::text(paths, QCoreApplication::applicationPid(), m_installer.commands(m_mark.bundle));
     m_mark.swapping = true;
     m_mark.store();
-    auto problem = m_installer.start(script, ClipboardBequest::pack());
+    auto problem = m_installer.start(script, ClipboardBequest::pack(m_desktop.clipboard()));
     if (problem) {
         m_mark.swapping = false;
         m_mark.store();

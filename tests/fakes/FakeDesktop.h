@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "platform/QtClipboard.h"
 
 // Records what it is asked to do.
 class FakeDesktop final : public Desktop {
@@ -11,6 +12,7 @@ public:
     void hapticTick() override { ++ticks; }
     bool reduceMotion() const override { return stillness; }
     void openWeb(const QUrl &address) override { opened.append(address); }
+    Clipboard &clipboard() override { return onClipboard; }
     QStringList preferredLanguages() const override { return {}; }
 
     int beeps = 0;
@@ -18,4 +20,5 @@ public:
     int ticks = 0;
     bool stillness = false;
     QList<QUrl> opened;
+    QtClipboard onClipboard;
 };

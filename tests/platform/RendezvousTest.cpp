@@ -40,6 +40,8 @@ private slots:
         qputenv("TMPDIR", folder("tmp", 0777));
         qputenv("XDG_CACHE_HOME", folder("cache", 0755));
         qputenv("DISPLAY", ":7");
+        for (const char *other : {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "VELLUMORA_PLATAFORMA"})
+            qunsetenv(other);
     }
 
     void everyDisplayHasItsOwnPlace()

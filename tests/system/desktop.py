@@ -1,78 +1,20 @@
 """A private desktop for a test: an X server with two monitors, a window manager or none, a message bus or none, a home
 folder of its own, and Vellumora running on it. Everything is driven and looked at from outside, through the X server."""
 import os
-import shutil
 import subprocess
-import tempfile
 import time
-from pathlib import Path
 
-PROGRAM = os.environ["VELLUMORA"]
-HELPERS = Path(os.environ["VELLUMORA_HELPERS"])
+from session import HELPERS, PROGRAM, PATIENCE, Process, Session, wait_for  # noqa: F401
 
 # Two monitors side by side, in device pixels of the root window; A has two pixels a point.
 A = (0, 0, 1920, 1200)
 B = (1920, 0, 1600, 900)
-PATIENCE = 20  # seconds; a wait that takes longer has failed
 
 
-def wait_for(condition, what):
-    """Returns what the condition answers as soon as that is true."""
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        answer = condition()
-        if answer:
-            return answer
-        time.sleep(0.02)
-    raise AssertionError(f"waited in vain for {what}")
-
-
-class Process:
-    """A program of the test. What it prints is kept in a file, so that nothing waits for an unread pipe."""
-
-    def __init__(self, desktop, name, command, **environment):
-        self.output = desktop.folder / f"{name}-{len(desktop.processes)}.out"
-        with open(self.output, "wb") as output:
-            self.process = subprocess.Popen(command, env={**desktop.environment, **environment}, stdout=output,
-                                            stderr=subprocess.STDOUT, cwd=desktop.home)
-        desktop.processes.append(self)
-
-    def lines(self):
-        return self.output.read_text("utf-8", "replace").splitlines()
-
-    def says(self, start):
-        """The first line with this beginning."""
-        return wait_for(lambda: next((line for line in self.lines() if line.startswith(start)), None), start)
-
-    def running(self):
-        return self.process.poll() is None
-
-    def status(self):
-        return self.process.wait(PATIENCE)
-
-    def end(self):
-        if self.running():
-            self.process.terminate()
-        try:
-            self.process.wait(5)
-        except subprocess.TimeoutExpired:
-            self.process.kill()
-            self.process.wait()
-
-
-class Desktop:
+class Desktop(Session):
     def __init__(self, window_manager=None, bus=False, server_options=(), monitors=(A, B), scales=(2, 1)):
-        self.folder = Path(tempfile.mkdtemp(prefix="vellumora-test-"))
-        self.home = self.folder / "home"
-        (self.home / "Library/Logs").mkdir(parents=True)
-        (self.home / "Pictures").mkdir()
-        runtime = self.folder / "run"
-        runtime.mkdir(mode=0o700)
-        self.processes = []
-        keep = ("PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS")
-        self.environment = {name: os.environ[name] for name in keep if name in os.environ}
-        self.environment |= {"HOME": str(self.home), "XDG_RUNTIME_DIR": str(runtime), "LANG": "C.UTF-8",
-                             "VELLUMORA_IDIOMA": "en", "QT_SCREEN_SCALE_FACTORS": f"A={scales[0]};B={scales[1]}", "NO_AT_BRIDGE": "1"}
+        super().__init__()
+        self.environment["QT_SCREEN_SCALE_FACTORS"] = f"A={scales[0]};B={scales[1]}"
         self.monitors = monitors
         self.scales = scales
         self.server = self._start_server(server_options)
@@ -82,8 +24,7 @@ class Desktop:
             Process(self, window_manager, [window_manager, "--startup", f"touch {ready}"])
             wait_for(ready.exists, window_manager)
         if bus:
-            daemon = Process(self, "bus", ["dbus-daemon", "--session", "--nofork", "--print-address"])
-            self.environment["DBUS_SESSION_BUS_ADDRESS"] = daemon.says("unix:")
+            self.start_bus()
 
     def _start_server(self, options):
         read, write = os.pipe()
@@ -106,17 +47,9 @@ class Desktop:
         self.run("xrandr", "--setmonitor", name, f"{width}/{width * 254 // 960}x{height}/{height * 254 // 960}+{x}+{y}", output)
 
     def close(self):
-        for process in reversed(self.processes):
-            process.end()
+        super().close()
         self.server.terminate()
         self.server.wait()
-        shutil.rmtree(self.folder, ignore_errors=True)
-
-    def run(self, *command, binary=False):
-        """What a command prints; an empty text when it fails."""
-        done = subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                              timeout=PATIENCE, check=False)
-        return done.stdout if binary else done.stdout.decode("utf-8", "replace")
 
     # Other programs.
 
@@ -128,24 +61,6 @@ class Desktop:
         return process, window
 
     # Vellumora.
-
-    def start(self, *arguments, **environment):
-        before = self.log().count("registro de atajo")
-        process = Process(self, "vellumora", [PROGRAM, *arguments], **environment)
-        if not arguments:
-            wait_for(lambda: self.log().count("registro de atajo") > before, "the hot key")
-        return process
-
-    def store(self, **defaults):
-        """Sets values in the user's defaults before the program starts."""
-        folder = self.home / ".config/Vellumora"
-        folder.mkdir(parents=True, exist_ok=True)
-        lines = [f"{key}={value}" for key, value in defaults.items()]
-        (folder / "Vellumora.conf").write_text("\n".join(["[General]", *lines, ""]), "utf-8")
-
-    def log(self):
-        path = self.home / "Library/Logs/Vellumora.log"
-        return path.read_text("utf-8") if path.exists() else ""
 
     def overlays(self):
         return self.windows("^Vellumora$")
@@ -212,10 +127,6 @@ class Desktop:
 
         wait_for(unchanged, "a screen at rest")
         return last[0]
-
-    def pixels_of(self, picture, area=None):
-        crop = ["-crop", "{2}x{3}+{0}+{1}".format(*area), "+repage"] if area else []
-        return self.run("convert", str(picture), *crop, "-depth", "8", "rgb:-", binary=True)
 
     def clipboard(self, kind):
         path = self.folder / f"clipboard-{time.monotonic_ns()}.{kind}"

@@ -360,7 +360,7 @@ class PoorSurroundings(SystemTest):
         for toolkit in ("", "wayland;xcb"):
             blind = desktop.start("--capturar", DISPLAY="", QT_QPA_PLATFORM=toolkit)
             self.assertEqual(blind.status(), 1)
-            self.assertEqual(blind.lines(), ["vellumora: there is no display to run on: DISPLAY is not set"])
+            self.assertEqual(blind.lines(), ["vellumora: there is no display to run on: neither WAYLAND_DISPLAY nor DISPLAY is set"])
 
 
 if __name__ == "__main__":

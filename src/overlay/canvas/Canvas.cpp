@@ -33,9 +33,7 @@ Canvas::Canvas(QWidget &widget, const ScreenShot &shot, const ViewSpace &space, 
     , m_reduceMotion(reduceMotion)
     , m_halo(shot.pointSize, shot.scale, reduceMotion)
 {
-    Annotation::background = shot.image;
-    Annotation::backgroundScale = shot.scale;
-    Annotation::viewHeight = shot.pointSize.height();
+    lendPicture();
     m_widget.update(m_damage.follow(scene(), {}));
     m_halo.onFrame = [this](const QRegion &area) { m_widget.update(area); };
     m_fade.onFrame = [this](const QRectF &area) {
@@ -44,6 +42,13 @@ Canvas::Canvas(QWidget &widget, const ScreenShot &shot, const ViewSpace &space, 
             refresh();
     };
     QTimer::singleShot(screensFrozen, &m_widget, [this] { dimWhole(); });
+}
+
+void Canvas::lendPicture()
+{
+    Annotation::background = m_shot.image;
+    Annotation::backgroundScale = m_shot.scale;
+    Annotation::viewHeight = m_shot.pointSize.height();
 }
 
 Canvas::~Canvas()

@@ -39,6 +39,9 @@ public:
     // none or it is too small.
     [[nodiscard]] std::optional<QImage> render();
 
+    // Makes this screen's picture the one that mosaics on any screen are made of.
+    void lendPicture();
+
     // Follows a change of the state.
     void refresh();
     // Repaints that area, and what a soft edge may spill over.

@@ -5,14 +5,12 @@
 #include "l10n/L10n.h"
 #include "overlay/output/SavePanel.h"
 #include "pictures/ImageFiles.h"
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 
-#include <QClipboard>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
-#include <QMimeData>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -20,15 +18,10 @@ namespace {
 
 QString outcome(bool good) { return good ? QStringLiteral("OK") : QStringLiteral("FALLO"); }
 
-bool toClipboard(const ImageFiles::Both &files)
+bool toClipboard(Clipboard &clipboard, const ImageFiles::Both &files)
 {
-    auto data = std::make_unique<QMimeData>();
-    data->setData(QStringLiteral("image/png"), files.png);
-    data->setData(QStringLiteral("image/tiff"), files.tiff);
-    const QMimeData *offered = data.get();
-    QClipboard *clipboard = QGuiApplication::clipboard();
-    clipboard->setMimeData(data.release());
-    return clipboard->mimeData() == offered; // unless another program has taken it from us
+    return clipboard.offer(
+        {{QStringLiteral("image/png"), files.png}, {QStringLiteral("image/tiff"), files.tiff}});
 }
 
 QString startFolder()
@@ -58,10 +51,10 @@ std::optional<QString> write(const QString &path, const QByteArray &png)
 
 // The capture ends all the same, and with it the only other place where the
 // picture is.
-void keepUnwritten(const QString &path, const QString &reason, const QImage &picture)
+void keepUnwritten(Clipboard &clipboard, const QString &path, const QString &reason, const QImage &picture)
 {
     const auto files = ImageFiles::both(picture, picture.devicePixelRatio());
-    const bool kept = files && toClipboard(*files);
+    const bool kept = files && toClipboard(clipboard, *files);
     Log::write(
         QStringLiteral("guardado %1 -> FALLO (%2); al portapapeles -> %3").arg(path, reason, outcome(kept)));
 }
@@ -75,7 +68,7 @@ void Output::copy(const QImage &picture)
     const auto files = ImageFiles::both(picture, picture.devicePixelRatio());
     if (!files)
         return;
-    const bool taken = toClipboard(*files);
+    const bool taken = toClipboard(m_desktop.clipboard(), *files);
     Log::write(QStringLiteral("copiado %1x%2 png=%3 -> %4")
                    .arg(picture.width())
                    .arg(picture.height())
@@ -95,7 +88,7 @@ void Output::save(const QImage &picture)
     m_panel = new SavePanel(m_overlay, startFolder(), suggestedName(QDateTime::currentDateTime()));
     m_panel->onChosen = [this, bytes = *png, picture](const QString &path) {
         if (const auto reason = write(path, bytes))
-            keepUnwritten(path, *reason, picture);
+            keepUnwritten(m_desktop.clipboard(), path, *reason, picture);
         onSaved();
     };
     // A click on the overlay must not take the keyboard from the panel, so the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "platform/freedesktop/PopSound.h"
 
@@ -10,8 +11,9 @@ class SettingsPortal;
 // Provides the small services as Linux desktops offer them.
 class FreedesktopDesktop final : public Desktop {
 public:
-    explicit FreedesktopDesktop(std::shared_ptr<const SettingsPortal> settings)
+    FreedesktopDesktop(std::shared_ptr<const SettingsPortal> settings, std::unique_ptr<Clipboard> clipboard)
         : m_settings(std::move(settings))
+        , m_clipboard(std::move(clipboard))
     {}
 
     void beep() override;
@@ -20,9 +22,11 @@ public:
     void hapticTick() override {} // no desktop offers one
     bool reduceMotion() const override;
     void openWeb(const QUrl &address) override;
+    Clipboard &clipboard() override { return *m_clipboard; }
     QStringList preferredLanguages() const override;
 
 private:
     std::shared_ptr<const SettingsPortal> m_settings;
+    std::unique_ptr<Clipboard> m_clipboard;
     PopSound m_pop;
 };

@@ -1,5 +1,7 @@
 #include "platform/freedesktop/Rendezvous.h"
 
+#include "platform/DisplayChoice.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/socket.h>
@@ -24,20 +26,6 @@ std::string variable(const char *name)
 {
     const char *value = std::getenv(name);
     return value ? value : "";
-}
-
-// The display without its screen, of which the program uses the first one only,
-// as a part of a file name.
-std::string displayName()
-{
-    std::string name = variable("DISPLAY");
-    const auto screen = name.find('.', std::min(name.rfind(':'), name.size()));
-    if (screen != std::string::npos)
-        name.resize(screen);
-    if (name.starts_with("unix:"))
-        name.erase(0, 4);
-    std::replace(name.begin(), name.end(), '/', '_');
-    return name;
 }
 
 // Others must not be able to put something into it, or to have it made for us.
@@ -74,9 +62,9 @@ std::vector<Candidate> candidates()
             {(cache.empty() ? variable("HOME") + "/.cache" : cache) + "/vellumora", true}};
 }
 
-std::optional<Rendezvous::Place> placeIn(const std::string &folder)
+std::optional<Rendezvous::Place> placeIn(const std::string &folder, const std::string &display)
 {
-    const std::string start = folder + "/vellumora-" + displayName();
+    const std::string start = folder + "/vellumora-" + display;
     const Rendezvous::Place place{start + ".lock", start + ".socket"};
     return isOurs(folder) && address(place.socket) ? std::optional(place) : std::nullopt;
 }
@@ -118,18 +106,20 @@ namespace Rendezvous {
 std::vector<Place> places()
 {
     std::vector<Place> usable;
+    const std::string display = DisplayChoice::make().key();
     for (const Candidate &candidate : candidates())
-        if (const auto place = placeIn(candidate.folder))
+        if (const auto place = placeIn(candidate.folder, display))
             usable.push_back(*place);
     return usable;
 }
 
 std::optional<Place> makePlace()
 {
+    const std::string display = DisplayChoice::make().key();
     for (const Candidate &candidate : candidates()) {
         if (candidate.own)
             mkdir(candidate.folder.c_str(), S_IRWXU); // it may be there already, from us or from others
-        if (const auto place = placeIn(candidate.folder))
+        if (const auto place = placeIn(candidate.folder, display))
             return place;
     }
     return std::nullopt;

@@ -1,5 +1,7 @@
 #include "platform/none/NoServices.h"
 
+#include "platform/QtClipboard.h"
+
 #include <QDir>
 #include <QGuiApplication>
 #include <QLocale>
@@ -71,7 +73,11 @@ public:
     void hapticTick() override {}
     bool reduceMotion() const override { return false; }
     void openWeb(const QUrl &) override {}
+    Clipboard &clipboard() override { return m_clipboard; }
     QStringList preferredLanguages() const override { return QLocale::system().uiLanguages(); }
+
+private:
+    QtClipboard m_clipboard;
 };
 
 class NoInstaller final : public UpdateInstaller {

@@ -21,28 +21,6 @@ namespace {
 constexpr auto longestWait = 500ms;
 constexpr auto quietTime = 60ms; // without change after a closing animation
 constexpr auto pollPause = 1ms;
-constexpr const char *exemptProperty = "vellumoraExempt";
-
-// The icon in the tray is a window too, but a part of the panel, and most panels
-// would not take it back.
-bool isOrdinary(const QWidget &widget)
-{
-    const auto type = widget.windowType();
-    return widget.isWindow() && (type == Qt::Window || type == Qt::Dialog)
-           && !widget.windowFlags().testFlag(Qt::BypassWindowManagerHint)
-           && !widget.property(exemptProperty).toBool();
-}
-
-bool isMenu(const QWidget &widget) { return widget.isWindow() && widget.windowType() == Qt::Popup; }
-
-std::vector<QWidget *> visibleOrdinaryWindows()
-{
-    std::vector<QWidget *> found;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        if (widget->isVisible() && isOrdinary(*widget))
-            found.push_back(widget);
-    return found;
-}
 
 // The window manager's frame round a window, or the window itself.
 xcb_window_t frameOf(xcb_window_t window)
@@ -107,16 +85,6 @@ void waitUntilGone(const std::vector<xcb_window_t> &frames, const QDeadlineTimer
             QThread::usleep(std::chrono::microseconds(pollPause).count());
 }
 
-// Whether there were any.
-bool closeMenus()
-{
-    const bool open = QApplication::activePopupWidget() != nullptr;
-    while (QWidget *menu = QApplication::activePopupWidget())
-        if (!menu->close())
-            break;
-    return open;
-}
-
 void waitUntilQuiet(const QDeadlineTimer &deadline)
 {
     ChangeWatch watch;
@@ -135,54 +103,36 @@ OwnWindows::OwnWindows() { qApp->installEventFilter(this); }
 
 OwnWindows::~OwnWindows() { keepPixelsBelow(false); }
 
-void OwnWindows::exempt(QWidget &window) { window.setProperty(exemptProperty, true); }
-
 void OwnWindows::hide()
 {
-    const bool menusClosed = closeMenus();
-    const auto windows = visibleOrdinaryWindows();
+    const bool menusClosed = OrdinaryWindows::closeMenus();
+    const auto windows = OrdinaryWindows::visible();
     if (windows.empty() && !menusClosed)
         return;
-    m_active = QApplication::activeWindow();
     const QDeadlineTimer deadline(longestWait);
     std::vector<xcb_window_t> frames;
-    for (QWidget *window : windows) {
-        frames.push_back(frameOf(static_cast<xcb_window_t>(window->winId())));
-        m_hidden.emplace_back(window);
-    }
-    const bool composited = compositorRuns();
     for (QWidget *window : windows)
-        window->hide();
+        frames.push_back(frameOf(static_cast<xcb_window_t>(window->winId())));
+    const bool composited = compositorRuns();
+    m_windows.hide(windows);
     Xcb::sync();
     waitUntilGone(frames, deadline);
     if (composited)
         waitUntilQuiet(deadline);
 }
 
-void OwnWindows::restore()
-{
-    for (const auto &window : std::exchange(m_hidden, {})) {
-        if (!window)
-            continue;
-        window->setAttribute(Qt::WA_ShowWithoutActivating, true);
-        window->show();
-        window->setAttribute(Qt::WA_ShowWithoutActivating, false);
-        if (window == m_active)
-            window->activateWindow();
-    }
-    m_active.clear();
-}
+void OwnWindows::restore() { m_windows.restore(); }
 
 bool OwnWindows::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::Show && event->type() != QEvent::Hide)
         return false;
     const auto *widget = qobject_cast<QWidget *>(watched);
-    if (!widget || !(isOrdinary(*widget) || isMenu(*widget)))
+    if (!widget || !(OrdinaryWindows::isOne(*widget) || OrdinaryWindows::isMenu(*widget)))
         return false;
     if (event->type() == QEvent::Show)
         keepPixelsBelow(!compositorRuns());
-    else if (visibleOrdinaryWindows().empty() && m_hidden.empty())
+    else if (OrdinaryWindows::visible().empty() && !m_windows.anyHidden())
         keepPixelsBelow(false);
     return false;
 }

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <QObject>
-#include <QPointer>
-#include <QWidget>
+#include "platform/freedesktop/OrdinaryWindows.h"
 
-#include <vector>
+#include <QObject>
 
 // Keeps this program's own windows out of a picture of the screen.
 //
@@ -20,12 +18,8 @@ public:
     // Hides every ordinary window of this program and waits until the screen no
     // longer shows it, for half a second at most. Open menus are closed.
     void hide();
-    // Shows the windows again where they were. The one that had the keyboard gets
-    // it back; the others do not take it.
+    // Shows the windows again where they were.
     void restore();
-
-    // Marks a window as part of a session, so that it is left alone.
-    static void exempt(QWidget &window);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -33,7 +27,6 @@ protected:
 private:
     void keepPixelsBelow(bool wanted);
 
-    std::vector<QPointer<QWidget>> m_hidden;
-    QPointer<QWidget> m_active; // the hidden window that had the keyboard, if any
+    OrdinaryWindows m_windows;
     bool m_pixelsKept = false;
 };

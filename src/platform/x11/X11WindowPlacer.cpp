@@ -32,7 +32,7 @@ void X11WindowPlacer::beginSession()
 
 void X11WindowPlacer::cover(QWidget &window, QScreen &screen)
 {
-    OwnWindows::exempt(window);
+    OrdinaryWindows::exempt(window);
     window.setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
                           | Qt::BypassWindowManagerHint);
     window.setScreen(&screen);

@@ -1,0 +1,180 @@
+#include "platform/wayland/ScreencopyGrabber.h"
+#include "platform/wayland/Connection.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QProcess>
+#include <QScreen>
+#include <QTest>
+
+#include <QCoroTask>
+
+#include <csignal>
+
+// What the compositor's own tool sees is the measure.
+class ScreencopyGrabberTest : public QObject {
+    Q_OBJECT
+
+    std::shared_ptr<Connection> connection = Connection::open();
+    ScreencopyGrabber grabber{connection};
+
+    static QByteArray run(const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.start(program, arguments);
+        return process.waitForFinished() && process.exitCode() == 0 ? process.readAllStandardOutput()
+                                                                    : QByteArray();
+    }
+
+    static void sway(const QString &command) { run("swaymsg", {command}); }
+
+    static QImage seen(const QString &output)
+    {
+        return QImage::fromData(run("grim", {"-t", "ppm", "-o", output, "-"}))
+            .convertToFormat(QImage::Format_RGB32);
+    }
+
+    static QRgb cornerColour(const QImage &image, bool right, bool bottom)
+    {
+        constexpr int inset = 20;
+        return image.pixel(right ? image.width() - inset : inset, bottom ? image.height() - inset : inset);
+    }
+
+    static bool showsCorners(const QImage &image)
+    {
+        return !image.isNull() && cornerColour(image, false, false) == qRgb(200, 0, 0)
+               && cornerColour(image, true, false) == qRgb(0, 200, 0)
+               && cornerColour(image, false, true) == qRgb(0, 0, 200)
+               && cornerColour(image, true, true) == qRgb(200, 200, 0);
+    }
+
+    // A different colour in every corner and noise between them.
+    static QString wallpaper()
+    {
+        QImage image(800, 800, QImage::Format_RGB32);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                image.setPixel(x, y, qRgb(x * 7, y * 11, x * y));
+        QPainter painter(&image);
+        painter.fillRect(0, 0, 150, 150, qRgb(200, 0, 0));
+        painter.fillRect(650, 0, 150, 150, qRgb(0, 200, 0));
+        painter.fillRect(0, 650, 150, 150, qRgb(0, 0, 200));
+        painter.fillRect(650, 650, 150, 150, qRgb(200, 200, 0));
+        painter.end();
+        const QString path = qEnvironmentVariable("XDG_RUNTIME_DIR") + "/wallpaper.png";
+        image.save(path);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadOther);
+        return path;
+    }
+
+    [[nodiscard]] ScreenSource::Result grab() { return QCoro::waitFor(grabber.grab()); }
+
+    // Without a picture where the capture failed.
+    [[nodiscard]] std::vector<ScreenShot> shots() { return grab().shots.value_or(std::vector<ScreenShot>()); }
+
+    static qsizetype mappedPictures()
+    {
+        QFile maps("/proc/self/maps");
+        return maps.open(QFile::ReadOnly) ? maps.readAll().count("vellumora-picture") : -1;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(connection);
+        QVERIFY(grabber.offered());
+        sway("output * bg " + wallpaper() + " stretch");
+        QTRY_VERIFY(showsCorners(seen("HEADLESS-1")) && showsCorners(seen("HEADLESS-2")));
+    }
+
+    void cleanup()
+    {
+        sway("output HEADLESS-2 enable resolution 800x600 position 640 0 scale 1 transform normal");
+        QTRY_COMPARE(QGuiApplication::screens()[1]->geometry(), QRect(640, 0, 800, 600));
+        QTRY_VERIFY(showsCorners(seen("HEADLESS-2")));
+    }
+
+    void everyScreenIsReadPixelForPixel()
+    {
+        const auto all = shots();
+        QCOMPARE(all.size(), 2U);
+        for (size_t i = 0; i < all.size(); ++i) {
+            QCOMPARE(all[i].screen, QGuiApplication::screens()[qsizetype(i)]);
+            QCOMPARE(all[i].image, seen(all[i].screen->name()));
+        }
+        QCOMPARE(all[0].scale, 2.0);
+        QCOMPARE(all[0].pointSize, QSizeF(640, 400));
+        QCOMPARE(all[1].scale, 1.0);
+        QCOMPARE(all[1].pointSize, QSizeF(800, 600));
+    }
+
+    void aScaleMayBeAnyNumber()
+    {
+        sway("output HEADLESS-2 scale 1.5");
+        QTRY_COMPARE(QGuiApplication::screens()[1]->geometry().size(), QSize(533, 400));
+        const auto all = shots();
+        QCOMPARE(all.size(), 2U);
+        QCOMPARE(all[1].image.size(), QSize(800, 600));
+        QCOMPARE(all[1].scale, 1.5);
+    }
+
+    void aTurnedScreenIsUpright_data()
+    {
+        QTest::addColumn<QString>("transform");
+        for (const char *transform :
+             {"90", "180", "270", "flipped", "flipped-90", "flipped-180", "flipped-270"})
+            QTest::newRow(transform) << transform;
+    }
+
+    void aTurnedScreenIsUpright()
+    {
+        QFETCH(QString, transform);
+        const QSize size
+            = transform.contains("90") || transform.contains("270") ? QSize(600, 800) : QSize(800, 600);
+        sway("output HEADLESS-2 transform " + transform);
+        QTRY_COMPARE(QGuiApplication::screens()[1]->geometry().size(), size);
+        QTRY_VERIFY(showsCorners(seen("HEADLESS-2")));
+        const auto all = shots();
+        QCOMPARE(all.size(), 2U);
+        QVERIFY(showsCorners(all[1].image));
+        QCOMPARE(all[1].image, seen("HEADLESS-2"));
+        QCOMPARE(all[1].pointSize, QSizeF(size));
+    }
+
+    void nothingStaysWhenThePicturesAreGone()
+    {
+        QCOMPARE(mappedPictures(), 0);
+        auto first = shots();
+        QCOMPARE(mappedPictures(), 2);
+        const QImage copy = first[0].image.copy();
+        const auto second = shots(); // does not write over what is looked at
+        QCOMPARE(mappedPictures(), 4);
+        QCOMPARE(first[0].image, copy);
+        first.clear();
+        QCOMPARE(mappedPictures(), 2);
+    }
+
+    void aScreenThatComesIsReadToo()
+    {
+        sway("create_output");
+        QTRY_COMPARE(QGuiApplication::screens().size(), 3);
+        const auto all = shots();
+        QCOMPARE(all.size(), 3U);
+        QCOMPARE(all[2].image.size(), QSize(1920, 1080));
+    }
+
+    void aCompositorThatHangsIsGivenUp()
+    {
+        const auto process = pid_t(qEnvironmentVariableIntValue("SWAY_PID"));
+        kill(process, SIGSTOP);
+        const auto result = grab();
+        kill(process, SIGCONT);
+        QVERIFY(!result.shots);
+        QVERIFY(result.final);
+        QCOMPARE(shots().size(), 3U);
+    }
+};
+
+QTEST_MAIN(ScreencopyGrabberTest)
+#include "ScreencopyGrabberTest.moc"

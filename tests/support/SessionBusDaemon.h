@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QProcess>
+
+// A message bus of the test's own, with services on it that the test chooses. Made
+// before anything asks for the session's.
+class SessionBusDaemon {
+public:
+    SessionBusDaemon()
+    {
+        m_daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        if (!m_daemon.waitForReadyRead())
+            qFatal("there is no dbus-daemon");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", m_daemon.readLine().trimmed());
+    }
+    ~SessionBusDaemon()
+    {
+        m_daemon.terminate();
+        m_daemon.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(SessionBusDaemon)
+
+private:
+    QProcess m_daemon;
+};
+
+// A program with a service on the bus, for as long as it lives. It says "ready".
+class BusService {
+public:
+    BusService(const QString &program, const QStringList &arguments)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(program, arguments);
+        if (!m_process.waitForReadyRead())
+            qFatal("%s does not come up", qPrintable(program));
+    }
+    ~BusService()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(BusService)
+
+private:
+    QProcess m_process;
+};

@@ -1,0 +1,93 @@
+"""gnome-shell without a screen, on a message bus of its own and with a stand-in for the system's bus, on which nothing but a log-in
+service lives. The pictures come through the desktop's own portal."""
+import re
+
+from session import Process, wait_for
+from wayland_desktop import Output, Picture, WaylandDesktop
+
+
+class InPixels(Output):
+    """The desktop is as large as its outputs have pixels, whatever their scale."""
+
+    def point(self, pixel):
+        return self.x + pixel[0], self.y + pixel[1]
+
+    @property
+    def right(self):
+        return self.x + self.width
+
+
+# The first is large enough for the shell to offer a scale of 2.
+A = InPixels("Meta-0", 1920, 1200, 2)
+B = InPixels("Meta-1", 1600, 900, 1, A.width)
+
+
+class Gnome(WaylandDesktop):
+    name = "GNOME"
+    variables = {"XDG_SESSION_DESKTOP": "gnome", "WAYLAND_DISPLAY": "wayland-test"}
+    outputs_have_names = False
+
+    def __init__(self, outputs=(A, B)):
+        super().__init__(outputs, bus=True)
+
+    def _start_compositor(self):
+        system = Process(self, "system-bus", ["dbus-daemon", "--session", "--nofork", "--print-address"])
+        self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = system.says("unix:")
+        Process(self, "login", ["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"])
+        wait_for(lambda: "org.freedesktop.login1" in self.call_system("ListNames"), "the log-in service")
+        self.run("gsettings", "set", "org.gnome.desktop.interface", "enable-animations", "false")
+        monitors = [word for output in self.outputs for word in ("--virtual-monitor", f"{output.width}x{output.height}")]
+        process = Process(self, "shell", ["gnome-shell", "--headless", "--no-x11", "--wayland-display", "wayland-test", *monitors])
+        wait_for(lambda: any("GNOME Shell started" in line for line in process.lines()), "the shell")
+        self.arrange()
+        return process
+
+    def overview(self, verb, *value):
+        return self.run("gdbus", "call", "--session", "-d", "org.gnome.Shell", "-o", "/org/gnome/Shell", "-m",
+                        f"org.freedesktop.DBus.Properties.{verb}", "org.gnome.Shell", "OverviewActive", *value)
+
+    def shows_pattern(self, output):
+        """The shell begins with an overview in which all windows are small, and while it starts it insists on that."""
+        if "true" in self.overview("Get"):
+            self.overview("Set", "<false>")
+            return False
+        return super().shows_pattern(output)
+
+    def _bus_options(self):
+        return ["--session"]  # the shell starts its helpers over it
+
+    def call_system(self, method):
+        return self.run("gdbus", "call", "--address", self.environment["DBUS_SYSTEM_BUS_ADDRESS"], "-d", "org.freedesktop.DBus",
+                        "-o", "/org/freedesktop/DBus", "-m", f"org.freedesktop.DBus.{method}")
+
+    def call_bus(self, method):
+        return self.run("gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o", "/org/freedesktop/DBus", "-m",
+                        f"org.freedesktop.DBus.{method}")
+
+    def display_config(self, method, *arguments):
+        return self.run("gdbus", "call", "--session", "-d", "org.gnome.Mutter.DisplayConfig", "-o", "/org/gnome/Mutter/DisplayConfig",
+                        "-m", f"org.gnome.Mutter.DisplayConfig.{method}", "--", *arguments)
+
+    def arrange(self):
+        """Gives the outputs their scales and places."""
+        state = self.display_config("GetCurrentState")
+        serial = re.match(r"\(uint32 (\d+)", state)[1]
+        wanted = []
+        for output in self.outputs:
+            mode = re.search(rf"'({output.width}x{output.height}@[^']*)'", state)[1]
+            wanted.append(f"({round(output.x)}, 0, {float(output.scale)}, uint32 0, {'true' if not wanted else 'false'}, "
+                          f"[('{output.name}', '{mode}', @a{{sv}} {{}})])")
+        self.display_config("ApplyMonitorsConfig", serial, "1", f"[{', '.join(wanted)}]", "{}")
+
+    def permit(self, answer):
+        """As if the user had answered the shell's question whether programs may see the screen."""
+        (self.home / ".local/share/flatpak/db").mkdir(parents=True, exist_ok=True)
+        store = "org.freedesktop.impl.portal.PermissionStore"
+        self.run("gdbus", "call", "--session", "-d", store, "-o", "/org/freedesktop/impl/portal/PermissionStore", "-m",
+                 f"{store}.SetPermission", "screenshot", "true", "screenshot", "", f"['{answer}']")
+
+    def look(self, output):
+        path = self.folder / "look.png"
+        self.run(str(self.helpers / "wayland-look"), "gnome", str(path))
+        return Picture(self.run("convert", str(path), "-crop", f"{output.width}x{output.height}+{round(output.x)}+0", "+repage",
+                                "ppm:-", binary=True))
