@@ -37,7 +37,7 @@ AppDelegate::AppDelegate(Platform &platform, CommandLine commandLine)
     prepareUpdater();
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() { m_platform.hotKeys->onBindingChanged = nullptr; }
 
 void AppDelegate::prepareUpdater()
 {
@@ -48,6 +48,7 @@ void AppDelegate::prepareUpdater()
 void AppDelegate::applicationDidFinishLaunching()
 {
     m_hotKey.emplace(*m_platform.hotKeys, [this] { hotKeyPressed(); });
+    m_platform.hotKeys->onBindingChanged = [this] { bindingChanged(); };
     if (!m_commandLine.anyMode)
         takeShortcut();
     buildStatusItem();
@@ -89,9 +90,22 @@ void AppDelegate::buildStatusItem()
     m_menu->showIn(*m_platform.statusItem);
 }
 
-void AppDelegate::refreshMenuTitle()
+void AppDelegate::refreshMenuTitle() { m_menu->setShortcut(shortcutText()); }
+
+// As this program or the desktop has it; empty where neither takes shortcuts.
+QString AppDelegate::shortcutText() const
 {
-    m_menu->setShortcut(ShortcutForm::display(Prefs::shortcut(), *m_platform.keyboard));
+    const HotKeyService &service = *m_platform.hotKeys;
+    if (service.binding() == HotKeyService::Binding::program)
+        return ShortcutForm::display(Prefs::shortcut(), *m_platform.keyboard);
+    return service.boundKeys();
+}
+
+void AppDelegate::bindingChanged()
+{
+    refreshMenuTitle();
+    if (m_settings)
+        m_settings->setBinding(m_platform.hotKeys->binding(), m_platform.hotKeys->boundKeys());
 }
 
 void AppDelegate::captureFromMenu()
@@ -158,6 +172,7 @@ void AppDelegate::openSettings()
                                                                         .keyboard = *m_platform.keyboardGrab,
                                                                         .loginItem = *m_platform.loginItem,
                                                                         .desktop = *m_platform.desktop});
+        bindingChanged();
         m_settings->onShortcut = [this](const Shortcut &proposed) { return changeShortcut(proposed); };
     }
     m_settings->present();

@@ -46,6 +46,8 @@ private:
     void takeShortcut();
     void buildStatusItem();
     void refreshMenuTitle();
+    void bindingChanged();
+    [[nodiscard]] QString shortcutText() const;
     void hotKeyPressed();
     void openAccessSettings();
     QCoro::Task<void> startCapture();

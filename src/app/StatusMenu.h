@@ -22,7 +22,7 @@ public:
 
     void showIn(StatusItem &item);
 
-    // Shows the shortcut in its displayed form, such as "⇧⌘X".
+    // Shows the shortcut in its displayed form, such as "⇧⌘X", or none.
     void setShortcut(const QString &display);
 
 private:

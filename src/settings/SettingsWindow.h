@@ -1,11 +1,12 @@
 #pragma once
 
-#include "platform/Shortcut.h"
+#include "platform/HotKeyService.h"
 
 #include <QWidget>
 
 #include <functional>
 
+class BindByHand;
 class Desktop;
 class KeyboardGrab;
 class KeyboardLayout;
@@ -34,6 +35,10 @@ public:
     // on; otherwise the former one stays in force.
     std::function<bool(const Shortcut &)> onShortcut;
 
+    // Tells who decides which keys bring a capture, and which keys those are where it
+    // is the desktop. It is this program until something else is told.
+    void setBinding(HotKeyService::Binding binding, const QString &boundKeys);
+
     // Shows the window, up to date, in front of other programs.
     void present();
 
@@ -55,6 +60,7 @@ private:
     void refresh();
     void changeShortcut(const Shortcut &proposed);
     void showStatus(Status status);
+    [[nodiscard]] QString hint() const;
     void recolour();
     void refreshLogin();
     void toggleLogin(bool wanted);
@@ -62,7 +68,10 @@ private:
 
     const Services m_services;
     Status m_shown = Status::hint;
+    HotKeyService::Binding m_binding = HotKeyService::Binding::program;
+    QString m_boundKeys;
     ShortcutRecorder *m_recorder;
+    BindByHand *m_byHand; // shows instead of the recorder where nobody takes shortcuts
     QLabel *m_status;
     QCheckBox *m_login;
     QLabel *m_version;
