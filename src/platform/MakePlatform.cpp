@@ -81,7 +81,8 @@ Platform makeX11Platform()
             .keyboard = std::make_unique<XkbKeyboardLayout>(),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<QtClipboard>()),
+            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<QtClipboard>(),
+                                                            FreedesktopDesktop::Bell::ofDisplay),
             .updates = std::make_unique<BundleInstaller>()};
 }
 
@@ -103,7 +104,8 @@ Platform makeWaylandPlatform()
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
             .desktop = std::make_unique<FreedesktopDesktop>(settings,
-                                                            std::make_unique<WaylandClipboard>(connection)),
+                                                            std::make_unique<WaylandClipboard>(connection),
+                                                            FreedesktopDesktop::Bell::ofSoundTheme),
             .updates = std::make_unique<BundleInstaller>()};
 }
 

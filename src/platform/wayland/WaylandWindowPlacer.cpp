@@ -65,7 +65,7 @@ std::unique_ptr<LayerSurface> WaylandWindowPlacer::showAsLayer(QWidget &window, 
     layer->onClosed = [&window] {
         QMetaObject::invokeMethod(&window, [&window] { window.close(); }, Qt::QueuedConnection);
     };
-    window.resize(*size);
+    window.resize(size->isEmpty() ? screen.size() : *size);
     window.show();
     return layer;
 }
