@@ -29,7 +29,8 @@ class PortalGrabberTest : public QObject {
 
     [[nodiscard]] ScreenSource::Result grabFrom(const QStringList &portal)
     {
-        const BusService service("/usr/bin/python3", QStringList{QFINDTESTDATA("../support/portal.py")} + portal);
+        const BusService service("/usr/bin/python3",
+                                 QStringList{QFINDTESTDATA("../support/portal.py")} + portal);
         return grab();
     }
 
