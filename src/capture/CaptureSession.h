@@ -51,6 +51,6 @@ private:
     Desktop &m_desktop;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
     OverlayWindow *m_keyWindow = nullptr; // who is meant to have the keyboard
-    bool m_awaitingPointer = false;        // nobody knew which screen it is on
+    bool m_awaitingPointer = false;       // nobody knew which screen it is on
     bool m_finished = false;
 };

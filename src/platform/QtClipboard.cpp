@@ -24,7 +24,8 @@ bool QtClipboard::offer(const Formats &formats)
     const QMimeData *ours = data.get();
     QClipboard *clipboard = QGuiApplication::clipboard();
     clipboard->setMimeData(data.release());
-    return compositorListens() && clipboard->mimeData() == ours; // unless another program has taken it from us
+    return compositorListens()
+           && clipboard->mimeData() == ours; // unless another program has taken it from us
 }
 
 Clipboard::Formats QtClipboard::offered() const

@@ -34,8 +34,8 @@ class DisplayChoiceTest : public QObject {
 
     static void choose(const Environment &environment)
     {
-        for (const char *name : {"WAYLAND_DISPLAY", "DISPLAY", "XDG_SESSION_TYPE", "QT_QPA_PLATFORM",
-                                 "VELLUMORA_PLATAFORMA"})
+        for (const char *name :
+             {"WAYLAND_DISPLAY", "DISPLAY", "XDG_SESSION_TYPE", "QT_QPA_PLATFORM", "VELLUMORA_PLATAFORMA"})
             environment.contains(name) ? qputenv(name, environment[name]) : qunsetenv(name);
     }
 

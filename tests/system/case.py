@@ -4,7 +4,14 @@ import unittest
 from desktop import A, B, Desktop
 
 
-class SystemTest(unittest.TestCase):
+class PictureTest(unittest.TestCase):
+    def assert_same_pixels(self, got, wanted):
+        """Without a flood of bytes when they differ."""
+        self.assertTrue(len(got) > 0 and got == wanted,
+                        f"{len(got)} bytes of pixels, {len(wanted)} wanted, {sum(a != b for a, b in zip(got, wanted))} differ")
+
+
+class SystemTest(PictureTest):
     window_manager = None
     bus = False
     server_options = ()
@@ -14,8 +21,3 @@ class SystemTest(unittest.TestCase):
     def setUp(self):
         self.desktop = Desktop(self.window_manager, self.bus, self.server_options, self.monitors, self.scales)
         self.addCleanup(self.desktop.close)
-
-    def assert_same_pixels(self, got, wanted):
-        """Without a flood of bytes when they differ."""
-        self.assertTrue(len(got) > 0 and got == wanted,
-                        f"{len(got)} bytes of pixels, {len(wanted)} wanted, {sum(a != b for a, b in zip(got, wanted))} differ")

@@ -12,9 +12,9 @@ HELPERS = Path(os.environ["VELLUMORA_HELPERS"])
 PATIENCE = 20  # seconds; a wait that takes longer has failed
 
 
-def wait_for(condition, what):
+def wait_for(condition, what, patience=PATIENCE):
     """Returns what the condition answers as soon as that is true."""
-    end = time.monotonic() + PATIENCE
+    end = time.monotonic() + patience
     while time.monotonic() < end:
         answer = condition()
         if answer:
@@ -78,8 +78,8 @@ class Session:
             process.end()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def start_bus(self):
-        daemon = Process(self, "bus", ["dbus-daemon", "--session", "--nofork", "--print-address"])
+    def start_bus(self, *options):
+        daemon = Process(self, "bus", ["dbus-daemon", *(options or ["--session"]), "--nofork", "--print-address"])
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = daemon.says("unix:")
 
     def run(self, *command, binary=False):

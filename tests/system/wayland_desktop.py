@@ -90,8 +90,8 @@ class Hand:
 
 class WaylandDesktop(Session):
     """The base of the desktops. A compositor that refuses the superuser runs, with everything else, as nobody."""
-    session_type = "wayland"
     name = ""  # what the desktop calls itself
+    variables = {}  # what else the desktop sets
     as_nobody = False
     witness_mode = ("full",)
     outputs_have_names = True
@@ -102,11 +102,11 @@ class WaylandDesktop(Session):
         if self.as_nobody and os.getuid() == 0:
             self.prefix = ("setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups")
         self.program, self.helpers = readable_copies() if self.prefix else (PROGRAM, HELPERS)
-        self.environment |= {"XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": self.name}
+        self.environment |= {"XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": self.name, **self.variables}
         self.hand = None
         self._own()
         if bus:
-            self.start_bus()
+            self.start_bus(*self._bus_options())
         try:
             self.compositor = self._start_compositor()
             self.hand = Hand(self)
@@ -119,6 +119,15 @@ class WaylandDesktop(Session):
     def _start_compositor(self):
         """Starts it, names its socket in the environment and returns when its outputs are as wanted."""
         raise NotImplementedError
+
+    def _bus_options(self):
+        """Of a bus on which nobody starts what this machine happens to have installed."""
+        config = self.folder / "bus.conf"
+        config.write_text("<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><auth>EXTERNAL</auth>"
+                          '<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>'
+                          '<allow own="*"/></policy></busconfig>', "utf-8")
+        self._own()
+        return [f"--config-file={config}"]
 
     def _own(self):
         """Hands what was made for the session over to its user."""
@@ -152,6 +161,11 @@ class WaylandDesktop(Session):
         picture = self.look(output)
         areas = ((output.width - 40, 0, 40, 8), (0, output.height - 8, 40, 8))
         return all(picture.crop(area) == pattern(area) for area in areas)
+
+    def portal(self, *behaviours):
+        portal = Process(self, "portal", [self.helpers / "wayland-portal", *behaviours])
+        portal.says("ready")
+        return portal
 
     # Input. Places are pixels of an output, the first unless named.
 

@@ -24,13 +24,14 @@ B = InPixels("Meta-1", 1600, 900, 1, A.width)
 
 class Gnome(WaylandDesktop):
     name = "GNOME"
+    variables = {"XDG_SESSION_DESKTOP": "gnome", "WAYLAND_DISPLAY": "wayland-test"}
     outputs_have_names = False
 
     def __init__(self, outputs=(A, B)):
+        self.pointed = outputs[0]  # the output with the pointer
         super().__init__(outputs, bus=True)
 
     def _start_compositor(self):
-        self.environment |= {"XDG_SESSION_DESKTOP": "gnome", "GNOME_SHELL_SESSION_MODE": "user", "WAYLAND_DISPLAY": "wayland-test"}
         system = Process(self, "system-bus", ["dbus-daemon", "--session", "--nofork", "--print-address"])
         self.environment["DBUS_SYSTEM_BUS_ADDRESS"] = system.says("unix:")
         Process(self, "login", ["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"])
@@ -52,6 +53,9 @@ class Gnome(WaylandDesktop):
             self.overview("Set", "<false>")
             return False
         return super().shows_pattern(output)
+
+    def _bus_options(self):
+        return ["--session"]  # the shell starts its helpers over it
 
     def call_system(self, method):
         return self.run("gdbus", "call", "--address", self.environment["DBUS_SYSTEM_BUS_ADDRESS"], "-d", "org.freedesktop.DBus",
@@ -76,8 +80,22 @@ class Gnome(WaylandDesktop):
                           f"[('{output.name}', '{mode}', @a{{sv}} {{}})])")
         self.display_config("ApplyMonitorsConfig", serial, "1", f"[{', '.join(wanted)}]", "{}")
 
+    def move_to(self, pixel, output=None):
+        """An injected move is a distance, which the shell multiplies by the scale of the output that the pointer is on."""
+        self.hand.tell(f"stretch {self.pointed.scale} 0")
+        super().move_to(pixel, output)
+        self.pointed = output or self.outputs[0]
+
+    def permit(self, answer):
+        """As if the user had answered the shell's question whether programs may see the screen."""
+        (self.home / ".local/share/flatpak/db").mkdir(parents=True, exist_ok=True)
+        store = "org.freedesktop.impl.portal.PermissionStore"
+        self.run("gdbus", "call", "--session", "-d", store, "-o", "/org/freedesktop/impl/portal/PermissionStore", "-m",
+                 f"{store}.SetPermission", "screenshot", "true", "screenshot", "", f"['{answer}']")
+
     def look(self, output):
         path = self.folder / "look.png"
+        path.unlink(missing_ok=True)
         self.run(str(self.helpers / "wayland-look"), "gnome", str(path))
         return Picture(self.run("convert", str(path), "-crop", f"{output.width}x{output.height}+{round(output.x)}+0", "+repage",
                                 "ppm:-", binary=True))

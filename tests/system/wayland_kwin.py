@@ -16,14 +16,14 @@ GRANT = "X-KDE-DBUS-Restricted-Interfaces=org.kde.KWin.ScreenShot2"
 
 class KWin(WaylandDesktop):
     name = "KDE"
+    variables = {"KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "KSCREEN_BACKEND_INPROCESS": "1",
+                 "WAYLAND_DISPLAY": "wayland-test"}
 
     def __init__(self, outputs=(A, B), granted=True):
         self.granted = granted
         super().__init__(outputs, bus=True)
 
     def _start_compositor(self):
-        self.environment |= {"KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5", "KSCREEN_BACKEND_INPROCESS": "1",
-                             "WAYLAND_DISPLAY": "wayland-test"}
         self._install("hand", self.helpers / "wayland-hand", "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input")
         self._install("look", self.helpers / "wayland-look", GRANT)
         if self.granted:
@@ -49,6 +49,7 @@ class KWin(WaylandDesktop):
 
     def look(self, output):
         path = self.folder / "look.ppm"
+        path.unlink(missing_ok=True)
         self.run(str(self.helpers / "wayland-look"), "kwin", output.name, str(path))
         return Picture(path.read_bytes() if path.exists() else b"")
 

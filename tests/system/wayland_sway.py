@@ -28,7 +28,7 @@ class Sway(WaylandDesktop):
             *(f"workspace {i} output {output.name}\nassign [title=\"witness-{output.name}\"] workspace {i}"
               for i, output in enumerate(self.outputs, 1)),
             'for_window [app_id="foot"] floating enable',
-            *(f"bindsym {keys} exec {command}" for keys, command in self.bindings),
+            *(f"bindsym {keys} exec {command.format(program=self.program)}" for keys, command in self.bindings),
             f'exec "echo $WAYLAND_DISPLAY $SWAYSOCK > {ready}.new && mv {ready}.new {ready}"', ""]), "utf-8")
         self._own()
         process = Process(self, "sway", ["sway", "-c", str(config)], WLR_BACKENDS="headless", WLR_LIBINPUT_NO_DEVICES="1",

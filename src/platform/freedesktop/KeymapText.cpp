@@ -23,8 +23,8 @@ namespace KeymapText {
 std::optional<QString> ofKey(xkb_keymap &keymap, std::uint32_t layout, std::uint32_t evdevCode)
 {
     const xkb_keysym_t *symbols = nullptr;
-    const int count = xkb_keymap_key_get_syms_by_level(&keymap, evdevCode + KeyCodes::nativeOffset, layout, 0,
-                                                       &symbols);
+    const int count
+        = xkb_keymap_key_get_syms_by_level(&keymap, evdevCode + KeyCodes::nativeOffset, layout, 0, &symbols);
     const QString text = count > 0 ? textOfSymbol(symbols[0]) : QString();
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }

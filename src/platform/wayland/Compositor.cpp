@@ -40,7 +40,8 @@ bool answers(wl_display *display)
     const QDeadlineTimer end(patience);
     wl_callback *callback = wl_display_sync(display);
     wl_callback_add_listener(callback, &listener, &answered);
-    while (!answered && waitForEvents(display, end)) { }
+    while (!answered && waitForEvents(display, end)) {
+    }
     wl_callback_destroy(callback);
     return answered;
 }

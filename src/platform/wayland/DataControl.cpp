@@ -20,7 +20,8 @@ zwlr_data_control_manager_v1 *bindManager(const Connection &connection)
     }();
     if (auto *manager = connection.bind<zwlr_data_control_manager_v1>(later, 1))
         return manager;
-    return connection.bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, knownVersion);
+    return connection.bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface,
+                                                         knownVersion);
 }
 
 } // namespace
@@ -45,8 +46,9 @@ DataControl::DataControl(std::shared_ptr<Connection> connection, zwlr_data_contr
 {
     static constexpr zwlr_data_control_device_v1_listener listener{
         .data_offer = [](void *, zwlr_data_control_device_v1 *, zwlr_data_control_offer_v1 *) {},
-        .selection = [](void *self, zwlr_data_control_device_v1 *,
-                        zwlr_data_control_offer_v1 *offer) { static_cast<DataControl *>(self)->select(offer); },
+        .selection
+        = [](void *self, zwlr_data_control_device_v1 *,
+             zwlr_data_control_offer_v1 *offer) { static_cast<DataControl *>(self)->select(offer); },
         .finished = [](void *, zwlr_data_control_device_v1 *) {},
         .primary_selection =
             [](void *, zwlr_data_control_device_v1 *, zwlr_data_control_offer_v1 *offer) {
@@ -81,9 +83,11 @@ bool DataControl::offer(const Clipboard::Formats &formats)
 zwlr_data_control_source_v1 *DataControl::makeSource(const Clipboard::Formats &formats)
 {
     static constexpr zwlr_data_control_source_v1_listener listener{
-        .send = [](void *self, zwlr_data_control_source_v1 *, const char *format,
-                   std::int32_t pipe) { static_cast<DataControl *>(self)->send(QString::fromUtf8(format), pipe); },
-        .cancelled = [](void *self, zwlr_data_control_source_v1 *) { static_cast<DataControl *>(self)->forget(); },
+        .send
+        = [](void *self, zwlr_data_control_source_v1 *, const char *format,
+             std::int32_t pipe) { static_cast<DataControl *>(self)->send(QString::fromUtf8(format), pipe); },
+        .cancelled
+        = [](void *self, zwlr_data_control_source_v1 *) { static_cast<DataControl *>(self)->forget(); },
     };
     auto *source = zwlr_data_control_manager_v1_create_data_source(m_manager);
     zwlr_data_control_source_v1_add_listener(source, &listener, this);

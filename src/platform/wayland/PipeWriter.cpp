@@ -26,7 +26,8 @@ public:
     ~WithoutPipeSignal()
     {
         const timespec atOnceOrNever = {};
-        while (sigtimedwait(&m_pipe, nullptr, &atOnceOrNever) < 0 && errno == EINTR) { }
+        while (sigtimedwait(&m_pipe, nullptr, &atOnceOrNever) < 0 && errno == EINTR) {
+        }
         pthread_sigmask(SIG_SETMASK, &m_former, nullptr);
     }
     Q_DISABLE_COPY_MOVE(WithoutPipeSignal)

@@ -120,7 +120,4 @@ wl_output *QtQueue::outputOf(QScreen &screen)
     return static_cast<wl_output *>(native()->nativeResourceForScreen("output", &screen));
 }
 
-wl_seat *QtQueue::seat()
-{
-    return static_cast<wl_seat *>(native()->nativeResourceForIntegration("wl_seat"));
-}
+wl_seat *QtQueue::seat() { return static_cast<wl_seat *>(native()->nativeResourceForIntegration("wl_seat")); }

@@ -60,8 +60,9 @@ void WaylandKeyboardLayout::followSeat(bool hasKeyboard)
         .enter = [](void *, wl_keyboard *, std::uint32_t, wl_surface *, wl_array *) {},
         .leave = [](void *, wl_keyboard *, std::uint32_t, wl_surface *) {},
         .key = [](void *, wl_keyboard *, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t) {},
-        .modifiers = [](void *self, wl_keyboard *, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t,
-                        std::uint32_t layout) { static_cast<WaylandKeyboardLayout *>(self)->m_layout = layout; },
+        .modifiers
+        = [](void *self, wl_keyboard *, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t,
+             std::uint32_t layout) { static_cast<WaylandKeyboardLayout *>(self)->m_layout = layout; },
         .repeat_info = [](void *, wl_keyboard *, std::int32_t, std::int32_t) {},
     };
     if (hasKeyboard && !m_keyboard) {

@@ -26,8 +26,8 @@ private:
     void readKeymap(std::uint32_t format, int file, std::uint32_t size);
 
     std::shared_ptr<QtQueue> m_queue;
-    wl_seat *m_seat;                  // null where there is none
+    wl_seat *m_seat;                   // null where there is none
     wl_keyboard *m_keyboard = nullptr; // null while the seat has none
-    QByteArray m_keymap;              // as text; empty before the first one
+    QByteArray m_keymap;               // as text; empty before the first one
     std::uint32_t m_layout = 0;
 };

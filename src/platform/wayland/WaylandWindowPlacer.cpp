@@ -63,7 +63,8 @@ std::unique_ptr<LayerSurface> WaylandWindowPlacer::showAsLayer(QWidget &window, 
     layer->onSize = [&window](QSize wanted) { window.resize(wanted); };
     // The layer is still in the middle of its event, and closing ends the session.
     layer->onClosed = [&window] {
-        QMetaObject::invokeMethod(&window, [&window] { window.close(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &window, [&window] { window.close(); }, Qt::QueuedConnection);
     };
     window.resize(size->isEmpty() ? screen.size() : *size);
     window.show();

@@ -22,8 +22,8 @@ std::vector<Proxy *> bindAll(wl_display *display, const wl_interface &interface,
         [](void *data, wl_registry *registry, std::uint32_t name, const char *offered, std::uint32_t newest) {
             auto &[wanted, least, most, found] = *static_cast<Search *>(data);
             if (newest >= least && std::strcmp(offered, wanted.name) == 0)
-                found.push_back(static_cast<Proxy *>(
-                    wl_registry_bind(registry, name, &wanted, std::min(newest, most))));
+                found.push_back(
+                    static_cast<Proxy *>(wl_registry_bind(registry, name, &wanted, std::min(newest, most))));
         },
         [](void *, wl_registry *, std::uint32_t) {},
     };

@@ -1,0 +1,119 @@
+"""The main job on sway: pictures by the compositor's own copy, overlays on its layer above everything."""
+import signal
+import subprocess
+import unittest
+
+import wayland_sway
+from session import Process, wait_for
+from wayland_case import MainJob, WaylandTest
+from wayland_desktop import Output, pattern
+from wayland_sway import A, B, Sway
+
+
+class SwayTest(WaylandTest):
+    def make_desktop(self):
+        return Sway()
+
+
+class OnTwoOutputs(MainJob, SwayTest):
+    def test_escape_leaves_fifty_times_of_fifty(self):
+        desktop = self.desktop
+        program = self.start()
+        for round_ in range(50):
+            output = self.outputs[round_ % 2]
+            self.park(output)
+            desktop.capture()
+            desktop.key("Escape")
+            desktop.wait_until_over()
+        self.assertTrue(program.running())
+        self.assertEqual(program.lines(), [])
+
+    def test_an_output_that_comes_ends_the_capture(self):
+        # A sway without a screen cannot switch one off; that one goes is tested on KWin.
+        desktop = self.desktop
+        program = self.start()
+        desktop.capture()
+        desktop.tell("create_output")
+        desktop.wait_until_over()
+        desktop.outputs = (A, B, Output("HEADLESS-3", 1920, 1080, 1))
+        desktop.capture()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        self.assertTrue(program.running())
+        self.assertEqual(program.lines(), [])
+
+    def test_without_the_compositor_it_ends_in_order(self):
+        for frozen in (True, False):
+            desktop = Sway()
+            self.addCleanup(desktop.close)
+            program = desktop.start()
+            if frozen:
+                desktop.capture()
+            desktop.compositor.process.send_signal(signal.SIGKILL)
+            self.assertEqual(program.status(), 1)
+            self.assertLessEqual(len(program.lines()), 1)
+
+    def test_the_clipboard_answers_slow_partial_and_parallel_readers(self):
+        desktop = self.desktop
+        program = self.start()
+        area = (100, 100, 1600, 1000)
+        self.select(A, area)
+        self.copy("Return", area[2:])
+        paste = [*desktop.prefix, "timeout", "10", "wl-paste", "-t", "image/tiff"]
+        pipe = {"env": desktop.environment, "stdout": subprocess.PIPE}
+        readers = [subprocess.Popen(paste, **pipe) for _ in range(3)]
+        readers[0].stdout.read(1000)  # and no more for a while
+        readers[1].stdout.close()  # goes away in the middle
+        readers[1].wait()
+        whole = readers[2].communicate()[0]
+        self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), pattern(area))
+        rest = readers[0].communicate()[0]
+        self.assertEqual(len(whole) - 1000, len(rest))
+        self.assertEqual(whole[1000:], rest)
+        self.assertTrue(program.running())
+
+
+class Turned(SwayTest):
+    def make_desktop(self):
+        return Sway((A, wayland_sway.ROTATED))
+
+    def test_a_turned_output_is_copied_upright(self):
+        desktop = self.desktop
+        self.start()
+        output = desktop.outputs[1]
+        area = (201, 103, 333, 77)
+        self.select(output, area)
+        self.copy("Return", area[2:])
+        self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), pattern(area))
+
+
+class FromTheKeyboard(SwayTest):
+    def make_desktop(self):
+        return Sway(bindings=[("Shift+Mod4+x", "{program} --capturar")])
+
+    def test_the_command_that_the_settings_show_can_be_bound(self):
+        desktop = self.desktop
+        program = self.start()
+        self.park(A)
+        desktop.key("shift+super+x")
+        desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        self.assertTrue(program.running())
+
+
+class WithoutCompositor(SwayTest):
+    def test_what_it_cannot_reach_it_says_in_one_line(self):
+        desktop = self.desktop
+        for name in ("wayland-99", "/nowhere/wayland"):
+            blind = desktop.start("--capturar", WAYLAND_DISPLAY=name)
+            self.assertEqual(blind.status(), 1)
+            self.assertEqual(len(blind.lines()), 1, blind.lines())
+            self.assertIn(name, blind.lines()[0])
+        del desktop.environment["WAYLAND_DISPLAY"]
+        blind = desktop.start("--capturar")
+        self.assertEqual((blind.status(), len(blind.lines())), (1, 1), blind.lines())
+
+
+if __name__ == "__main__":
+    unittest.main()
