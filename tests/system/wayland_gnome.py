@@ -28,6 +28,7 @@ class Gnome(WaylandDesktop):
     outputs_have_names = False
 
     def __init__(self, outputs=(A, B)):
+        self.pointed = outputs[0]  # the output with the pointer
         super().__init__(outputs, bus=True)
 
     def _start_compositor(self):
@@ -79,6 +80,12 @@ class Gnome(WaylandDesktop):
                           f"[('{output.name}', '{mode}', @a{{sv}} {{}})])")
         self.display_config("ApplyMonitorsConfig", serial, "1", f"[{', '.join(wanted)}]", "{}")
 
+    def move_to(self, pixel, output=None):
+        """An injected move is a distance, which the shell multiplies by the scale of the output that the pointer is on."""
+        self.hand.tell(f"stretch {self.pointed.scale} 0")
+        super().move_to(pixel, output)
+        self.pointed = output or self.outputs[0]
+
     def permit(self, answer):
         """As if the user had answered the shell's question whether programs may see the screen."""
         (self.home / ".local/share/flatpak/db").mkdir(parents=True, exist_ok=True)
@@ -88,6 +95,7 @@ class Gnome(WaylandDesktop):
 
     def look(self, output):
         path = self.folder / "look.png"
+        path.unlink(missing_ok=True)
         self.run(str(self.helpers / "wayland-look"), "gnome", str(path))
         return Picture(self.run("convert", str(path), "-crop", f"{output.width}x{output.height}+{round(output.x)}+0", "+repage",
                                 "ppm:-", binary=True))

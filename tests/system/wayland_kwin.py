@@ -49,6 +49,7 @@ class KWin(WaylandDesktop):
 
     def look(self, output):
         path = self.folder / "look.ppm"
+        path.unlink(missing_ok=True)
         self.run(str(self.helpers / "wayland-look"), "kwin", output.name, str(path))
         return Picture(path.read_bytes() if path.exists() else b"")
 

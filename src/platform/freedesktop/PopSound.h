@@ -5,7 +5,7 @@
 
 struct ca_context;
 
-// Plays the short sound after a copy through the desktop's sound server.
+// Plays the short sound after a copy, and a bell, through the desktop's sound server.
 class PopSound {
 public:
     PopSound();
@@ -15,6 +15,8 @@ public:
     // Plays the sound and returns at once. The sound server may be slow or missing,
     // so a thread of its own talks to it.
     void play();
+    // Rings the bell of the desktop's sound theme, if that has one, and returns at once.
+    void ring();
     // Returns whether a sound server or a device answers; waits for the answer.
     [[nodiscard]] bool audible();
 

@@ -14,6 +14,9 @@ public:
 
     // In points of the desktop, y down.
     virtual void moveTo(double x, double y) = 0;
+    // By what the compositor multiplies the next move, if it does: the scale of the
+    // output on which the pointer is.
+    virtual void stretch(double) {}
     // Codes of the kernel's input events.
     virtual void button(std::uint32_t code, bool down) = 0;
     virtual void key(std::uint32_t code, bool down) = 0;

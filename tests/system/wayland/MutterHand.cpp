@@ -23,10 +23,11 @@ public:
             m_session.call("NotifyPointerMotionRelative", -farAway, -farAway);
             m_x = m_y = 0;
         }
-        m_session.call("NotifyPointerMotionRelative", x - m_x, y - m_y);
+        m_session.call("NotifyPointerMotionRelative", (x - m_x) / m_stretch, (y - m_y) / m_stretch);
         m_x = x;
         m_y = y;
     }
+    void stretch(double factor) override { m_stretch = factor; }
     void button(std::uint32_t code, bool down) override
     {
         m_session.call("NotifyPointerButton", static_cast<int>(code), down);
@@ -36,7 +37,8 @@ public:
 
 private:
     QDBusInterface m_session;
-    double m_x = -1, m_y = -1; // where the pointer is, in points; unknown at first
+    double m_x = -1, m_y = -1; // where the pointer is; unknown at first
+    double m_stretch = 1;
 };
 
 } // namespace

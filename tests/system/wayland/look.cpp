@@ -59,7 +59,7 @@ QImage screenOfKwin(const QString &screen)
 bool lookAtGnome(const QString &file)
 {
     auto bus = QDBusConnection::sessionBus();
-    if (!bus.registerService("org.freedesktop.impl.portal.desktop.gtk"))
+    if (!bus.registerService("org.gnome.SettingsDaemon.MediaKeys"))
         return false;
     QDBusInterface shell("org.gnome.Shell.Screenshot", "/org/gnome/Shell/Screenshot",
                          "org.gnome.Shell.Screenshot");
