@@ -51,9 +51,10 @@ endfunction()
 # vellumora_compositor_test(sway platform/ScreencopyGrabber)
 # is a test of the Wayland back end that runs inside that compositor.
 function(vellumora_compositor_test compositor path)
+  cmake_parse_arguments(PARSE_ARGV 2 test "" "" "ENVIRONMENT")
   get_filename_component(name ${path} NAME)
   vellumora_test(${path} LINKS vellumora_platform_wayland COMMAND ${PROJECT_SOURCE_DIR}/tests/support/in-${compositor} $<TARGET_FILE:${name}Test>)
-  set_tests_properties(${path} PROPERTIES ENVIRONMENT "VELLUMORA_IDIOMA=en" LABELS system)
+  set_tests_properties(${path} PROPERTIES ENVIRONMENT "VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}" LABELS system)
 endfunction()
 
 # vellumora_update_key(key.pem SOURCE) makes a source file out of a public key

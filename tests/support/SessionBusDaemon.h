@@ -24,7 +24,8 @@ private:
     QProcess m_daemon;
 };
 
-// A program with a service on the bus, for as long as it lives. It says "ready".
+// A program with a service on the bus, for as long as it lives. The first that it says
+// is that it is ready.
 class BusService {
 public:
     BusService(const QString &program, const QStringList &arguments)
@@ -33,6 +34,7 @@ public:
         m_process.start(program, arguments);
         if (!m_process.waitForReadyRead())
             qFatal("%s does not come up", qPrintable(program));
+        m_process.readLine();
     }
     ~BusService()
     {
@@ -41,6 +43,15 @@ public:
     }
     Q_DISABLE_COPY_MOVE(BusService)
 
+    void tell(const QByteArray &line) { m_process.write(line + '\n'); }
+    // Everything that it has said since.
+    [[nodiscard]] const QByteArray &said()
+    {
+        m_said += m_process.readAllStandardOutput();
+        return m_said;
+    }
+
 private:
     QProcess m_process;
+    QByteArray m_said;
 };

@@ -1,0 +1,188 @@
+#include "platform/wayland/KWinGrabber.h"
+#include "platform/wayland/KWinPicture.h"
+#include "platform/wayland/PipeReader.h"
+
+#include "support/Wallpaper.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QProcess>
+#include <QRasterWindow>
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <QCoroTask>
+
+#include <csignal>
+
+namespace {
+
+// Shows the wallpaper over a whole screen, pixel for pixel.
+class Covering final : public QRasterWindow {
+public:
+    explicit Covering(QScreen &screen)
+    {
+        setScreen(&screen);
+        setGeometry(screen.geometry());
+        showFullScreen();
+    }
+
+    [[nodiscard]] QImage picture() const { return Wallpaper::make(size() * devicePixelRatio()); }
+
+private:
+    void paintEvent(QPaintEvent *) override
+    {
+        QImage image = picture();
+        image.setDevicePixelRatio(devicePixelRatio());
+        QPainter(this).drawImage(0, 0, image);
+    }
+};
+
+QVariantMap description()
+{
+    return {{"type", "raw"}, {"width", 4U}, {"height", 2U}, {"stride", 16U}, {"format", 6U}};
+}
+
+} // namespace
+
+class KWinGrabberTest : public QObject {
+    Q_OBJECT
+
+    KWinGrabber grabber;
+    std::vector<std::unique_ptr<Covering>> windows;
+
+    [[nodiscard]] ScreenSource::Result grab() { return QCoro::waitFor(grabber.grab()); }
+    [[nodiscard]] std::vector<ScreenShot> shots() { return grab().shots.value_or(std::vector<ScreenShot>()); }
+
+    static void change(const QString &setting) { QProcess::execute("kscreen-doctor", {setting}); }
+
+    // The screens show the wallpapers at the last change's scale and rotation.
+    [[nodiscard]] bool settled()
+    {
+        const auto all = shots();
+        for (size_t i = 0; i < windows.size(); ++i)
+            if (i >= all.size() || all[i].image != windows[i]->picture())
+                return false;
+        return !windows.empty();
+    }
+
+    void cover()
+    {
+        windows.clear();
+        for (QScreen *screen : QGuiApplication::screens())
+            windows.push_back(std::make_unique<Covering>(*screen));
+    }
+
+private slots:
+    void init() { cover(); }
+
+    void everyScreenIsReadPixelForPixel()
+    {
+        QTRY_VERIFY(settled());
+        const auto all = shots();
+        QCOMPARE(all.size(), 2U);
+        QCOMPARE(all[0].screen, QGuiApplication::screens()[0]);
+        QCOMPARE(all[1].pointSize, QSizeF(1280, 800));
+        QCOMPARE(all[1].image.format(), QImage::Format_RGB32);
+    }
+
+    void aSharpScreenIsReadInItsOwnPixels()
+    {
+        change("output.1.scale.2");
+        QTRY_COMPARE(QGuiApplication::screens()[0]->geometry().size(), QSize(640, 400));
+        cover();
+        QTRY_VERIFY(settled());
+        const auto all = shots();
+        QCOMPARE(all[0].image.size(), QSize(1280, 800));
+        QCOMPARE(all[0].scale, 2.0);
+        QCOMPARE(all[0].pointSize, QSizeF(640, 400));
+        QCOMPARE(all[1].scale, 1.0);
+        change("output.1.scale.1");
+        QTRY_COMPARE(QGuiApplication::screens()[0]->geometry().size(), QSize(1280, 800));
+    }
+
+    void aTurnedScreenIsUpright()
+    {
+        change("output.2.rotation.left");
+        QTRY_COMPARE(QGuiApplication::screens()[1]->geometry().size(), QSize(800, 1280));
+        cover();
+        QTRY_VERIFY(settled());
+        QVERIFY(Wallpaper::isUpright(shots()[1].image));
+        change("output.2.rotation.none");
+        QTRY_COMPARE(QGuiApplication::screens()[1]->geometry().size(), QSize(1280, 800));
+    }
+
+    void aKWinThatHangsIsGivenUp()
+    {
+        const auto process = pid_t(qEnvironmentVariableIntValue("KWIN_PID"));
+        kill(process, SIGSTOP);
+        const auto result = grab();
+        kill(process, SIGCONT);
+        QVERIFY(!result.shots);
+        QVERIFY(!result.problem.isEmpty());
+        QTRY_VERIFY(settled());
+    }
+
+    void aPictureComesInPieces()
+    {
+        int ends[2];
+        QCOMPARE(pipe(ends), 0);
+        uchar bytes[6] = {};
+        PipeReader reader(Descriptor{ends[0]}, bytes);
+        QSignalSpy ended(&reader, &PipeReader::ended);
+        QCOMPARE(write(ends[1], "abc", 3), 3);
+        QTRY_COMPARE(bytes[2], uchar('c'));
+        QVERIFY(!reader.complete() && ended.isEmpty());
+        QCOMPARE(write(ends[1], "defg", 4), 4); // one more than agreed
+        QTRY_COMPARE(ended.size(), 1);
+        QVERIFY(reader.complete());
+        QCOMPARE(bytes[5], uchar('f'));
+        close(ends[1]);
+    }
+
+    void aPictureThatEndsTooSoonIsNone()
+    {
+        int ends[2];
+        QCOMPARE(pipe(ends), 0);
+        uchar bytes[6] = {};
+        PipeReader reader(Descriptor{ends[0]}, bytes);
+        QSignalSpy ended(&reader, &PipeReader::ended);
+        QCOMPARE(write(ends[1], "abc", 3), 3);
+        close(ends[1]);
+        QTRY_COMPARE(ended.size(), 1);
+        QVERIFY(!reader.complete());
+    }
+
+    void whatCannotBeReadIsRefused_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QVariant>("value");
+        const auto row = [](const char *key, const QVariant &value) {
+            QTest::addRow("%s %s", key, qPrintable(value.toString())) << key << value;
+        };
+        row("type", "png");
+        row("width", 0);
+        row("width", -4);
+        row("height", 100000);
+        row("stride", 15);
+        row("stride", 1 << 30);
+        row("format", 0);
+        row("format", 24);
+        row("format", 4096);
+        row("width", QVariant());
+    }
+
+    void whatCannotBeReadIsRefused()
+    {
+        QFETCH(QString, key);
+        QFETCH(QVariant, value);
+        QVERIFY(KWinPicture::layoutOf(description()));
+        auto wrong = description();
+        wrong[key] = value;
+        QVERIFY(!KWinPicture::layoutOf(wrong));
+    }
+};
+
+QTEST_MAIN(KWinGrabberTest)
+#include "KWinGrabberTest.moc"
