@@ -37,7 +37,11 @@ class Output(NamedTuple):
 
     @property
     def right(self):
-        return self.x + self.width / self.scale
+        return self.point((self.width, self.height))[0]
+
+    @property
+    def bottom(self):
+        return self.point((self.width, self.height))[1]
 
 
 class Picture:
@@ -68,7 +72,7 @@ class Hand:
     def __init__(self, desktop):
         self.outputs = desktop.outputs
         width = max(output.right for output in self.outputs)
-        height = max(output.y + output.height / output.scale for output in self.outputs)
+        height = max(output.bottom for output in self.outputs)
         self.process = subprocess.Popen(
             [*desktop.prefix, desktop.helpers / "wayland-hand", str(round(width)), str(round(height))], text=True,
             env=desktop.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)

@@ -12,10 +12,6 @@ class InPixels(Output):
     def point(self, pixel):
         return self.x + pixel[0], self.y + pixel[1]
 
-    @property
-    def right(self):
-        return self.x + self.width
-
 
 # The first is large enough for the shell to offer a scale of 2.
 A = InPixels("Meta-0", 1920, 1200, 2)
@@ -28,7 +24,6 @@ class Gnome(WaylandDesktop):
     outputs_have_names = False
 
     def __init__(self, outputs=(A, B)):
-        self.pointed = outputs[0]  # the output with the pointer
         super().__init__(outputs, bus=True)
 
     def _start_compositor(self):
@@ -37,6 +32,8 @@ class Gnome(WaylandDesktop):
         Process(self, "login", ["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"])
         wait_for(lambda: "org.freedesktop.login1" in self.call_system("ListNames"), "the log-in service")
         self.run("gsettings", "set", "org.gnome.desktop.interface", "enable-animations", "false")
+        Process(self, "pipewire", ["pipewire"])  # the hand's places are those of a film
+        wait_for((self.folder / "run/pipewire-0").exists, "pipewire")
         monitors = [word for output in self.outputs for word in ("--virtual-monitor", f"{output.width}x{output.height}")]
         process = Process(self, "shell", ["gnome-shell", "--headless", "--no-x11", "--wayland-display", "wayland-test", *monitors])
         wait_for(lambda: any("GNOME Shell started" in line for line in process.lines()), "the shell")
@@ -79,12 +76,6 @@ class Gnome(WaylandDesktop):
             wanted.append(f"({round(output.x)}, 0, {float(output.scale)}, uint32 0, {'true' if not wanted else 'false'}, "
                           f"[('{output.name}', '{mode}', @a{{sv}} {{}})])")
         self.display_config("ApplyMonitorsConfig", serial, "1", f"[{', '.join(wanted)}]", "{}")
-
-    def move_to(self, pixel, output=None):
-        """An injected move is a distance, which the shell multiplies by the scale of the output that the pointer is on."""
-        self.hand.tell(f"stretch {self.pointed.scale} 0")
-        super().move_to(pixel, output)
-        self.pointed = output or self.outputs[0]
 
     def permit(self, answer):
         """As if the user had answered the shell's question whether programs may see the screen."""
