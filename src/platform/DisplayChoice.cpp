@@ -110,10 +110,10 @@ Kind chosen()
     const auto forced = kindOf(variable("VELLUMORA_PLATAFORMA"));
     if (forced && forced != Kind::imaginary)
         return *forced;
-    if (inQt.empty())
-        return preferred();
+    if (inQt.size() == 1)
+        return inQt.front();
     const auto found = std::ranges::find_if(inQt, isThere);
-    return found == inQt.end() ? inQt.front() : *found;
+    return found == inQt.end() ? preferred() : *found;
 }
 
 // An X server has a colon in its name; of its screens the program uses the first one

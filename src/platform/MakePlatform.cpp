@@ -17,6 +17,7 @@
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/QtQueue.h"
 #include "platform/wayland/WaylandClipboard.h"
+#include "platform/wayland/WaylandHotKeys.h"
 #include "platform/wayland/WaylandKeyboardGrab.h"
 #include "platform/wayland/WaylandKeyboardLayout.h"
 #include "platform/wayland/WaylandScreenGrabber.h"
@@ -81,7 +82,8 @@ Platform makeX11Platform()
             .keyboard = std::make_unique<XkbKeyboardLayout>(),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<QtClipboard>()),
+            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<QtClipboard>(),
+                                                            FreedesktopDesktop::Bell::ofDisplay),
             .updates = std::make_unique<BundleInstaller>()};
 }
 
@@ -94,16 +96,18 @@ Platform makeWaylandPlatform()
         return makeNoPlatform();
     std::vector<std::unique_ptr<TrayHost>> trays;
     trays.push_back(std::make_unique<StatusNotifierHost>());
-    Platform nothing = makeNoPlatform();
+    auto keyboard = std::make_unique<WaylandKeyboardLayout>(queue);
+    auto hotKeys = makeWaylandHotKeys(keyboard.get());
     return {.screens = makeWaylandScreenGrabber(connection),
             .windows = std::make_unique<WaylandWindowPlacer>(queue),
             .keyboardGrab = std::make_unique<WaylandKeyboardGrab>(queue),
-            .hotKeys = std::move(nothing.hotKeys),
-            .keyboard = std::make_unique<WaylandKeyboardLayout>(queue),
+            .hotKeys = std::move(hotKeys),
+            .keyboard = std::move(keyboard),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop
-            = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<WaylandClipboard>(connection)),
+            .desktop = std::make_unique<FreedesktopDesktop>(settings,
+                                                            std::make_unique<WaylandClipboard>(connection),
+                                                            FreedesktopDesktop::Bell::ofSoundTheme),
             .updates = std::make_unique<BundleInstaller>()};
 }
 

@@ -83,6 +83,23 @@ private slots:
         QCOMPARE(placer.calls.last(), "keyboard A");
     }
 
+    void theFirstScreenThatThePointerEntersTellsWhereItWas()
+    {
+        placer.under = nullptr;
+        session = std::make_unique<CaptureSession>(placer, desktop);
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
+        const auto enter = [this](size_t i) {
+            QEnterEvent event({10, 10}, {10, 10}, {10, 10});
+            QCoreApplication::sendEvent(session->windows().at(i).get(), &event);
+        };
+        enter(1);
+        QCOMPARE(placer.calls.last(), "keyboard B");
+        QCOMPARE(Annotation::background, view(1).shot().image);
+        enter(2); // the hand only passes
+        QCOMPARE(placer.calls.last(), "keyboard B");
+        QCOMPARE(session->keyWindow(), session->windows().at(1).get());
+    }
+
     void oneScreenHasASelectionAtATime()
     {
         select(0);

@@ -39,6 +39,29 @@ class DisplayChoiceTest : public QObject {
             environment.contains(name) ? qputenv(name, environment[name]) : qunsetenv(name);
     }
 
+    const Environment both{{"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", ":7"}};
+
+    static void addColumns()
+    {
+        QTest::addColumn<Environment>("environment");
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("name");
+    }
+
+    static void row(const char *title, const Environment &environment, Kind kind, const char *name)
+    {
+        QTest::newRow(title) << environment << kind << name;
+    }
+
+    static void compare()
+    {
+        QFETCH(Environment, environment);
+        choose(environment);
+        const auto display = DisplayChoice::make();
+        QTEST(display.kind, "kind");
+        QTEST(QString::fromStdString(display.name), "name");
+    }
+
 private slots:
     void initTestCase()
     {
@@ -47,19 +70,9 @@ private slots:
         leaveSocket("wayland-dead");
     }
 
-    void aCompositorIsPreferredAndTheUserObeyed_data()
+    void aCompositorIsPreferred_data()
     {
-        QTest::addColumn<Environment>("environment");
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QString>("name");
-        const auto row = [](const char *title, const Environment &environment, Kind kind, const char *name) {
-            QTest::newRow(title) << environment << kind << name;
-        };
-        const Environment both{{"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", ":7"}};
-        const auto with = [](Environment all, const char *name, const char *value) {
-            all.insert(name, value);
-            return all;
-        };
+        addColumns();
         row("nothing", {}, Kind::x11, "");
         row("an X server", {{"DISPLAY", ":7"}}, Kind::x11, ":7");
         row("a compositor", {{"WAYLAND_DISPLAY", "wayland-0"}}, Kind::wayland, "wayland-0");
@@ -71,6 +84,17 @@ private slots:
         row("a dead compositor alone", {{"WAYLAND_DISPLAY", "wayland-dead"}}, Kind::wayland, "wayland-dead");
         row("a dead compositor's name in an X session",
             {{"WAYLAND_DISPLAY", "wayland-dead"}, {"DISPLAY", ":7"}}, Kind::x11, ":7");
+    }
+
+    void aCompositorIsPreferred() { compare(); }
+
+    void theUserIsObeyed_data()
+    {
+        addColumns();
+        const auto with = [](Environment all, const char *name, const char *value) {
+            all.insert(name, value);
+            return all;
+        };
         row("Qt told X", with(both, "QT_QPA_PLATFORM", "xcb"), Kind::x11, ":7");
         row("Qt told Wayland",
             {{"QT_QPA_PLATFORM", "wayland-egl"}, {"WAYLAND_DISPLAY", "wayland-dead"}, {"DISPLAY", ":7"}},
@@ -80,6 +104,7 @@ private slots:
         row("Qt told the first that is there",
             {{"QT_QPA_PLATFORM", "wayland;xcb"}, {"WAYLAND_DISPLAY", "wayland-dead"}, {"DISPLAY", ":7"}},
             Kind::x11, ":7");
+        row("Qt told two, of which none is there", {{"QT_QPA_PLATFORM", "wayland;xcb"}}, Kind::x11, "");
         row("Qt told nobody's display", with(both, "QT_QPA_PLATFORM", "offscreen:configfile=a"),
             Kind::imaginary, ":7");
         row("Qt told something else", with(both, "QT_QPA_PLATFORM", "vnc"), Kind::wayland, "wayland-0");
@@ -91,14 +116,7 @@ private slots:
             "wayland-0");
     }
 
-    void aCompositorIsPreferredAndTheUserObeyed()
-    {
-        QFETCH(Environment, environment);
-        choose(environment);
-        const auto display = DisplayChoice::make();
-        QTEST(display.kind, "kind");
-        QTEST(QString::fromStdString(display.name), "name");
-    }
+    void theUserIsObeyed() { compare(); }
 
     void aSocketHasOneKeyHoweverItIsNamed()
     {

@@ -6,7 +6,13 @@
 #include <QDesktopServices>
 #include <QLocale>
 
-void FreedesktopDesktop::beep() { QApplication::beep(); }
+void FreedesktopDesktop::beep()
+{
+    if (m_bell == Bell::ofDisplay)
+        QApplication::beep();
+    else
+        m_pop.ring();
+}
 
 void FreedesktopDesktop::playPop() { m_pop.play(); }
 

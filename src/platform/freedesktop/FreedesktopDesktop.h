@@ -11,9 +11,13 @@ class SettingsPortal;
 // The small services as Linux desktops offer them.
 class FreedesktopDesktop final : public Desktop {
 public:
-    FreedesktopDesktop(std::shared_ptr<const SettingsPortal> settings, std::unique_ptr<Clipboard> clipboard)
+    enum class Bell { ofDisplay, ofSoundTheme };
+
+    FreedesktopDesktop(std::shared_ptr<const SettingsPortal> settings, std::unique_ptr<Clipboard> clipboard,
+                       Bell bell)
         : m_settings(std::move(settings))
         , m_clipboard(std::move(clipboard))
+        , m_bell(bell)
     {}
 
     void beep() override;
@@ -28,5 +32,6 @@ public:
 private:
     std::shared_ptr<const SettingsPortal> m_settings;
     std::unique_ptr<Clipboard> m_clipboard;
+    const Bell m_bell;
     PopSound m_pop;
 };

@@ -63,6 +63,15 @@ void PopSound::play()
     m_thread.start([this] { playNow(); });
 }
 
+void PopSound::ring()
+{
+    m_thread.start([this] {
+        if (prepare())
+            ca_context_play(m_context, 0, CA_PROP_EVENT_ID, "bell-window-system", CA_PROP_APPLICATION_NAME,
+                            "Vellumora", CA_PROP_MEDIA_ROLE, "event", nullptr);
+    });
+}
+
 bool PopSound::audible()
 {
     bool answer = false;

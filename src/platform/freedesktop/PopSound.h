@@ -5,7 +5,7 @@
 
 struct ca_context;
 
-// The short sound after a copy, played by the desktop's sound server.
+// The short sound after a copy, and a bell, played by the desktop's sound server.
 class PopSound {
 public:
     PopSound();
@@ -15,6 +15,8 @@ public:
     // Returns at once. The sound server may take its time or not exist, so it is
     // spoken to in a thread of its own.
     void play();
+    // The same for the bell of the desktop's sound theme, if that has one.
+    void ring();
     // Whether a sound server or a device answers; waits for it.
     [[nodiscard]] bool audible();
 

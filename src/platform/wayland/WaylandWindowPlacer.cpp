@@ -66,7 +66,7 @@ std::unique_ptr<LayerSurface> WaylandWindowPlacer::showAsLayer(QWidget &window, 
         QMetaObject::invokeMethod(
             &window, [&window] { window.close(); }, Qt::QueuedConnection);
     };
-    window.resize(*size);
+    window.resize(size->isEmpty() ? screen.size() : *size);
     window.show();
     return layer;
 }
