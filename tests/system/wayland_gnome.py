@@ -14,8 +14,8 @@ class InPixels(Output):
 
 
 # The first is large enough for the shell to offer a scale of 2.
-A = InPixels("Meta-0", 1920, 1200, 2)
-B = InPixels("Meta-1", 1600, 900, 1, A.width)
+A = InPixels("Meta-0", 1600, 960, 2)
+B = InPixels("Meta-1", 1280, 800, 1, A.width)
 
 
 class Gnome(WaylandDesktop):
@@ -85,8 +85,20 @@ class Gnome(WaylandDesktop):
                  f"{store}.SetPermission", "screenshot", "true", "screenshot", "", f"['{answer}']")
 
     def look(self, output):
+        return self._look(output, (0, 0, output.width, output.height))
+
+    def pixels(self, output, area):
+        return self._look(output, area).bytes
+
+    def _look(self, output, area):
         path = self.folder / "look.png"
         path.unlink(missing_ok=True)
-        self.run(str(self.helpers / "wayland-look"), "gnome", str(path))
-        return Picture(self.run("convert", str(path), "-crop", f"{output.width}x{output.height}+{round(output.x)}+0", "+repage",
-                                "ppm:-", binary=True))
+        x, y, width, height = area
+        x += round(output.x)
+        # The shell counts pixels in twos, because of the scale of the first output.
+        begin = (x // 2, y // 2)
+        end = (-(-(x + width) // 2), -(-(y + height) // 2))
+        self.run(str(self.helpers / "wayland-look"), "gnome", *map(str, begin), str(end[0] - begin[0]), str(end[1] - begin[1]),
+                 str(path))
+        crop = f"{width}x{height}+{x - 2 * begin[0]}+{y - 2 * begin[1]}"
+        return Picture(self.run("convert", str(path), "-crop", crop, "+repage", "ppm:-", binary=True))
