@@ -105,9 +105,9 @@ Platform makeWaylandPlatform()
             .keyboard = std::move(keyboard),
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings,
-                                                            std::make_unique<WaylandClipboard>(connection),
-                                                            FreedesktopDesktop::Bell::ofSoundTheme),
+            .desktop
+            = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<WaylandClipboard>(connection),
+                                                   FreedesktopDesktop::Bell::ofSoundTheme),
             .updates = std::make_unique<BundleInstaller>()};
 }
 
