@@ -2,6 +2,8 @@
 // many bytes from one place in memory to another and beside Qt's own
 // way of reading a screen.
 #include "platform/wayland/Connection.h"
+#include "platform/wayland/KWinGrabber.h"
+#include "platform/wayland/PortalGrabber.h"
 #include "platform/wayland/WaylandScreenGrabber.h"
 #include "platform/x11/X11ScreenGrabber.h"
 
@@ -51,6 +53,29 @@ void capture(benchmark::State &state)
     }
 }
 
+// The slower ways of a Wayland session, where there are such.
+void captureBy(benchmark::State &state, ScreenSource &source)
+{
+    for (auto _ : state) {
+        rest(state);
+        const auto result = QCoro::waitFor(source.grab());
+        if (!result.shots)
+            return state.SkipWithError(qPrintable(result.problem));
+    }
+}
+
+void kwin(benchmark::State &state)
+{
+    KWinGrabber grabber;
+    captureBy(state, grabber);
+}
+
+void portal(benchmark::State &state)
+{
+    PortalGrabber grabber(Connection::open());
+    captureBy(state, grabber);
+}
+
 void copy(benchmark::State &state)
 {
     const auto grabber = makeGrabber();
@@ -81,7 +106,8 @@ int main(int argc, char **argv)
     benchmark::Initialize(&argc, argv);
     for (auto *bench :
          {benchmark::RegisterBenchmark("capture", capture), benchmark::RegisterBenchmark("memcpy", copy),
-          benchmark::RegisterBenchmark("grabWindow", toolkit)})
+          benchmark::RegisterBenchmark("grabWindow", toolkit), benchmark::RegisterBenchmark("kwin", kwin),
+          benchmark::RegisterBenchmark("portal", portal)})
         bench->UseRealTime()->Unit(benchmark::kMillisecond);
     benchmark::RunSpecifiedBenchmarks();
     return EXIT_SUCCESS;

@@ -14,4 +14,9 @@ public:
     // key cap or in lower case; absent when it types nothing or when there is
     // no layout to ask. The position is an evdev code.
     [[nodiscard]] virtual std::optional<QString> textOfKey(std::uint32_t evdevCode) const = 0;
+    // The same with Shift held.
+    [[nodiscard]] virtual std::optional<QString> shiftedTextOfKey(std::uint32_t) const
+    {
+        return std::nullopt;
+    }
 };

@@ -17,6 +17,11 @@ public:
         return position == 16 ? std::optional(m_q) : position == 2 ? std::optional(m_one) : std::nullopt;
     }
 
+    std::optional<QString> shiftedTextOfKey(std::uint32_t position) const override
+    {
+        return position == 2 ? std::optional<QString>("!") : std::nullopt;
+    }
+
 private:
     QString m_q, m_one;
 };
@@ -68,6 +73,18 @@ private slots:
         QCOMPARE(QtKeys::of(one, &french), std::optional(int(Qt::META) | Qt::Key_Ampersand));
         const Layout russian("й", "1");
         QCOMPARE(QtKeys::of(q, &russian), std::optional(int(Qt::META) | Qt::Key_Q));
+    }
+
+    // Or a shortcut would be taken that never comes.
+    void whatKdeDoesNotBringIsNotNamed()
+    {
+        const Shortcut shiftOne{oneCode, Shortcut::shift | Shortcut::command};
+        QCOMPARE(QtKeys::of(shiftOne, nullptr), std::nullopt);
+        QCOMPARE(QtKeys::triggerOf(shiftOne, nullptr), "SHIFT+LOGO+1");
+        const Layout german("q", "1");
+        QCOMPARE(QtKeys::of(shiftOne, &german), std::optional(int(Qt::META) | Qt::Key_Exclam));
+        constexpr std::uint32_t keypadZero = 82;
+        QCOMPARE(QtKeys::of({keypadZero, Shortcut::command}, nullptr), std::nullopt);
     }
 
     void aPositionOfNoKeyHasNoName()

@@ -21,6 +21,7 @@ private slots:
             << QSize(1920, 1080) << QSize(1444, 812) << 2.0 << 1920.0 / 1444;
         QTest::newRow("upright") << QSize(1080, 1920) << QSize(864, 1536) << 2.0 << 1.25;
         QTest::newRow("laid out in pixels") << QSize(2560, 1600) << QSize(2560, 1600) << 2.0 << 2.0;
+        QTest::newRow("a screen that was not read") << QSize() << QSize(1280, 800) << 2.0 << 2.0;
         QTest::newRow("a screen without size") << QSize(2560, 1600) << QSize() << 1.0 << 1.0;
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 
 // A message bus of the test's own, with services on it that the test chooses. Made
@@ -8,7 +10,7 @@ class SessionBusDaemon {
 public:
     SessionBusDaemon()
     {
-        m_daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        m_daemon.start("dbus-daemon", {"--config-file=" + configuration(), "--nofork", "--print-address"});
         if (!m_daemon.waitForReadyRead())
             qFatal("there is no dbus-daemon");
         qputenv("DBUS_SESSION_BUS_ADDRESS", m_daemon.readLine().trimmed());
@@ -21,6 +23,8 @@ public:
     Q_DISABLE_COPY_MOVE(SessionBusDaemon)
 
 private:
+    static QString configuration() { return QFileInfo(__FILE__).dir().filePath("bus.conf"); }
+
     QProcess m_daemon;
 };
 

@@ -21,7 +21,7 @@ struct OutputCopies::Copy {
     std::unique_ptr<Output> output;
     zwlr_screencopy_frame_v1 *frame = nullptr;
     SharedBuffers::Layout layout{};
-    std::shared_ptr<SharedBuffers::Buffer> buffer;
+    QImage image; // what the compositor writes into
     Rows rows = Rows::topFirst;
     State state = State::asked;
 
@@ -97,18 +97,22 @@ void OutputCopies::start()
 
 void OutputCopies::ask(Copy &copy)
 {
-    copy.buffer = m_buffers->take(copy.layout);
-    if (!copy.buffer)
+    const auto buffer = m_buffers->take(copy.layout);
+    if (!buffer)
         return end(copy, false);
-    zwlr_screencopy_frame_v1_copy(copy.frame, copy.buffer->proxy());
+    zwlr_screencopy_frame_v1_copy(copy.frame, buffer->proxy());
     m_connection->flush();
+    // Takes its time for a large picture, which passes while the compositor copies.
+    copy.image = SharedBuffers::picture(buffer);
 }
 
+// The session that begins with the pictures does not begin within an event of the
+// compositor, or none of its own would come.
 void OutputCopies::end(Copy &copy, bool copied)
 {
     copy.state = copied ? Copy::State::copied : Copy::State::failed;
     if (complete())
-        emit finished();
+        QMetaObject::invokeMethod(this, &OutputCopies::finished, Qt::QueuedConnection);
 }
 
 bool OutputCopies::complete() const
@@ -116,7 +120,7 @@ bool OutputCopies::complete() const
     return std::ranges::none_of(m_copies, [](const auto &copy) { return copy->state == Copy::State::asked; });
 }
 
-std::vector<ScreenShot> OutputCopies::shots() const
+std::vector<ScreenShot> OutputCopies::take()
 {
     std::vector<ScreenShot> all;
     for (const auto &copy : m_copies) {
@@ -125,7 +129,7 @@ std::vector<ScreenShot> OutputCopies::shots() const
             continue;
         QImage image;
         if (copy->state == Copy::State::copied)
-            image = upright(SharedBuffers::picture(copy->buffer), copy->output->transform(), copy->rows);
+            image = upright(std::move(copy->image), copy->output->transform(), copy->rows);
         all.push_back(ScreenScale::shot(*screen, image));
     }
     ScreenScale::sort(all);

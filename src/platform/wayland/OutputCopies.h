@@ -22,9 +22,9 @@ public:
 
     // Whether the compositor has copied or refused each of them.
     [[nodiscard]] bool complete() const;
-    // One picture for each screen that Qt knows and that is still there; without an
-    // image where the compositor refused.
-    [[nodiscard]] std::vector<ScreenShot> shots() const;
+    // Returns one picture for each screen that Qt knows and that is still there, once;
+    // without an image where the compositor refused.
+    [[nodiscard]] std::vector<ScreenShot> take();
 
 signals:
     void finished();

@@ -6,6 +6,7 @@
 #include "platform/wayland/PortalShortcuts.h"
 #include "platform/wayland/QtKeys.h"
 
+#include <QDBusObjectPath>
 #include <QDBusPendingCall>
 #include <QPointer>
 
@@ -81,7 +82,7 @@ void PortalHotKeys::listen()
 {
     const QString interface = Portal::interfaces + group;
     m_bus.connect(QString(), Portal::object, interface, QStringLiteral("Activated"), this,
-                  SLOT(activated(QDBusObjectPath, QString)));
+                  SLOT(activated(QDBusMessage)));
     m_bus.connect(QString(), Portal::object, interface, QStringLiteral("ShortcutsChanged"), this,
                   SLOT(shortcutsChanged(QDBusMessage)));
 }
@@ -147,18 +148,22 @@ void PortalHotKeys::closeSession()
             call(old, QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Close"), {}));
 }
 
-void PortalHotKeys::activated(const QDBusObjectPath &session, const QString &id)
+// Whether it is about the session that is open; that is the first that it carries.
+bool PortalHotKeys::isOurs(const QDBusMessage &message) const
 {
-    if (session.path() == m_session && id == PortalShortcuts::id && onPressed)
+    return !m_session.isEmpty() && message.arguments().value(0).value<QDBusObjectPath>().path() == m_session;
+}
+
+void PortalHotKeys::activated(const QDBusMessage &message)
+{
+    if (isOurs(message) && message.arguments().value(1) == PortalShortcuts::id && onPressed)
         onPressed();
 }
 
-// Carries the session and its shortcuts.
 void PortalHotKeys::shortcutsChanged(const QDBusMessage &message)
 {
-    const QVariantList arguments = message.arguments();
-    if (arguments.size() == 2 && arguments[0].value<QDBusObjectPath>().path() == m_session)
-        tell(PortalShortcuts::keysIn(arguments[1]));
+    if (isOurs(message))
+        tell(PortalShortcuts::keysIn(message.arguments().value(1)));
 }
 
 void PortalHotKeys::tell(const QString &boundKeys)

@@ -5,7 +5,6 @@
 #include <QCoroTask>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusObjectPath>
 #include <QObject>
 
 #include <functional>
@@ -30,10 +29,11 @@ public:
     QString boundKeys() const override { return m_boundKeys; }
 
 private slots:
-    void activated(const QDBusObjectPath &session, const QString &id);
+    void activated(const QDBusMessage &message);
     void shortcutsChanged(const QDBusMessage &message);
 
 private:
+    [[nodiscard]] bool isOurs(const QDBusMessage &message) const;
     QCoro::Task<void> look();
     QCoro::Task<void> propose(QString trigger);
     void listen();

@@ -52,11 +52,11 @@ constexpr NamedKey namedKeys[] = {
     {Qt::Key_QuoteLeft, u"grave"},
 };
 
-// What the layout types there, if that is one Latin character.
-std::optional<Qt::Key> latinKeyAt(std::uint32_t position, const KeyboardLayout *layout)
+// The key that types a text, if that is one Latin character.
+std::optional<Qt::Key> latinKeyOf(const std::optional<QString> &typed)
 {
     constexpr char16_t lastLatin1 = 0xff;
-    const QString text = layout ? layout->textOfKey(position).value_or(QString()).toUpper() : QString();
+    const QString text = typed.value_or(QString()).toUpper();
     const bool latin = text.size() == 1 && text[0] > u' ' && text[0] <= lastLatin1;
     return latin ? std::optional(Qt::Key(text[0].unicode())) : std::nullopt;
 }
@@ -66,8 +66,33 @@ std::optional<Qt::Key> keyOf(const Shortcut &shortcut, const KeyboardLayout *lay
     const auto position = KeyCodes::toEvdev(shortcut.keyCode);
     if (!position)
         return std::nullopt;
-    const auto typed = latinKeyAt(*position, layout);
+    const auto typed = layout ? latinKeyOf(layout->textOfKey(*position)) : std::nullopt;
     return typed ? typed : KeyCodes::qtKeyAt(*position);
+}
+
+// Whether Shift makes another symbol of what the key types. It makes capitals of
+// letters, which are the same key to Qt.
+bool isSymbol(Qt::Key key)
+{
+    constexpr int firstSpecial = 0x01000000; // Qt's keys that type nothing
+    return key > Qt::Key_Space && key < firstSpecial && !QChar(key).isLetter();
+}
+
+bool isOnKeypad(std::uint32_t position)
+{
+    constexpr std::uint32_t apart[] = {55, 98, 117, 121};
+    constexpr std::uint32_t first = 71;
+    constexpr std::uint32_t last = 83;
+    return (position >= first && position <= last) || std::ranges::find(apart, position) != std::end(apart);
+}
+
+int withModifiers(Qt::Key key, std::uint64_t flags)
+{
+    int all = key;
+    for (const Modifier &modifier : modifiers)
+        if (flags & modifier.flag)
+            all |= modifier.inQt;
+    return all;
 }
 
 QString keysymOf(Qt::Key key)
@@ -89,13 +114,15 @@ namespace QtKeys {
 std::optional<int> of(const Shortcut &shortcut, const KeyboardLayout *layout)
 {
     const auto key = keyOf(shortcut, layout);
-    if (!key)
+    const std::uint32_t position = KeyCodes::toEvdev(shortcut.keyCode).value_or(0);
+    if (!key || isOnKeypad(position))
         return std::nullopt;
-    int all = *key;
-    for (const Modifier &modifier : modifiers)
-        if (shortcut.modifiers & modifier.flag)
-            all |= modifier.inQt;
-    return all;
+    if (!isSymbol(*key) || (shortcut.modifiers & Shortcut::shift) == 0)
+        return withModifiers(*key, shortcut.modifiers);
+    // KDE looks for what is typed, in which Shift has been used up.
+    const auto shifted = layout ? latinKeyOf(layout->shiftedTextOfKey(position)) : std::nullopt;
+    return shifted ? std::optional(withModifiers(*shifted, shortcut.modifiers & ~Shortcut::shift))
+                   : std::nullopt;
 }
 
 QString triggerOf(const Shortcut &shortcut, const KeyboardLayout *layout)

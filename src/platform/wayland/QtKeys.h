@@ -13,7 +13,9 @@ class KeyboardLayout;
 // keyboard, as it is on layouts without Latin letters.
 namespace QtKeys {
 
-// Returns Qt's key with its modifiers; absent for a position that no keyboard has.
+// Returns Qt's key with its modifiers, as KDE wants it; absent for a position that no
+// keyboard has and for what KDE would take, but never bring: keys of the keypad, and a
+// symbol with Shift where the layout does not tell what that types.
 [[nodiscard]] std::optional<int> of(const Shortcut &shortcut, const KeyboardLayout *layout);
 
 // Returns the form that the portal reads, such as "SHIFT+LOGO+x"; empty for a key that

@@ -11,7 +11,7 @@ double of(QSize pixels, QSize points, double ratio)
 {
     constexpr double steps = 120; // to a whole, in which compositors scale
     // Where screens are laid out in pixels, a window still has points.
-    if (pixels == points || points.isEmpty())
+    if (pixels == points || pixels.isEmpty() || points.isEmpty())
         return ratio;
     const bool wide = points.width() > points.height();
     const double rough

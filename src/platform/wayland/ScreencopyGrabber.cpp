@@ -44,7 +44,7 @@ QCoro::Task<ScreenSource::Result> ScreencopyGrabber::grab()
         co_await qCoro(&copies, &OutputCopies::finished, patience);
     if (!copies.complete())
         co_return Result{.problem = QStringLiteral("el compositor no contesta"), .final = true};
-    auto shots = copies.shots();
+    auto shots = copies.take();
     buffers->forgetUnused();
     if (!shots.empty()
         && std::ranges::all_of(shots, [](const ScreenShot &shot) { return shot.image.isNull(); }))

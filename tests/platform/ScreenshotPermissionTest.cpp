@@ -1,0 +1,99 @@
+#include "platform/wayland/ScreenshotPermission.h"
+
+#include "support/SessionBusDaemon.h"
+#include "support/TempHome.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QTest>
+
+// The store is the desktops' own.
+class ScreenshotPermissionTest : public QObject {
+    Q_OBJECT
+
+    TempHome home;
+    SessionBusDaemon bus;
+    QProcess store;
+
+    static void answer(const QString &program, const QString &said)
+    {
+        const QString name = "org.freedesktop.impl.portal.PermissionStore";
+        auto call = QDBusMessage::createMethodCall(name, "/org/freedesktop/impl/portal/PermissionStore", name,
+                                                   "SetPermission");
+        call << QStringLiteral("screenshot") << true << QStringLiteral("screenshot") << program
+             << QStringList{said};
+        const auto reply = QDBusConnection::sessionBus().call(call);
+        QVERIFY2(reply.type() == QDBusMessage::ReplyMessage, qPrintable(reply.errorMessage()));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const QString data = home.path("data");
+        QDir().mkpath(data + "/flatpak/db");
+        qputenv("XDG_DATA_HOME", data.toLocal8Bit());
+        store.start("/usr/libexec/xdg-permission-store", {});
+        auto *daemon = QDBusConnection::sessionBus().interface();
+        QTRY_VERIFY(daemon->isServiceRegistered("org.freedesktop.impl.portal.PermissionStore"));
+    }
+
+    void cleanupTestCase()
+    {
+        store.terminate();
+        store.waitForFinished();
+    }
+
+    void whoWasNeverAskedIsNotRefused()
+    {
+        const ScreenshotPermission permission;
+        QTest::qWait(100); // for an answer that says nothing
+        QVERIFY(!permission.refused());
+    }
+
+    void theAnswerIsFollowed()
+    {
+        const ScreenshotPermission permission;
+        answer("", "no");
+        QTRY_VERIFY(permission.refused());
+        answer("", "yes");
+        QTRY_VERIFY(!permission.refused());
+        answer("some.other.Program", "no");
+        answer("vellumora", "no");
+        QTRY_VERIFY(permission.refused());
+    }
+
+    void anOldAnswerIsRemembered()
+    {
+        answer("", "no");
+        const ScreenshotPermission permission;
+        QTRY_VERIFY(permission.refused());
+    }
+
+    void aForgottenAnswerIsAskedForAgain()
+    {
+        answer("", "no");
+        ScreenshotPermission permission;
+        QTRY_VERIFY(permission.refused());
+        permission.forget();
+        QVERIFY(!permission.refused());
+        // It is gone for others as well.
+        ScreenshotPermission another;
+        QTest::qWait(100);
+        QVERIFY(!another.refused());
+    }
+
+    void kwinDoesNotAsk()
+    {
+        answer("", "no");
+        QVERIFY(QDBusConnection::sessionBus().registerService("org.kde.KWin"));
+        const ScreenshotPermission permission;
+        QTest::qWait(100);
+        QVERIFY(!permission.refused());
+        QDBusConnection::sessionBus().unregisterService("org.kde.KWin");
+    }
+};
+
+QTEST_GUILESS_MAIN(ScreenshotPermissionTest)
+#include "ScreenshotPermissionTest.moc"
