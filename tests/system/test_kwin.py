@@ -93,7 +93,7 @@ class WithoutPermission(KWinTest):
         self.assertEqual(self.desktop.start("--capturar").status(), 0)
 
     def wait_for_alert(self, patience=PATIENCE):
-        wait_for(lambda: any(self.desktop.look(output).crop(self.middle) != pattern(self.middle) for output in (A, B)),
+        wait_for(lambda: any(self.desktop.pixels(output, self.middle) != pattern(self.middle) for output in (A, B)),
                  "the alert", patience)
         for output in (A, B):
             self.assertFalse(self.desktop.frozen(output))
@@ -101,7 +101,7 @@ class WithoutPermission(KWinTest):
     def dismiss(self):
         self.desktop.key("Escape")
         for output in (A, B):
-            wait_for(lambda: self.desktop.look(output).crop(self.middle) == pattern(self.middle), "the alert to go")
+            wait_for(lambda: self.desktop.pixels(output, self.middle) == pattern(self.middle), "the alert to go")
 
     def picture(self):
         """The desktop as KDE's portal would make it: in the larger of the two scales."""

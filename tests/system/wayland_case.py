@@ -8,6 +8,7 @@ from wayland_desktop import pattern
 
 class WaylandTest(PictureTest):
     odd_area = (101, 203, 401, 403)
+    other_save = "super+s"
 
     def make_desktop(self):
         raise NotImplementedError
@@ -54,7 +55,7 @@ class WaylandTest(PictureTest):
         last = [None]
 
         def unchanged():
-            before, last[0] = last[0], self.desktop.look(output).crop(area)
+            before, last[0] = last[0], self.desktop.pixels(output, area)
             return before == last[0]
 
         wait_for(unchanged, "a screen at rest")
@@ -86,7 +87,7 @@ class MainJob:
         for output in self.outputs:
             area = (300, 300, 200, 50)
             dimmed = [round(value * 0.55) for value in pattern(area)]
-            shown = desktop.look(output).crop(area)
+            shown = desktop.pixels(output, area)
             self.assertLess(max(abs(a - b) for a, b in zip(dimmed, shown)), 4)
         self.assertEqual(desktop.start("--capturar").status(), 0)  # nothing happens while a capture is in progress
         desktop.key("a")
@@ -96,7 +97,7 @@ class MainJob:
         desktop.key("Escape")
         desktop.wait_until_over()
         for output in self.outputs:
-            self.assert_same_pixels(desktop.look(output).crop(area), pattern(area))
+            self.assert_same_pixels(desktop.pixels(output, area), pattern(area))
         self.wait_for_keyboard(self.witnesses[0], had + 1)
         desktop.key("b")
         self.witnesses[0].says("key 48")
@@ -109,9 +110,9 @@ class MainJob:
         first, second = self.outputs[:2]
         inside = (300, 300, 40, 40)
         self.select(first, (100, 100, 600, 500))
-        wait_for(lambda: desktop.look(first).crop(inside) == pattern(inside), "a bright selection")
+        wait_for(lambda: desktop.pixels(first, inside) == pattern(inside), "a bright selection")
         desktop.drag((700, 200), (900, 350), second)
-        wait_for(lambda: desktop.look(first).crop(inside) != pattern(inside), "the other selection to go")
+        wait_for(lambda: desktop.pixels(first, inside) != pattern(inside), "the other selection to go")
         self.copy("ctrl+c", (200, 150))
         self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), pattern((700, 200, 200, 150)))
 
@@ -156,12 +157,12 @@ class MainJob:
         middle = (output.width // 2 - 20, output.height // 2 - 200, 60, 60)  # where the panel comes up
         dimmed = self.at_rest(output, middle)
         desktop.key("ctrl+s")
-        wait_for(lambda: desktop.look(output).crop(middle) != dimmed, "the panel")
+        wait_for(lambda: desktop.pixels(output, middle) != dimmed, "the panel")
         desktop.key("Escape")
-        wait_for(lambda: desktop.look(output).crop(middle) == dimmed, "the panel to go")
+        wait_for(lambda: desktop.pixels(output, middle) == dimmed, "the panel to go")
         self.assertTrue(desktop.frozen(output))
-        desktop.key("super+s")
-        wait_for(lambda: desktop.look(output).crop(middle) != dimmed, "the panel again")
+        desktop.key(self.other_save)
+        wait_for(lambda: desktop.pixels(output, middle) != dimmed, "the panel again")
         desktop.key("ctrl+a")
         desktop.type("region")
         desktop.key("Return")

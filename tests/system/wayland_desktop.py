@@ -37,7 +37,11 @@ class Output(NamedTuple):
 
     @property
     def right(self):
-        return self.x + self.width / self.scale
+        return self.point((self.width, self.height))[0]
+
+    @property
+    def bottom(self):
+        return self.point((self.width, self.height))[1]
 
 
 class Picture:
@@ -68,7 +72,7 @@ class Hand:
     def __init__(self, desktop):
         self.outputs = desktop.outputs
         width = max(output.right for output in self.outputs)
-        height = max(output.y + output.height / output.scale for output in self.outputs)
+        height = max(output.bottom for output in self.outputs)
         self.process = subprocess.Popen(
             [*desktop.prefix, desktop.helpers / "wayland-hand", str(round(width)), str(round(height))], text=True,
             env=desktop.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
@@ -158,9 +162,8 @@ class WaylandDesktop(Session):
         return [self.witness(output) for output in reversed(self.outputs)][::-1]
 
     def shows_pattern(self, output):
-        picture = self.look(output)
         areas = ((output.width - 40, 0, 40, 8), (0, output.height - 8, 40, 8))
-        return all(picture.crop(area) == pattern(area) for area in areas)
+        return all(self.pixels(output, area) == pattern(area) for area in areas)
 
     def portal(self, *behaviours):
         portal = Process(self, "portal", [self.helpers / "wayland-portal", *behaviours])
@@ -208,6 +211,10 @@ class WaylandDesktop(Session):
         """What is on an output now, by the compositor's own tool."""
         raise NotImplementedError
 
+    def pixels(self, output, area):
+        """The red, green and blue bytes of an area of an output now."""
+        return self.look(output).crop(area)
+
     def clipboard(self, kind):
         """A file with what is there; its reader is given up when nobody answers."""
         path = self.folder / f"clipboard.{kind}"
@@ -219,7 +226,7 @@ class WaylandDesktop(Session):
     def frozen(self, output):
         """The product's badge, a dark pill, is in the corner of an overlay."""
         corner = (output.width - round(40 * output.scale), output.height - round(20 * output.scale), 1, 1)
-        return max(self.look(output).crop(corner)) < 40
+        return max(self.pixels(output, corner)) < 40
 
     def wait_for_overlays(self):
         for output in self.outputs:

@@ -12,14 +12,10 @@ class InPixels(Output):
     def point(self, pixel):
         return self.x + pixel[0], self.y + pixel[1]
 
-    @property
-    def right(self):
-        return self.x + self.width
-
 
 # The first is large enough for the shell to offer a scale of 2.
-A = InPixels("Meta-0", 1920, 1200, 2)
-B = InPixels("Meta-1", 1600, 900, 1, A.width)
+A = InPixels("Meta-0", 1600, 960, 2)
+B = InPixels("Meta-1", 1280, 800, 1, A.width)
 
 
 class Gnome(WaylandDesktop):
@@ -28,7 +24,6 @@ class Gnome(WaylandDesktop):
     outputs_have_names = False
 
     def __init__(self, outputs=(A, B)):
-        self.pointed = outputs[0]  # the output with the pointer
         super().__init__(outputs, bus=True)
 
     def _start_compositor(self):
@@ -37,6 +32,8 @@ class Gnome(WaylandDesktop):
         Process(self, "login", ["/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind"])
         wait_for(lambda: "org.freedesktop.login1" in self.call_system("ListNames"), "the log-in service")
         self.run("gsettings", "set", "org.gnome.desktop.interface", "enable-animations", "false")
+        Process(self, "pipewire", ["pipewire"])  # the hand's places are those of a film
+        wait_for((self.folder / "run/pipewire-0").exists, "pipewire")
         monitors = [word for output in self.outputs for word in ("--virtual-monitor", f"{output.width}x{output.height}")]
         process = Process(self, "shell", ["gnome-shell", "--headless", "--no-x11", "--wayland-display", "wayland-test", *monitors])
         wait_for(lambda: any("GNOME Shell started" in line for line in process.lines()), "the shell")
@@ -80,12 +77,6 @@ class Gnome(WaylandDesktop):
                           f"[('{output.name}', '{mode}', @a{{sv}} {{}})])")
         self.display_config("ApplyMonitorsConfig", serial, "1", f"[{', '.join(wanted)}]", "{}")
 
-    def move_to(self, pixel, output=None):
-        """An injected move is a distance, which the shell multiplies by the scale of the output that the pointer is on."""
-        self.hand.tell(f"stretch {self.pointed.scale} 0")
-        super().move_to(pixel, output)
-        self.pointed = output or self.outputs[0]
-
     def permit(self, answer):
         """As if the user had answered the shell's question whether programs may see the screen."""
         (self.home / ".local/share/flatpak/db").mkdir(parents=True, exist_ok=True)
@@ -94,8 +85,20 @@ class Gnome(WaylandDesktop):
                  f"{store}.SetPermission", "screenshot", "true", "screenshot", "", f"['{answer}']")
 
     def look(self, output):
+        return self._look(output, (0, 0, output.width, output.height))
+
+    def pixels(self, output, area):
+        return self._look(output, area).bytes
+
+    def _look(self, output, area):
         path = self.folder / "look.png"
         path.unlink(missing_ok=True)
-        self.run(str(self.helpers / "wayland-look"), "gnome", str(path))
-        return Picture(self.run("convert", str(path), "-crop", f"{output.width}x{output.height}+{round(output.x)}+0", "+repage",
-                                "ppm:-", binary=True))
+        x, y, width, height = area
+        x += round(output.x)
+        # The shell counts pixels in twos, because of the scale of the first output.
+        begin = (x // 2, y // 2)
+        end = (-(-(x + width) // 2), -(-(y + height) // 2))
+        self.run(str(self.helpers / "wayland-look"), "gnome", *map(str, begin), str(end[0] - begin[0]), str(end[1] - begin[1]),
+                 str(path))
+        crop = f"{width}x{height}+{x - 2 * begin[0]}+{y - 2 * begin[1]}"
+        return Picture(self.run("convert", str(path), "-crop", crop, "+repage", "ppm:-", binary=True))

@@ -14,9 +14,6 @@ public:
 
     // In points of the desktop, y down.
     virtual void moveTo(double x, double y) = 0;
-    // By what the compositor multiplies the next move, if it does: the scale of the
-    // output on which the pointer is.
-    virtual void stretch(double) {}
     // Codes of the kernel's input events.
     virtual void button(std::uint32_t code, bool down) = 0;
     virtual void key(std::uint32_t code, bool down) = 0;
@@ -28,4 +25,4 @@ public:
 // those of the whole desktop, in points.
 std::unique_ptr<Hand> makeWlrootsHand(wl_display *display, std::uint32_t width, std::uint32_t height);
 std::unique_ptr<Hand> makeKwinHand(wl_display *display);
-std::unique_ptr<Hand> makeMutterHand();
+std::unique_ptr<Hand> makeMutterHand(std::uint32_t width, std::uint32_t height);

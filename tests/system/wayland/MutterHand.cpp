@@ -3,31 +3,25 @@
 #include <QDBusInterface>
 #include <QDBusObjectPath>
 #include <QDBusReply>
+#include <QVariantMap>
 
 namespace {
 
-constexpr double farAway = 20000; // points; farther than any desktop reaches
+const QString remoteDesktop = "org.gnome.Mutter.RemoteDesktop";
+const QString screenCast = "org.gnome.Mutter.ScreenCast";
 
-// A remote desktop: moves are relative to where the pointer is.
+// A remote desktop. Places are those of a film of the whole desktop, which nobody
+// watches.
 class MutterHand final : public Hand {
 public:
-    explicit MutterHand(const QString &session)
-        : m_session("org.gnome.Mutter.RemoteDesktop", session, "org.gnome.Mutter.RemoteDesktop.Session")
+    MutterHand(const QString &session, QString film)
+        : m_session(remoteDesktop, session, remoteDesktop + ".Session")
+        , m_film(std::move(film))
     {
         m_session.call("Start");
     }
 
-    void moveTo(double x, double y) override
-    {
-        if (m_x < 0) { // into the corner first
-            m_session.call("NotifyPointerMotionRelative", -farAway, -farAway);
-            m_x = m_y = 0;
-        }
-        m_session.call("NotifyPointerMotionRelative", (x - m_x) / m_stretch, (y - m_y) / m_stretch);
-        m_x = x;
-        m_y = y;
-    }
-    void stretch(double factor) override { m_stretch = factor; }
+    void moveTo(double x, double y) override { m_session.call("NotifyPointerMotionAbsolute", m_film, x, y); }
     void button(std::uint32_t code, bool down) override
     {
         m_session.call("NotifyPointerButton", static_cast<int>(code), down);
@@ -37,18 +31,26 @@ public:
 
 private:
     QDBusInterface m_session;
-    double m_x = -1, m_y = -1; // where the pointer is; unknown at first
-    double m_stretch = 1;
+    QString m_film;
 };
+
+QString pathIn(const QDBusMessage &reply) { return QDBusReply<QDBusObjectPath>(reply).value().path(); }
 
 } // namespace
 
-std::unique_ptr<Hand> makeMutterHand()
+std::unique_ptr<Hand> makeMutterHand(std::uint32_t width, std::uint32_t height)
 {
-    QDBusInterface desktop("org.gnome.Mutter.RemoteDesktop", "/org/gnome/Mutter/RemoteDesktop",
-                           "org.gnome.Mutter.RemoteDesktop");
-    const QDBusReply<QDBusObjectPath> session = desktop.call("CreateSession");
-    if (!session.isValid())
+    QDBusInterface desktop(remoteDesktop, "/org/gnome/Mutter/RemoteDesktop", remoteDesktop);
+    const QString session = pathIn(desktop.call("CreateSession"));
+    const QVariant id
+        = QDBusInterface(remoteDesktop, session, remoteDesktop + ".Session").property("SessionId");
+    QDBusInterface films(screenCast, "/org/gnome/Mutter/ScreenCast", screenCast);
+    const QString filming
+        = pathIn(films.call("CreateSession", QVariantMap{{"remote-desktop-session-id", id}}));
+    QDBusInterface area(screenCast, filming, screenCast + ".Session");
+    const QString film = pathIn(
+        area.call("RecordArea", 0, 0, static_cast<int>(width), static_cast<int>(height), QVariantMap()));
+    if (film.isEmpty())
         return nullptr;
-    return std::make_unique<MutterHand>(session.value().path());
+    return std::make_unique<MutterHand>(session, film);
 }

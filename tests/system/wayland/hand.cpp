@@ -3,7 +3,6 @@
 //   hand WIDTH HEIGHT   of the whole desktop in points
 //
 //   move X Y            in points of the desktop, y down
-//   stretch FACTOR 0    by what the compositor multiplies the next move, if it does
 //   button CODE 1|0     the kernel's code; down or up
 //   key CODE 1|0
 //
@@ -28,7 +27,7 @@ std::unique_ptr<Hand> findHand(wl_display *display, std::uint32_t width, std::ui
         return hand;
     if (auto hand = makeKwinHand(display))
         return hand;
-    return makeMutterHand();
+    return makeMutterHand(width, height);
 }
 
 bool obey(Hand &hand, const std::string &line)
@@ -40,8 +39,6 @@ bool obey(Hand &hand, const std::string &line)
         return false;
     if (verb == "move")
         hand.moveTo(first, second);
-    else if (verb == "stretch")
-        hand.stretch(first);
     else if (verb == "button")
         hand.button(static_cast<std::uint32_t>(first), second != 0);
     else if (verb == "key")

@@ -9,6 +9,7 @@
 #include <QDBusReply>
 #include <QDBusUnixFileDescriptor>
 #include <QImage>
+#include <QRect>
 #include <QtConcurrent>
 
 #include <unistd.h>
@@ -56,14 +57,15 @@ QImage screenOfKwin(const QString &screen)
 }
 
 // The shell gives pictures to those alone whom it knows by their name on the bus.
-bool lookAtGnome(const QString &file)
+bool lookAtGnome(const QRect &part, const QString &file)
 {
     auto bus = QDBusConnection::sessionBus();
     if (!bus.registerService("org.gnome.SettingsDaemon.MediaKeys"))
         return false;
     QDBusInterface shell("org.gnome.Shell.Screenshot", "/org/gnome/Shell/Screenshot",
                          "org.gnome.Shell.Screenshot");
-    const QDBusReply<bool> reply = shell.call("Screenshot", false, false, file);
+    const QDBusReply<bool> reply
+        = shell.call("ScreenshotArea", part.x(), part.y(), part.width(), part.height(), false, file);
     if (!reply.isValid())
         std::fprintf(stderr, "look: %s\n", qPrintable(reply.error().message()));
     return reply.isValid() && reply.value();
@@ -77,7 +79,10 @@ int main(int argc, char **argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (argc == 4 && arguments[1] == "kwin")
         return screenOfKwin(arguments[2]).save(arguments[3], "PPM") ? EXIT_SUCCESS : EXIT_FAILURE;
-    if (argc == 3 && arguments[1] == "gnome")
-        return lookAtGnome(arguments[2]) ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (argc == 7 && arguments[1] == "gnome") {
+        const QRect part(arguments[2].toInt(), arguments[3].toInt(), arguments[4].toInt(),
+                         arguments[5].toInt());
+        return lookAtGnome(part, arguments[6]) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     return EXIT_FAILURE;
 }
