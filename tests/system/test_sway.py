@@ -1,4 +1,5 @@
 """The main job on sway: pictures by the compositor's own copy, overlays on its layer above everything."""
+import re
 import signal
 import subprocess
 import unittest
@@ -71,6 +72,45 @@ class OnTwoOutputs(MainJob, SwayTest):
         self.assertEqual(len(whole) - 1000, len(rest))
         self.assertEqual(whole[1000:], rest)
         self.assertTrue(program.running())
+
+
+    def test_printing_after_the_overlays_have_gone(self):
+        desktop = self.desktop
+        self.start()
+        area = (200, 100, 200, 150)
+        self.select(B, area)
+        middle = (B.width // 2 - 20, B.height // 2 - 20, 40, 40)
+        desktop.key("ctrl+p")
+        desktop.wait_until_over()
+        wait_for(lambda: desktop.pixels(B, middle) != pattern(middle) or desktop.pixels(A, middle) != pattern(middle), "the dialog")
+        desktop.key("Return")
+        paper = desktop.home / "Vellumora.pdf"
+        wait_for(lambda: paper.exists() and paper.read_bytes().rstrip().endswith(b"%%EOF"), "the paper")
+        subprocess.run(["pdfimages", "-png", str(paper), str(desktop.folder / "paper")], check=True)
+        self.assert_same_pixels(desktop.pixels_of(desktop.folder / "paper-000.png"), pattern(area))
+
+
+class OnABus(SwayTest):
+    def make_desktop(self):
+        return Sway(bus=True)
+
+    def test_the_menu_of_the_tray_captures(self):
+        desktop = self.desktop
+        self.start()
+        panel = Process(desktop, "panel", [desktop.helpers / "panel"])  # later than the program
+        item = panel.says("item").split()[1]
+
+        def call(method, *arguments):
+            return desktop.run("gdbus", "call", "--session", "-d", item, "-o", "/MenuBar", "-m", f"com.canonical.dbusmenu.{method}",
+                               "--", *arguments)
+
+        def entry():
+            return re.search(r"<\((\d+), \{[^}]*'label': <'Capture", call("GetLayout", "0", "-1", "[]"))
+
+        call("Event", wait_for(entry, "the menu")[1], "clicked", '<"">', "0")
+        desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
 
 
 class Turned(SwayTest):

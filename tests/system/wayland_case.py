@@ -148,6 +148,23 @@ class MainJob:
             self.assertTrue(any(got[at:at + 3] == bytes((255, 59, 48)) for at in around), f"no ink near {x, y}")
             self.assertTrue(any(got[at:at + 3] != plain[at:at + 3] for at in around))
 
+    def test_the_own_settings_window_is_not_in_the_picture(self):
+        desktop = self.desktop
+        self.start()
+        self.assertEqual(desktop.start("--ajustes").status(), 0)
+
+        def with_settings():
+            """The output on which they are, where they do not show what the witness does, and where on it."""
+            places = [(output, (x, y, 60, 40)) for output in self.outputs[:2] for x, y in
+                      ((output.width // 2 - 30, output.height // 2 - 20), (200, 300))]
+            return next((place for place in places if desktop.pixels(*place) != pattern(place[1])), None)
+
+        output, place = wait_for(with_settings, "the settings")
+        self.select(output, place)
+        self.copy("Return", place[2:])
+        self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), pattern(place))
+        wait_for(with_settings, "the settings to come back")
+
     def test_saving_from_the_panel_on_the_overlay(self):
         desktop = self.desktop
         output = self.outputs[1]

@@ -249,7 +249,7 @@ def readable_copies():
         atexit.register(shutil.rmtree, folder, ignore_errors=True)
         folder.chmod(0o755)
         program = Path(PROGRAM)
-        for path in (program, program.parent / "libvellumora.so", *HELPERS.glob("wayland-*")):
+        for path in (program, program.parent / "libvellumora.so", HELPERS / "panel", *HELPERS.glob("wayland-*")):
             if path.exists():
                 Path(shutil.copy2(path, folder)).chmod(0o755)
         readable_copies.folder = folder
