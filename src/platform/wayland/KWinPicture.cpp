@@ -64,18 +64,16 @@ std::optional<Layout> layoutOf(const QVariantMap &description)
 {
     constexpr int mostPixels = 32768; // along one side
     const auto number = [&](const char *key) { return description.value(QLatin1String(key)).toInt(); };
-    const Layout layout{.size = {number("width"), number("height")},
-                        .stride = number("stride"),
-                        .format = static_cast<QImage::Format>(number("format"))};
     constexpr QImage::Format known[]
         = {QImage::Format_RGB32,    QImage::Format_ARGB32,   QImage::Format_ARGB32_Premultiplied,
            QImage::Format_RGBX8888, QImage::Format_RGBA8888, QImage::Format_RGBA8888_Premultiplied};
-    const QSize size = layout.size;
+    const auto *format = std::ranges::find(known, number("format"), [](QImage::Format f) { return int(f); });
+    const QSize size(number("width"), number("height"));
+    const int stride = number("stride");
     const bool readable = description.value(QStringLiteral("type")) == QStringLiteral("raw")
-                          && std::ranges::find(known, layout.format) != std::end(known) && !size.isEmpty()
-                          && size.width() <= mostPixels && size.height() <= mostPixels
-                          && layout.stride == size.width() * 4;
-    return readable ? std::optional(layout) : std::nullopt;
+                          && format != std::end(known) && !size.isEmpty() && size.width() <= mostPixels
+                          && size.height() <= mostPixels && stride == size.width() * 4;
+    return readable ? std::optional(Layout{.size = size, .stride = stride, .format = *format}) : std::nullopt;
 }
 
 QCoro::Task<Answer> take(QString screen)

@@ -106,11 +106,13 @@ void OutputCopies::ask(Copy &copy)
     copy.image = SharedBuffers::picture(buffer);
 }
 
+// The session that begins with the pictures does not begin within an event of the
+// compositor, or none of its own would come.
 void OutputCopies::end(Copy &copy, bool copied)
 {
     copy.state = copied ? Copy::State::copied : Copy::State::failed;
     if (complete())
-        emit finished();
+        QMetaObject::invokeMethod(this, &OutputCopies::finished, Qt::QueuedConnection);
 }
 
 bool OutputCopies::complete() const
