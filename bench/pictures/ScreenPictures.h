@@ -2,18 +2,20 @@
 
 #include <QImage>
 
-// Screens of 3840 × 2160 pixels as people have them, opaque and the same on every run.
+// Draws screens of 3840 × 2160 pixels as people have them, opaque and the same on
+// every run.
 namespace ScreenPictures {
 
-// Wallpaper, a panel and several windows full of text in many sizes.
+// Shows wallpaper, a panel and several windows full of text in many sizes.
 [[nodiscard]] QImage desktop();
-// One editor from edge to edge, coloured text on dark.
+// Shows one editor from edge to edge, with coloured text on a dark ground.
 [[nodiscard]] QImage editor();
-// The desktop with a photograph over its left half.
+// Shows the desktop with a photograph over its left half.
 [[nodiscard]] QImage photo();
-// Windows before a photograph as a file keeps it, enlarged to the screen.
+// Shows windows in front of a photograph as it is stored in a file, enlarged to the
+// screen.
 [[nodiscard]] QImage wallpaper();
-// Nothing repeats: the worst case, not a screen.
+// Shows noise in which nothing repeats: the worst case rather than a real screen.
 [[nodiscard]] QImage noise();
 
 } // namespace ScreenPictures

@@ -2,6 +2,7 @@
 
 #include "base/Fonts.h"
 #include "l10n/L10n.h"
+#include "settings/LabelColors.h"
 #include "updater/Version.h"
 
 #include <QApplication>
@@ -9,7 +10,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPalette>
-#include <QPointer>
 #include <QVBoxLayout>
 
 namespace {
@@ -19,22 +19,13 @@ constexpr double nameSize = 17;
 constexpr double textSize = 11;
 constexpr double gapSize = 6;
 constexpr int paragraphSpacing = 4;
-constexpr double secondaryOpacity = 0.65; // of the text colour
-constexpr double tertiaryOpacity = 0.35;
+constexpr int sideMargin = 36;
+constexpr int endMargin = 24; // above and below
+constexpr int rowSpacing = 8;
 
-QString faded(double opacity)
+QString span(const QString &text, const QColor &color)
 {
-    QColor color = QApplication::palette().color(QPalette::WindowText);
-    return QStringLiteral("rgba(%1, %2, %3, %4)")
-        .arg(color.red())
-        .arg(color.green())
-        .arg(color.blue())
-        .arg(opacity);
-}
-
-QString span(const QString &text, double opacity)
-{
-    return QStringLiteral("<span style=\"color: %1\">%2</span>").arg(faded(opacity), text.toHtmlEscaped());
+    return QStringLiteral("<span style=\"color: %1\">%2</span>").arg(color.name(), text.toHtmlEscaped());
 }
 
 // An empty one is as high as a line of that size.
@@ -61,7 +52,7 @@ QLabel *centred(const QString &text, const QFont &font, QWidget &panel)
     return label;
 }
 
-QDialog *makePanel(const std::function<void(const QUrl &)> &openLink)
+QDialog *makeWindow(const std::function<void(const QUrl &)> &openLink)
 {
     auto *panel = new QDialog;
     panel->setAttribute(Qt::WA_DeleteOnClose);
@@ -75,8 +66,8 @@ QDialog *makePanel(const std::function<void(const QUrl &)> &openLink)
     QObject::connect(credits, &QLabel::linkActivated, panel,
                      [openLink](const QString &address) { openLink(QUrl(address)); });
     auto *rows = new QVBoxLayout(panel);
-    rows->setContentsMargins(36, 24, 36, 24);
-    rows->setSpacing(8);
+    rows->setContentsMargins(sideMargin, endMargin, sideMargin, endMargin);
+    rows->setSpacing(rowSpacing);
     rows->addWidget(icon);
     rows->addWidget(centred(QStringLiteral("Vellumora"), Fonts::system(nameSize, QFont::Bold), *panel));
     rows->addWidget(centred(Version::current(), Fonts::system(textSize), *panel));
@@ -87,31 +78,31 @@ QDialog *makePanel(const std::function<void(const QUrl &)> &openLink)
 
 } // namespace
 
-namespace AboutPanel {
+AboutPanel::AboutPanel(std::function<void(const QUrl &)> openLink) : m_openLink(std::move(openLink)) {}
 
-void show(const std::function<void(const QUrl &)> &openLink)
+AboutPanel::~AboutPanel() { delete m_window; }
+
+void AboutPanel::show()
 {
-    static QPointer<QDialog> open;
-    if (!open)
-        open = makePanel(openLink);
-    open->show();
-    open->raise();
-    open->activateWindow();
+    if (!m_window)
+        m_window = makeWindow(m_openLink);
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
 }
 
-QString credits()
+QString AboutPanel::credits()
 {
     const QString about = L10n::t(u"Capturas de pantalla rápidas.\nTus capturas no salen de tu ordenador.");
     const QString separator = QStringLiteral("\u00a0\u00a0\u00a0·\u00a0\u00a0\u00a0");
+    const QPalette palette = QApplication::palette();
     QString text;
     for (const QString &line : about.split(u'\n'))
-        text += paragraph(span(line, secondaryOpacity), textSize);
+        text += paragraph(span(line, LabelColors::secondary(palette)), textSize);
     text += paragraph({}, textSize);
-    text += paragraph(link(L10n::web().host(), L10n::web()) + span(separator, tertiaryOpacity)
+    text += paragraph(link(L10n::web().host(), L10n::web()) + span(separator, LabelColors::tertiary(palette))
                           + link(L10n::t(u"Aviso legal"), L10n::legal()),
                       textSize);
     text += paragraph({}, gapSize);
     return text + paragraph(link(L10n::t(u"☕ Invítame a un café"), L10n::cafe()), textSize);
 }
-
-} // namespace AboutPanel

@@ -1,18 +1,29 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QUrl>
 
 #include <functional>
 
-// Who made the program, and where it lives.
-namespace AboutPanel {
+class QDialog;
 
-// Returns at once; openLink is called with the address of every link that is
-// clicked. A second call while it shows only brings it to the front.
-void show(const std::function<void(const QUrl &)> &openLink);
+// The window that says who made the program and where it lives.
+class AboutPanel {
+public:
+    // Calls openLink with the address of every link that is clicked.
+    explicit AboutPanel(std::function<void(const QUrl &)> openLink);
+    // Closes the window.
+    ~AboutPanel();
+    Q_DISABLE_COPY_MOVE(AboutPanel)
 
-// The credits as rich text, centred.
-[[nodiscard]] QString credits();
+    // Opens the window, or brings it to the front where it shows already.
+    void show();
 
-} // namespace AboutPanel
+    // Returns the credits as rich text, centred.
+    [[nodiscard]] static QString credits();
+
+private:
+    const std::function<void(const QUrl &)> m_openLink;
+    QPointer<QDialog> m_window;
+};

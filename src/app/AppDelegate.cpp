@@ -1,14 +1,11 @@
 #include "app/AppDelegate.h"
 
-#include "app/AboutPanel.h"
-#include "app/PermissionAlert.h"
 #include "base/Log.h"
 #include "capture/Capture.h"
 #include "capture/CaptureSession.h"
 #include "hotkey/Prefs.h"
 #include "hotkey/ShortcutForm.h"
 #include "l10n/L10n.h"
-#include "overlay/output/Printing.h"
 #include "platform/Memory.h"
 #include "platform/Platform.h"
 #include "settings/SettingsWindow.h"
@@ -33,22 +30,25 @@ constexpr auto captureIsGone = 1s; // with its windows and pictures
 AppDelegate::AppDelegate(Platform &platform, CommandLine commandLine)
     : m_platform(platform)
     , m_commandLine(std::move(commandLine))
+    , m_about([this](const QUrl &address) { m_platform.desktop->openWeb(address); })
+    , m_permissionAlert([this] { openAccessSettings(); })
     , m_updater(*platform.updates, *platform.desktop, UpdateKey::pem())
 {
     prepareUpdater();
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate() { m_platform.hotKeys->onBindingChanged = nullptr; }
 
 void AppDelegate::prepareUpdater()
 {
-    m_updater.busy = [this] { return m_session || m_capturing || Printing::isOpen(); };
+    m_updater.busy = [this] { return m_session || m_capturing || m_printing.isOpen(); };
     m_updater.terminate = [this] { terminate(); };
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
     m_hotKey.emplace(*m_platform.hotKeys, [this] { hotKeyPressed(); });
+    m_platform.hotKeys->onBindingChanged = [this] { bindingChanged(); };
     if (!m_commandLine.anyMode)
         takeShortcut();
     buildStatusItem();
@@ -90,9 +90,22 @@ void AppDelegate::buildStatusItem()
     m_menu->showIn(*m_platform.statusItem);
 }
 
-void AppDelegate::refreshMenuTitle()
+void AppDelegate::refreshMenuTitle() { m_menu->setShortcut(shortcutText()); }
+
+// As this program or the desktop has it; empty where neither takes shortcuts.
+QString AppDelegate::shortcutText() const
 {
-    m_menu->setShortcut(ShortcutForm::display(Prefs::shortcut(), *m_platform.keyboard));
+    const HotKeyService &service = *m_platform.hotKeys;
+    if (service.binding() == HotKeyService::Binding::program)
+        return ShortcutForm::display(Prefs::shortcut(), *m_platform.keyboard);
+    return service.boundKeys();
+}
+
+void AppDelegate::bindingChanged()
+{
+    refreshMenuTitle();
+    if (m_settings)
+        m_settings->setBinding(m_platform.hotKeys->binding(), m_platform.hotKeys->boundKeys());
 }
 
 void AppDelegate::captureFromMenu()
@@ -117,7 +130,7 @@ void AppDelegate::capture()
     if (m_platform.screens->accessGranted())
         startCapture();
     else
-        askForPermission();
+        m_permissionAlert.show();
 }
 
 QCoro::Task<void> AppDelegate::startCapture()
@@ -129,7 +142,7 @@ QCoro::Task<void> AppDelegate::startCapture()
         co_return;
     m_capturing = false;
     if (!shots)
-        askForPermission();
+        m_permissionAlert.show();
     if (!shots || shots->empty()) {
         m_updater.captureEnded();
         co_return;
@@ -141,15 +154,14 @@ QCoro::Task<void> AppDelegate::startCapture()
         m_updater.captureEnded();
         QTimer::singleShot(captureIsGone, this, [] { Memory::giveBack(); });
     };
+    m_session->onPrint = [this](const QImage &picture) { m_printing.show(picture); };
     m_session->start(*shots);
 }
 
-void AppDelegate::askForPermission()
+void AppDelegate::openAccessSettings()
 {
-    PermissionAlert::show([this] {
-        if (!m_platform.screens->openAccessSettings())
-            openWeb();
-    });
+    if (!m_platform.screens->openAccessSettings())
+        openWeb();
 }
 
 void AppDelegate::openSettings()
@@ -160,6 +172,7 @@ void AppDelegate::openSettings()
                                                                         .keyboard = *m_platform.keyboardGrab,
                                                                         .loginItem = *m_platform.loginItem,
                                                                         .desktop = *m_platform.desktop});
+        bindingChanged();
         m_settings->onShortcut = [this](const Shortcut &proposed) { return changeShortcut(proposed); };
     }
     m_settings->present();
@@ -173,10 +186,7 @@ bool AppDelegate::changeShortcut(const Shortcut &proposed)
     return taken;
 }
 
-void AppDelegate::openAbout()
-{
-    AboutPanel::show([this](const QUrl &address) { m_platform.desktop->openWeb(address); });
-}
+void AppDelegate::openAbout() { m_about.show(); }
 
 void AppDelegate::openWeb() { m_platform.desktop->openWeb(L10n::web()); }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "app/AboutPanel.h"
 #include "app/CommandLine.h"
+#include "app/PermissionAlert.h"
 #include "app/StatusMenu.h"
 #include "hotkey/HotKey.h"
+#include "overlay/output/Printing.h"
 #include "updater/Updater.h"
 
 #include <QCoroTask>
@@ -15,13 +18,13 @@ class CaptureSession;
 class SettingsWindow;
 struct Platform;
 
-// The application: owns the status item, the hot key, the settings window and
-// the capture in progress, of which there is never more than one.
+// Owns the status item, the hot key, the settings window and the capture in
+// progress, of which there is never more than one.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    // The platform must outlive it.
+    // Takes the platform, which must outlive this object.
     AppDelegate(Platform &platform, CommandLine commandLine);
     ~AppDelegate() override;
 
@@ -35,16 +38,18 @@ public:
     void openWeb();
     void checkUpdates();
 
-    // Ends the program, whatever is going on: gives keyboard and screens back and
-    // asks no window whether it wants to close.
+    // Ends the program, whatever is going on: gives back the keyboard and the
+    // screens and asks no window whether it may close.
     void terminate();
 
 private:
     void takeShortcut();
     void buildStatusItem();
     void refreshMenuTitle();
+    void bindingChanged();
+    [[nodiscard]] QString shortcutText() const;
     void hotKeyPressed();
-    void askForPermission();
+    void openAccessSettings();
     QCoro::Task<void> startCapture();
     void prepareUpdater();
     [[nodiscard]] bool changeShortcut(const Shortcut &proposed);
@@ -53,8 +58,11 @@ private:
     const CommandLine m_commandLine;
     std::optional<HotKey> m_hotKey;
     std::optional<StatusMenu> m_menu;
+    AboutPanel m_about;
+    PermissionAlert m_permissionAlert;
     std::unique_ptr<SettingsWindow> m_settings;
     std::unique_ptr<CaptureSession> m_session; // present exactly while overlays show
     bool m_capturing = false;                  // the screens are being read
+    Printing m_printing;
     Updater m_updater;
 };

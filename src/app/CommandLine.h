@@ -5,9 +5,9 @@
 
 #include <optional>
 
-// What the program was started for.
+// Holds what the program was started for.
 struct CommandLine {
-    // A picture to work on and a folder to write to.
+    // Names a picture to work on and a folder to write to.
     struct PictureRun {
         QString picture;
         QString folder;
@@ -18,17 +18,17 @@ struct CommandLine {
     bool capture = false;  // "--capturar"
     bool settings = false; // "--ajustes"
 
-    // One of "--demo", "--prueba-halo" and "--selftest" is present, with its
-    // arguments or without: no hot key and no update check then.
+    // Tells whether "--demo", "--prueba-halo" or "--selftest" is present, even
+    // without its arguments. There is no hot key and no update check then.
     bool anyMode = false;
     std::optional<PictureRun> demo = std::nullopt;
     std::optional<PictureRun> haloTest = std::nullopt;
     std::optional<QString> selfTest = std::nullopt; // the folder
 
-    std::optional<QString> unknown = std::nullopt; // the first argument that means nothing
+    std::optional<QString> unknown = std::nullopt; // the first unknown argument
 
-    // The arguments without the program's own name. A mode whose arguments are
-    // missing is ignored, and so is what stands in their place.
+    // Parses the arguments, without the program's own name. A mode whose arguments
+    // are missing is ignored, together with whatever stands in their place.
     [[nodiscard]] static CommandLine parse(const QStringList &arguments);
 
     [[nodiscard]] static QString helpText();

@@ -1,12 +1,24 @@
 #pragma once
 
+#include <QPointer>
+
 #include <functional>
 
-// Says that the system does not let the program see the screens. A second call
-// while it shows only brings it to the front.
-namespace PermissionAlert {
+class QMessageBox;
 
-// Returns at once; openSettings is called when the user wants to change that.
-void show(const std::function<void()> &openSettings);
+// The alert that says that the system does not let the program see the screens.
+class PermissionAlert {
+public:
+    // Calls openSettings when the user wants to change that.
+    explicit PermissionAlert(std::function<void()> openSettings);
+    // Closes the alert.
+    ~PermissionAlert();
+    Q_DISABLE_COPY_MOVE(PermissionAlert)
 
-} // namespace PermissionAlert
+    // Opens the alert and returns, or brings it to the front where it shows already.
+    void show();
+
+private:
+    const std::function<void()> m_openSettings;
+    QPointer<QMessageBox> m_box;
+};

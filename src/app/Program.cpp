@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
+#include "base/Log.h"
 #include "l10n/L10n.h"
 #include "modes/DemoMode.h"
 #include "modes/HaloTestMode.h"
@@ -9,6 +10,7 @@
 #include "platform/Ending.h"
 #include "platform/Platform.h"
 #include "platform/SingleInstance.h"
+#include "platform/StateFolder.h"
 #include "updater/SystemProxies.h"
 #include "updater/Version.h"
 
@@ -129,6 +131,7 @@ int run(int argc, char **argv)
     auto claimed = makeSingleInstance();
     if (const auto status = answeredByAnother(*claimed, line))
         return *status;
+    Log::keepIn(stateFolder());
     if (!displayReady(line))
         return EXIT_FAILURE;
     QApplication::setApplicationName(QStringLiteral("Vellumora"));

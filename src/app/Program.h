@@ -1,5 +1,5 @@
 #pragma once
 
-// All of the program except its door: what main() does when nobody else can do
-// it. Answers the status to end with.
+// Runs the whole program. main() calls this function only when no running instance
+// has taken the request over. Returns the exit status.
 extern "C" int runProgram(int argc, char **argv);

@@ -42,5 +42,6 @@ void StatusMenu::showIn(StatusItem &item) { item.show(m_menu); }
 
 void StatusMenu::setShortcut(const QString &display)
 {
-    m_capture->setText(L10n::t(u"Capturar") + QStringLiteral("   ") + literalText(display));
+    const QString title = L10n::t(u"Capturar");
+    m_capture->setText(display.isEmpty() ? title : title + QStringLiteral("   ") + literalText(display));
 }

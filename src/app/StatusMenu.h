@@ -6,7 +6,7 @@
 
 class StatusItem;
 
-// The menu of the tray icon.
+// Builds the menu of the tray icon.
 class StatusMenu final {
 public:
     struct Actions {
@@ -22,11 +22,11 @@ public:
 
     void showIn(StatusItem &item);
 
-    // The shortcut as it is displayed, such as "⇧⌘X".
+    // Shows the shortcut in its displayed form, such as "⇧⌘X", or none.
     void setShortcut(const QString &display);
 
 private:
-    // A menu whose shortcuts work while it is open; Qt only shows them.
+    // Makes the shortcuts of a menu work while it is open; Qt only shows them.
     class Menu final : public QMenu {
     protected:
         void keyPressEvent(QKeyEvent *event) override;

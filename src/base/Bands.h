@@ -6,16 +6,16 @@
 
 class QPainter;
 
-// Cuts large repaints into bands: one still lies in the processor's cache when it
-// is painted upon a second time, and several are painted at once.
+// Cuts large repaints into bands: a band is still in the processor's cache when it
+// is painted over a second time, and several bands can be painted at once.
 namespace Bands {
 
 using Paint = std::function<void(QPainter &painter, const QRegion &band)>;
 
-// Calls paint for each band of the region, in no order, with a painter in the
-// same space as the one given, which counts in device pixels. Whatever is large is
-// painted by several threads, so paint must not change anything. Returns when all
-// of it has been painted.
+// Calls paint once for each band of the region, in no particular order and with a
+// painter in the same space as the one given. The region is in device pixels.
+// Several threads share a large region, so paint must not change anything. Returns
+// when the whole region has been painted.
 void draw(QPainter &painter, const QRegion &exposed, const Paint &paint);
 
 } // namespace Bands

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QVariant>
 
-// The user-defaults store and the keys that the program owns in it.
+// Stores the user's defaults under the keys that the program owns.
 namespace Defaults {
 
 inline constexpr QStringView shortcutKey = u"shortcut";
@@ -15,9 +15,10 @@ inline constexpr QStringView updateAddressKey = u"urlActualizacion";
 inline constexpr QStringView updateMarkKey = u"actualizacionEnCurso";
 inline constexpr QStringView putOffKey = u"actualizacionAplazada";
 
-// Invalid when nothing is stored.
+// Returns an invalid value when nothing is stored.
 [[nodiscard]] QVariant value(QStringView key);
-// Written to disk at once. A store that cannot be written loses the value.
+// Writes the value to disk at once. If the store cannot be written, the value is
+// lost.
 void setValue(QStringView key, const QVariant &value);
 void remove(QStringView key);
 

@@ -3,7 +3,7 @@
 #include <QEasingCurve>
 #include <QPointF>
 
-// The usual curves of animation: cubic Bézier curves from (0, 0) to (1, 1).
+// Provides the usual animation curves: cubic Bézier curves from (0, 0) to (1, 1).
 namespace Easing {
 
 [[nodiscard]] inline QEasingCurve bezier(QPointF first, QPointF second)

@@ -2,6 +2,7 @@
 
 #include <QString>
 
-// Returns the text for a menu or a button that would take a single ampersand as
-// the mark of a key and underline what follows it.
+// Returns the text with every ampersand doubled, for menus and buttons, which would
+// otherwise take an ampersand as the mark of a mnemonic and underline the next
+// letter.
 [[nodiscard]] inline QString literalText(QString text) { return text.replace(u'&', QStringLiteral("&&")); }

@@ -7,7 +7,8 @@
 #include <QSizeF>
 #include <QString>
 
-// Drawing in a space whose y grows upwards; all measures in points.
+// Draws text and panels in a space whose y grows upwards. All measures are in
+// points.
 namespace Painting {
 
 // Restores the painter when it goes out of scope.
@@ -23,29 +24,31 @@ private:
 
 enum class Digits { asInFont, sameWidth };
 
-// A piece of text on one line.
+// Describes a piece of text on one line.
 struct Label {
     QString text;
     QFont font;
     QColor color = Qt::white;
-    // Same width keeps a changing number from trembling.
+    // Digits of the same width keep a changing number from trembling.
     Digits digits = Digits::asInFont;
-    // How many times larger the font is than the text, for sizes that are not
-    // whole: Qt rounds the size of a font to pixels before it draws.
+    // The font is this many times larger than the text. Qt rounds the size of a
+    // font to whole pixels before it draws; drawing a large font scaled down gives
+    // sizes in between.
     double enlarged = 1;
 };
 
 [[nodiscard]] QSizeF sizeOf(const Label &label);
-// Upright, with the lower left corner of its line box at the given point.
+// Draws the text upright, with the lower left corner of its line box at the given
+// point.
 void drawText(QPainter &painter, QPointF lowerLeft, const Label &label);
-// The same in a widget's own space, whose y grows downwards.
+// Draws the text in a widget's own space, whose y grows downwards.
 void drawTextDownwards(QPainter &painter, QPointF upperLeft, const Label &label);
 
-// A rounded rectangle, with a border of one point inside its edge when the
+// Draws a rounded rectangle, with a border of one point inside its edge if the
 // border's colour is valid.
 void drawPanel(QPainter &painter, const QRectF &rect, double radius, const QColor &fill,
                const QColor &border = {});
-// A panel with fully rounded ends.
+// Draws a panel with fully rounded ends.
 void drawPill(QPainter &painter, const QRectF &rect, const QColor &fill, const QColor &border);
 
 } // namespace Painting

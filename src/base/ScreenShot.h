@@ -4,11 +4,11 @@
 #include <QScreen>
 #include <QSizeF>
 
-// One display as it was when the capture began. A plain record that any room
-// may name.
+// Holds one display as it was when the capture began. Any room may name this plain
+// record.
 struct ScreenShot {
     QScreen *screen = nullptr;
     QImage image;     // device pixels, top row first, opaque
-    double scale = 1; // pixels per point, also fractional
+    double scale = 1; // pixels per point, perhaps fractional
     QSizeF pointSize; // image size divided by scale
 };

@@ -10,13 +10,13 @@
 class ScreenGrabber;
 class WindowPlacer;
 
-// Still pictures of every screen.
+// Takes still pictures of every screen.
 namespace Capture {
 
-// Begins a session with the placer and reads the screens. Returns their pictures
-// in the order of the system's screens; none when no screen could be matched,
-// nothing when the system refused or failed, be it for one screen only. The
-// session goes on only when there are pictures.
+// Begins a session with the placer and reads the screens. Returns their pictures in
+// the order of the system's screens: none if no screen could be matched, absent if
+// the system refused or a single screen could not be read. The session stays open
+// only when there are pictures.
 [[nodiscard]] QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrabber &grabber,
                                                                                     WindowPlacer &placer);
 

@@ -146,3 +146,12 @@ void CaptureSession::finish()
     if (const auto finished = std::exchange(onFinish, nullptr))
         finished();
 }
+
+// The dialog comes up on a screen that is no longer covered.
+void CaptureSession::print(const QImage &picture)
+{
+    const auto open = std::exchange(onPrint, nullptr);
+    finish();
+    if (open)
+        open(picture);
+}

@@ -13,26 +13,30 @@ class Desktop;
 class OverlayWindow;
 class WindowPlacer;
 
-// The windows of one capture, from the moment the screens freeze to the moment
-// they are given back.
+// Manages the windows of one capture, from the moment the screens freeze until they
+// are given back.
 class CaptureSession final : public QObject, public OverlaySession {
     Q_OBJECT
 
 public:
-    // Both must outlive the session.
+    // Takes the placer and the desktop, which must both outlive the session.
     CaptureSession(WindowPlacer &placer, Desktop &desktop);
     ~CaptureSession() override;
 
-    // Called once, when everything is closed.
+    // Called once, when every window is closed.
     std::function<void()> onFinish;
+    // Called when the user wants the picture on paper, after onFinish.
+    std::function<void(const QImage &picture)> onPrint;
 
-    // Covers every screen with its own picture and gives the keyboard to the
-    // one under the pointer. The windows are in the order of the pictures.
+    // Covers every screen with its own picture and gives the keyboard to the window
+    // under the pointer. The windows are in the order of the pictures.
     void start(const std::vector<ScreenShot> &shots);
 
     void selectionStarted(OverlayView &in) override;
-    // Gives back keyboard, focus and pointer. A second call does nothing.
+    // Gives back the keyboard, the focus and the pointer. A second call does
+    // nothing.
     void finish() override;
+    void print(const QImage &picture) override;
 
     [[nodiscard]] const std::vector<std::unique_ptr<OverlayWindow>> &windows() const { return m_windows; }
     [[nodiscard]] OverlayWindow *keyWindow() const { return m_keyWindow; }
@@ -50,7 +54,7 @@ private:
     WindowPlacer &m_placer;
     Desktop &m_desktop;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
-    OverlayWindow *m_keyWindow = nullptr; // who is meant to have the keyboard
-    bool m_awaitingPointer = false;       // nobody knew which screen it is on
+    OverlayWindow *m_keyWindow = nullptr; // the one that should have the keyboard
+    bool m_awaitingPointer = false;       // nobody knew which screen the pointer is on
     bool m_finished = false;
 };

@@ -8,7 +8,7 @@ class Desktop;
 class OverlaySession;
 class OverlayView;
 
-// The window that covers one screen and holds its editor.
+// Covers one screen and holds its editor.
 class OverlayWindow final : public QWidget {
     Q_OBJECT
 

@@ -12,9 +12,9 @@
 #include <span>
 #include <vector>
 
-// The shape of the glow: strokes along the outline of a selection that fade away
-// softly, one upon the other, and a crisp line where the selection ends. Device
-// pixels, y downwards.
+// Computes the shape of the glow: strokes along the outline of a selection that lie
+// upon each other and fade away softly, and a crisp line where the selection ends.
+// Everything is in device pixels, y downwards.
 class HaloBand {
 public:
     struct Ring {
@@ -28,9 +28,9 @@ public:
 
     struct Shape {
         QRectF selection = {};
-        QRect hole = {};    // what must not be tinted: every pixel of the selection
+        QRect hole = {};    // every pixel of the selection, which must not be tinted
         double scale = 1;   // pixels per point
-        double swell = 1;   // how much larger than at rest the soft glow is, about the middle
+        double swell = 1;   // how many times larger than at rest the soft glow is, about its middle
         double opacity = 1; // of the soft glow
 
         bool operator==(const Shape &) const = default;
@@ -39,15 +39,15 @@ public:
     explicit HaloBand(const Shape &shape);
 
     [[nodiscard]] const Shape &shape() const { return m_shape; }
-    // Covers what the glow may touch of a screen, or only what the line and so
-    // many of the innermost rings do.
+    // Returns the pixels of a screen that the glow may touch, or only those that
+    // the line and so many of the innermost rings may touch.
     [[nodiscard]] QRegion area(const QRect &screen, std::size_t innermost = rings.size()) const;
-    // Computes the glow over these pixels into a tile, whose memory serves again.
+    // Computes the glow over these pixels into a tile, whose memory is reused.
     void fill(HaloTile &tile, const QRect &pixels) const;
 
 private:
-    // Pixels along one axis, without the end. Far enough from the corners only
-    // the distance to the nearest side counts.
+    // Describes a half-open range of pixels along one axis. Far enough from the
+    // corners only the distance to the nearest side counts.
     struct Stretch {
         int begin, end;
     };
@@ -58,7 +58,7 @@ private:
     void coverPart(int y, int left, std::span<std::uint8_t> coverage) const;
 
     Shape m_shape;
-    QRectF m_outline; // that the rings follow
-    double m_reach;   // how far from it the outermost is seen
+    QRectF m_outline; // the rings follow it
+    double m_reach;   // how far from the outline the outermost ring is seen
     std::vector<float> m_falloff;
 };

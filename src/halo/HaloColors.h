@@ -5,15 +5,15 @@
 #include <array>
 #include <cstddef>
 
-// The colours of the glow, all the way round the selection.
+// Provides the colours of the glow all the way round the selection.
 namespace HaloColors {
 
 struct Color {
     double red, green, blue; // sRGB, 0 to 1
 };
 
-// At equal distances round the circle; the last is the first, so that there is
-// no seam.
+// Lists the colours at equal distances round the circle. The last is the first
+// again, so that there is no seam.
 inline constexpr std::array<Color, 6> colors{{{0.31, 0.49, 1.0},
                                               {0.55, 0.36, 0.96},
                                               {0.91, 0.29, 0.85},
@@ -21,13 +21,14 @@ inline constexpr std::array<Color, 6> colors{{{0.31, 0.49, 1.0},
                                               {0.22, 0.78, 1.0},
                                               {0.31, 0.49, 1.0}}};
 
-// One circle; so fine that neighbours differ by less than a shade of 255.
+// Divides the circle so finely that neighbours differ by less than one shade of
+// 255.
 inline constexpr std::size_t steps = 4096;
 using Table = std::array<QRgb, steps>;
 
-// Fills the table with opaque colours by direction: entry i is for i / steps of
-// a circle, counter-clockwise from the right. The first colour points straight
-// up and is turned on by that part of a circle, which is not negative.
+// Fills the table with opaque colours by direction: entry i is for i / steps of a
+// circle, counter-clockwise from the right. The first colour points straight up,
+// turned on by that part of a circle, which is not negative.
 void fill(Table &table, double turn);
 
 } // namespace HaloColors

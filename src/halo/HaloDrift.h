@@ -5,16 +5,17 @@
 #include <array>
 #include <cstddef>
 
-// Knows how far the colours on the screen lag behind the turning ones. Where the
-// glow is faint a whole frame changes less than the eye, or the screen, can tell,
-// and most of the glow is faint.
+// Keeps track of how far the colours on the screen lag behind the turning ones.
+// Most of the glow is so faint that one frame changes it by less than the eye, or
+// the screen, can tell.
 class HaloDrift {
 public:
-    // Notes that everything shows the colours of this turn, a part of a circle.
+    // Records that every ring shows the colours of this turn, a part of a circle.
     void reset(double turn) { m_shown.fill(turn); }
 
-    // Returns how many of the rings, from the innermost on, have to be repainted
-    // with this turn, being a shade of 255 off or more; they count as repainted.
+    // Returns how many of the rings, from the innermost outwards, have to be
+    // repainted at this turn because the last of them is off by a shade of 255 or
+    // more. They count as repainted from then on.
     [[nodiscard]] std::size_t catchUp(double turn);
 
 private:

@@ -1,31 +1,31 @@
 #pragma once
 
-// A flash of the glow: gentle for a new selection, strong for a copy.
+// Names the flashes of the glow: gentle for a new selection, strong for a copy.
 enum class Pulse { gentle, strong };
 
-// What moves at the glow, as a function of time alone. Times are seconds on any
-// clock that never runs backwards.
+// Computes the motion of the glow as a function of time alone. Times are seconds on
+// any clock that never runs backwards.
 class HaloMotion {
 public:
     static constexpr double restOpacity = 0.85;
 
-    // What a pulse makes of the glow at one moment.
+    // Describes what a pulse makes of the glow at one moment.
     struct Flash {
-        double swell = 1; // how much larger the glow is
+        double swell = 1; // how many times larger the glow is
         double opacity = restOpacity;
     };
 
-    // Starts the turning of the colours, unless they turn already.
+    // Starts turning the colours, unless they turn already.
     void startSpin(double now);
     // Ends spin and pulse; the colours stay where they are.
     void stop(double now);
-    // Makes everything stand still, or go on where it stood.
+    // Pauses all motion, or resumes it where it stood.
     void setPaused(bool paused, double now);
     // Starts a pulse in place of one that is still running.
     void pulse(Pulse kind, double now);
 
-    // Returns how far round the colours have gone, counter-clockwise; 1 is a
-    // whole turn.
+    // Returns how far the colours have turned, counter-clockwise; 1 is a whole
+    // turn.
     [[nodiscard]] double turn(double now) const;
     [[nodiscard]] Flash flash(double now) const;
     [[nodiscard]] bool pulsing(double now) const;
@@ -39,9 +39,9 @@ private:
     bool m_paused = false;
     bool m_spinning = false;
     double m_pausedAt = 0;
-    double m_lost = 0;   // spent paused
-    double m_start = 0;  // of the spin, on the clock without pauses
-    double m_turned = 0; // before that
+    double m_lost = 0;   // seconds spent paused
+    double m_start = 0;  // when the spin began, on the clock without pauses
+    double m_turned = 0; // turns made before the spin began
     double m_pulseStart = 0;
     double m_pulseLasts = 0; // zero without a pulse
     double m_pulseSwell = 1;

@@ -11,30 +11,31 @@
 class QImage;
 class QPainter;
 
-// The glow over a rectangle of pixels: how much of its colour each takes, and in
-// which direction from the middle of the selection it lies. Both stay the same
-// while the colours turn, so a frame only looks the colours up. With the ground
-// it does not even read the screen, whose rows are far apart in memory.
+// Holds the glow over a rectangle of device pixels: how much of the glow's colour
+// each pixel takes, and in which direction from the middle of the selection it
+// lies. Both stay the same while the colours turn, so a frame only looks the
+// colours up. A tile with a ground need not even read the screen, whose rows are
+// far apart in memory.
 struct HaloTile {
-    // Changes the rectangle; what was in the tile is void.
+    // Changes the rectangle. The former contents of the tile become invalid.
     void setPixels(const QRect &rect);
 
-    // Takes along what shows through the glow, out of a picture in whose pixels
-    // the rectangle counts and which covers all of it.
+    // Stores what shows through the glow, taken from a picture that covers the
+    // whole rectangle and in whose pixels the rectangle counts.
     void setGround(const QImage &picture);
 
-    // Returns where a pixel is in the vectors; y counts downwards as the
-    // rectangle does.
+    // Returns the index of a pixel in the vectors; y counts downwards as in the
+    // rectangle.
     [[nodiscard]] std::size_t indexOf(int x, int y) const;
 
-    // Paints a part of it with a painter that counts in device pixels: upon what
-    // is there already, or in its place where there is a ground.
+    // Paints a part of the tile with a painter that counts in device pixels:
+    // blended over what is already there or, with a ground, in its place.
     void paint(QPainter &painter, const QRect &part, const HaloColors::Table &colors) const;
 
     QRect pixels;
-    std::vector<std::uint8_t> coverage;   // row by row from the top; 255 is all colour
+    std::vector<std::uint8_t> coverage;   // row by row from the top; 255 is the colour alone
     std::vector<std::uint16_t> direction; // index into the table of colours
-    std::vector<QRgb> ground;             // as much of it as shows through; perhaps empty
+    std::vector<QRgb> ground;             // what shows through the glow; empty without a ground
 
 private:
     void lookUp(QRgb *line, std::size_t from, std::size_t count, const HaloColors::Table &colors) const;

@@ -37,7 +37,6 @@ QRegion takePiece(QRegion &region)
 
 HaloView::HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion)
     : m_space(size, scale)
-    , m_scale(scale)
     , m_reduceMotion(std::move(reduceMotion))
 {
     m_clock.start();
@@ -62,12 +61,11 @@ void HaloView::update(const std::optional<QRectF> &rect)
     if (hides) {
         m_band.reset();
     } else {
-        const QRectF down = m_space.toWidget(*rect);
         HaloBand::Shape shape
             = m_band ? m_band->shape() : HaloBand::Shape{.opacity = HaloMotion::restOpacity};
-        shape.selection = {down.topLeft() * m_scale, down.size() * m_scale};
+        shape.selection = m_space.toDevice(*rect);
         shape.hole = m_space.toPixels(*rect);
-        shape.scale = m_scale;
+        shape.scale = m_space.scale();
         startSpin();
         if (m_band && m_band->shape() == shape)
             return goOn();
@@ -203,7 +201,7 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
 {
     if (m_band) {
         const Painting::Saved saved(painter);
-        painter.scale(1 / m_scale, 1 / m_scale); // from here on in pixels
+        painter.scale(1 / m_space.scale(), 1 / m_space.scale()); // from here on in pixels
         const QRegion pixels = m_space.pixelsOf(exposed);
         if (kept())
             paintKept(painter, pixels);

@@ -18,31 +18,31 @@
 
 class QPainter;
 
-// The coloured glow round the selection. It is a picture that its owner paints
-// between the frozen screen and everything drawn upon it, and so never in the
-// way of the mouse. Selections are in view points, y upwards; what has to be
-// painted is in widget points, y downwards.
+// Draws the coloured glow round the selection. The glow is not a widget but a
+// picture, which its owner paints between the frozen screen and everything drawn
+// upon it, so it never gets in the way of the mouse. Selections are in view points,
+// y upwards; regions to paint are in widget points, y downwards.
 class HaloView final : public QObject {
 public:
-    // Takes the size of the screen in points, its pixels per point, and the
-    // user's wish for stillness, which is asked for whenever something would
-    // begin to move.
+    // Takes the size of the screen in points, its device pixels per point, and a
+    // function that tells whether the user wants reduced motion. The function is
+    // called whenever something is about to move.
     HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion);
 
-    // Tells that a part of the screen looks different now and should be painted:
-    // as often as HaloPacing allows, and never while nothing moves.
+    // Called with a part of the screen that looks different now and should be
+    // painted: as often as HaloPacing allows, and never while nothing moves.
     std::function<void(const QRegion &)> onFrame;
 
-    // Gives it the screen as it looks beneath the glow, in device pixels. A
-    // picture that is not RGB32 or does not reach as far as the screen is not
-    // used: the glow is then blended upon what has been painted.
+    // Sets the picture of the screen as it looks beneath the glow, in device
+    // pixels. A picture that is not RGB32 or does not cover the screen is not used;
+    // the glow is then blended over what has been painted.
     void setGround(const QImage &picture);
-    // Frames this rectangle from the next frame on. There is no glow when it is
-    // absent, or of 2 points and less either way.
+    // Draws the glow round this rectangle from the next frame on. The glow is
+    // hidden when the rectangle is absent, or 2 points or less wide or high.
     void update(const std::optional<QRectF> &rect);
-    // Makes whatever moves stand still, or go on where it stood.
+    // Pauses all motion, or resumes it where it stood.
     void setPaused(bool paused);
-    // Flashes, unless the glow is hidden or the user wants stillness.
+    // Flashes, unless the glow is hidden or the user wants reduced motion.
     void pulse(Pulse kind);
 
     [[nodiscard]] bool isHidden() const { return !m_band; }
@@ -51,8 +51,8 @@ public:
     // Returns whether no frame is under way. A glow that moves never rests.
     [[nodiscard]] bool resting() const { return m_pacing.state() == HaloPacing::State::idle; }
 
-    // Returns where draw() paints all there is and nothing is needed beneath, in
-    // widget points.
+    // Returns the widget points that draw() fills completely, so that nothing need
+    // be painted beneath.
     [[nodiscard]] QRegion covered() const { return kept() ? m_covered : QRegion(); }
     // Draws this part of the glow, in widget points.
     void draw(QPainter &painter, const QRegion &exposed);
@@ -76,7 +76,6 @@ private:
     void paintAnew(QPainter &painter, const QRegion &pixels) const;
 
     const ViewSpace m_space;
-    const double m_scale;
     const std::function<bool()> m_reduceMotion;
     QElapsedTimer m_clock;
     HaloMotion m_motion;
@@ -86,9 +85,9 @@ private:
     HaloDrift m_drift;
 
     std::optional<HaloBand> m_band; // as painted now; absent while hidden
-    std::vector<HaloTile> m_tiles;  // all of the band that has this shape
+    std::vector<HaloTile> m_tiles;  // the whole band, computed for the shape m_tilesOf
     std::optional<HaloBand::Shape> m_tilesOf;
-    QRegion m_covered; // by them, as far as they have a ground
+    QRegion m_covered; // widget points that the tiles fill completely, having a ground
     QImage m_ground;   // null until there is one
 
     QRegion m_tinted;  // pixels that the glow may have touched on the screen

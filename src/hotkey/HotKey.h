@@ -7,18 +7,18 @@
 
 class HotKeyService;
 
-// The program's one global shortcut.
+// Holds the program's one global shortcut.
 class HotKey {
 public:
-    // The service must outlive it. The action is called on the main thread at
-    // every press.
+    // Takes the service, which must outlive this object, and the action, which is
+    // called on the main thread at every press.
     HotKey(HotKeyService &service, std::function<void()> action);
 
-    // Takes the new shortcut and then gives up the one in force. False when the
-    // system refuses; what was in force stays so.
+    // Registers the new shortcut and then gives up the one in force. Returns false
+    // when the system refuses; the one in force then stays.
     [[nodiscard]] bool registerShortcut(const Shortcut &shortcut);
 
-    // The shortcut in force.
+    // Returns the shortcut in force.
     [[nodiscard]] std::optional<Shortcut> shortcut() const { return m_shortcut; }
 
 private:

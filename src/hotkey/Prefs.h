@@ -4,14 +4,14 @@
 
 class LoginItem;
 
-// What the user has chosen, and keeps.
+// Reads and writes the user's preferences.
 namespace Prefs {
 
-// The default when nothing usable is stored.
+// Returns the stored shortcut, or the default when nothing usable is stored.
 [[nodiscard]] Shortcut shortcut();
 void setShortcut(const Shortcut &shortcut);
 
-// The desktop's own state, so a refusal shows as off.
+// Returns the desktop's own state, so a refusal shows as off.
 [[nodiscard]] bool launchAtLogin(const LoginItem &item);
 void setLaunchAtLogin(LoginItem &item, bool wanted);
 

@@ -9,19 +9,19 @@
 
 class KeyboardLayout;
 
-// How a shortcut is shown and how it is saved.
+// Converts a shortcut to its displayed form, and to and from its saved form.
 namespace ShortcutForm {
 
 // Returns the symbols ⌃⌥⇧⌘ in this order and the key's name, such as "⇧⌘X".
 [[nodiscard]] QString display(const Shortcut &shortcut, const KeyboardLayout &layout);
 
-// Returns a localised or symbolic name for special keys, else what the key types on
-// the keyboard's layout, in upper case; "?" when that is nothing.
+// Returns a localised or symbolic name for special keys, otherwise what the key
+// types on the keyboard's layout, in upper case; "?" when it types nothing.
 [[nodiscard]] QString keyName(std::uint32_t keyCode, const KeyboardLayout &layout);
 
 // Returns the saved form, a JSON object.
 [[nodiscard]] QByteArray toJson(const Shortcut &shortcut);
-// Returns nothing for anything else than two whole numbers in range.
+// Returns the shortcut only from two whole numbers in range.
 [[nodiscard]] std::optional<Shortcut> fromJson(const QByteArray &json);
 
 } // namespace ShortcutForm

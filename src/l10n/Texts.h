@@ -4,8 +4,8 @@
 
 #include <span>
 
-// One text in every interface language, in the order of Lang. The Spanish one
-// is also the key, and a row cannot miss a language.
+// Holds one text in every interface language, in the order of Lang. The Spanish
+// text is also the key. A row cannot leave out a language.
 struct Text {
     QStringView es, en, it, fr, de, pt;
 };

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-// What the user has made on one screen so far, in view points. It knows no
+// Holds what the user has made on one screen so far, in view points. It knows no
 // widget and no painter; the collaborators of the overlay read and change it.
 struct EditorState {
     QRectF bounds; // the whole screen
@@ -19,13 +19,14 @@ struct EditorState {
     std::vector<AnnotationPtr> annotations = {};      // oldest first
     std::optional<Annotation> current = std::nullopt; // the mark being drawn; it grows in place
 
-    // Pixelations first, so that they never hide a stroke drawn earlier.
+    // Returns the marks in the order in which they are drawn: pixelations first, so
+    // that they never hide a stroke drawn earlier.
     [[nodiscard]] std::vector<AnnotationPtr> drawOrder() const;
 
-    // Takes the marks along by as much as the selection really moves.
+    // Moves the selection to the target and every mark by the same distance.
     void moveSelectionTo(const QRectF &target);
 
-    // Gives the last mark its hand-drawn stroke back, or takes the mark away
-    // when it has none. Returns false when there is nothing to undo.
+    // Restores the hand-drawn stroke of the last mark, or removes the mark when it
+    // has none. Returns false when there is nothing to undo.
     bool undoLast();
 };

@@ -11,8 +11,8 @@
 
 #include <optional>
 
-// What sets one kind of mark apart from the others. A new kind is a row in the
-// table of Kinds.cpp and a file with its look.
+// Describes what sets one kind of mark apart from the others. A new kind takes one
+// row in the table of Kinds.cpp and one file with its look.
 struct Kind {
     Tool tool;
     QStringView text;       // its name, a key of the texts
@@ -20,7 +20,7 @@ struct Kind {
     QStringView symbol;     // on its button
     bool freehand;          // a stroke that follows the hand; the others have two ends or one origin
     Qt::CursorShape cursor; // inside the selection
-    // Where the second end goes when the hand asks for a regular shape.
+    // Returns where the second end goes when a regular shape is asked for.
     QPointF (*constrained)(QPointF from, QPointF to);
     const Look &look;
 };
@@ -31,5 +31,6 @@ struct Kind {
 [[nodiscard]] QString label(Tool tool);
 [[nodiscard]] inline bool isFreehand(Tool tool) { return kindOf(tool).freehand; }
 [[nodiscard]] inline char16_t keyLetter(Tool tool) { return kindOf(tool).letter; }
-// Returns the tool that a letter of either case chooses; absent for any other letter.
+// Returns the tool that the letter, in either case, chooses; absent for any other
+// letter.
 [[nodiscard]] std::optional<Tool> toolForLetter(QChar letter);

@@ -7,7 +7,7 @@
 class QPainter;
 struct Annotation;
 
-// How the marks of one kind are drawn, and which part of the view that touches.
+// Tells how marks of one kind are drawn and which part of the view they touch.
 // Everything is in view points, y upwards.
 struct Look {
     using Boxes = std::vector<QRectF>;

@@ -8,18 +8,22 @@
 struct Annotation;
 class ViewSpace;
 
-// Which part of the screen a mark touches. A frame touches little of the screen
-// it goes round, and only that little has to be repainted.
+// Computes which part of the screen a mark touches. A rectangle's outline touches
+// little of the area that it encloses, and only that little has to be repainted.
 namespace MarkFootprint {
 
-// Returns boxes that together hold all that the mark touches, in view points.
+// Returns boxes that together hold every pixel that the mark touches, in view
+// points.
 [[nodiscard]] Look::Boxes boxes(const Annotation &mark);
-// Returns the same in widget points, y downwards, rounded outwards.
+// Returns the region that the mark touches, in widget points, y downwards, rounded
+// outwards.
 [[nodiscard]] QRegion of(const Annotation &mark, const ViewSpace &space);
-// Returns only the end that a freehand stroke has last grown by.
+// Returns the region that the end of a freehand stroke touches, to which the last
+// point was added, in widget points, y downwards.
 [[nodiscard]] QRegion ofLastStep(const Annotation &stroke, const ViewSpace &space);
 
-// A rectangle round all of the mark's geometry, in view points.
+// Returns a rectangle round the mark's geometry, without the width of its lines, in
+// view points.
 [[nodiscard]] QRectF bounds(const Annotation &mark);
 
 } // namespace MarkFootprint

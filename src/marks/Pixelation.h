@@ -10,22 +10,23 @@
 class QPainter;
 struct Annotation;
 
-// The mosaic of one part of the frozen screen, not of the marks above it. A block
-// is worked out when it is first asked for, so that what other mosaics cover costs
-// nothing.
+// Makes a mosaic of one part of the frozen screen, not of the marks above it. The
+// colour of a block is computed when it is first needed, so blocks that other
+// mosaics cover cost nothing.
 class Mosaic {
 public:
-    // Of the part of the frozen screen that the mark covers. It keeps the picture
+    // Takes the part of the frozen screen that the mark covers. Shares the picture
     // of the screen, and so must not outlive the capture.
     explicit Mosaic(const Annotation &mark);
 
-    // There is nothing to paint: the mark is too small or off the frozen screen.
+    // Returns whether there is nothing to paint because the mark is too small or
+    // off the frozen screen.
     [[nodiscard]] bool isNull() const { return m_colours.empty(); }
-    // Paints the exposed pixels of the device that the painter counts in, where
-    // the mark takes up that place. All pixels whose centres lie in it are covered.
-    // Several threads may do so at once.
+    // Paints the exposed part of a mosaic that fills the given place. Both are in
+    // device pixels, in which the painter counts too. A pixel is painted if its
+    // centre lies in the place. Several threads may call this at once.
     void draw(QPainter &painter, const QRectF &place, const QRect &exposed) const;
-    // Those pixels.
+    // Returns the device pixels that a mosaic at this place covers.
     [[nodiscard]] static QRect covered(const QRectF &place);
 
 private:
@@ -35,12 +36,12 @@ private:
     QImage m_screen;
     QRect m_part; // of the screen, device pixels
     QSize m_blocks;
-    mutable std::vector<QRgb> m_colours; // row by row from the top; transparent while not known
+    mutable std::vector<QRgb> m_colours; // row by row from the top; transparent until computed
 };
 
 namespace Pixelation {
 
-// How many device pixels of the screen one block stands for at a scale.
+// Returns the side of one block in device pixels at a scale of pixels per point.
 [[nodiscard]] int blockSide(double scale);
 
 } // namespace Pixelation

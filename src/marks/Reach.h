@@ -5,16 +5,18 @@
 #include <QPointF>
 #include <QPolygonF>
 
-// The boxes that lines and outlines lie in, soft edges included. View points.
+// Computes the boxes that lines and outlines lie in, soft edges included, in view
+// points.
 namespace Reach {
 
-// Returns the box with room for a soft edge, and for so much more on every side.
+// Returns the box grown on every side by so many points and by the room for a soft
+// edge.
 [[nodiscard]] QRectF spill(const QRectF &box, double by);
-// Returns the box round the points; empty points make an empty box.
+// Returns the box round the points; it is empty when there are none.
 [[nodiscard]] QRectF boxOf(const QPolygonF &points);
-// Adds the boxes of a straight line that reaches that far to its sides.
+// Adds boxes for a straight line that extends so many points to either side.
 void addLine(Look::Boxes &boxes, QPointF from, QPointF to, double reach);
-// Returns the boxes of all the lines from each point to the next.
+// Returns boxes for the lines from each point to the next.
 [[nodiscard]] Look::Boxes along(const QPolygonF &outline, double reach);
 
 } // namespace Reach

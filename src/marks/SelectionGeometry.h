@@ -6,21 +6,23 @@
 #include <array>
 #include <optional>
 
-// Where the eight handles of a selection are and what dragging one does. View
-// points, y upwards; every rectangle normalised.
+// Computes where the eight handles of a selection are and what dragging one does.
+// Everything is in view points, y upwards; every rectangle is normalised.
 namespace SelectionGeometry {
 
-// Counter-clockwise from the bottom left corner.
+// Returns the centres of the handles, counter-clockwise from the bottom left
+// corner.
 [[nodiscard]] std::array<QPointF, 8> handlePoints(const QRectF &selection);
-// The squares that the handles are drawn in.
+// Returns the squares that the handles are drawn in.
 [[nodiscard]] std::array<QRectF, 8> handleRects(const QRectF &selection);
-// The first handle, in their order, that a press at the point grabs.
+// Returns the number of the first handle that a press at the point grabs.
 [[nodiscard]] std::optional<int> handleAt(const QRectF &selection, QPointF point);
 
-// A handle may be dragged across the opposite edge: the rectangle then turns
-// over instead of stopping.
+// Returns the selection with one handle dragged to a point. Across the opposite
+// edge, the rectangle turns over instead of stopping.
 [[nodiscard]] QRectF resized(const QRectF &selection, int handle, QPointF to);
-// Stops at the edges of the bounds, which begin at the origin.
+// Returns the selection moved as far as the bounds allow, which begin at the
+// origin.
 [[nodiscard]] QRectF moved(const QRectF &selection, QPointF by, const QRectF &bounds);
 
 } // namespace SelectionGeometry

@@ -6,17 +6,17 @@
 
 struct Annotation;
 
-// How a text mark is set: one line, from the point where its base line begins.
+// Lays out a text mark: one line, which starts where its baseline begins.
 namespace TextShape {
 
 [[nodiscard]] QFont font(double size); // points of the view
-// The outlines of the glyphs in view space. A text longer than any screen is
-// wide is cut off.
+// Returns the outlines of the glyphs in view space. A text that is wider than any
+// screen is cut off.
 [[nodiscard]] QPainterPath path(const Annotation &mark);
-// Of the whole line, in points.
+// Returns the width of the whole line in points.
 [[nodiscard]] double width(const QString &text, double size);
 
-// The size of a text written with this line width.
+// Returns the font size, in points, that goes with a line width.
 [[nodiscard]] double sizeFor(double lineWidth);
 
 } // namespace TextShape

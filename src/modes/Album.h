@@ -4,15 +4,16 @@
 #include <QImage>
 #include <QString>
 
-// A folder that pictures are written into. Says the path of each on standard
-// output, and on standard error which could not be written.
+// Writes pictures into a folder. Prints the path of each on standard output, and a
+// sentence on standard error for each that could not be written.
 class Album {
 public:
     explicit Album(const QString &folder) : m_folder(folder) {}
 
-    // As PNG, by its name without extension.
+    // Writes the picture as a PNG file. The name is without extension.
     void add(const QString &name, const QImage &picture);
 
+    // Returns whether every picture has been written.
     [[nodiscard]] bool complete() const { return m_complete; }
 
 private:

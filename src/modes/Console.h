@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-// What the modes say to whoever started them, a line at a time.
+// Prints the messages of the modes, one line at a time.
 namespace Console {
 
 inline void say(const QString &line)

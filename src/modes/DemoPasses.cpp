@@ -80,6 +80,7 @@ void DemoPasses::startNext()
     environment.insert(QStringLiteral("VELLUMORA_IDIOMA"), L10n::code(pass.lang));
     environment.insert(QStringLiteral("HOME"), m_home.path());
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.path() + u'/' + pass.toText());
+    environment.insert(QStringLiteral("XDG_STATE_HOME"), m_home.path() + u'/' + pass.toText());
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] { handOn(process); });

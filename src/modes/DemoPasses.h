@@ -11,25 +11,27 @@
 #include <optional>
 #include <vector>
 
-// One run through the demonstration. Language and scale of a process are fixed
-// from its start, so each pass is a process of its own.
+// Describes one run through the demonstration. A process cannot change its language
+// and scale once it has started, so each pass is a process of its own.
 struct DemoPass {
     Lang lang = Lang::en;
-    int scale = 1;      // pixels a point
-    bool whole = false; // not only what has texts
+    int scale = 1;      // pixels per point
+    bool whole = false; // all scenes, not only those with texts
 
-    // What the process above has told this one.
+    // Returns the pass that the parent process has assigned to this one; absent
+    // when this process was not started for a pass.
     [[nodiscard]] static std::optional<DemoPass> ofThisProcess();
     [[nodiscard]] QString toText() const;
 };
 
-// Starts the passes, as many at a time as there are processors.
+// Runs the passes, as many at a time as there are processors.
 class DemoPasses {
 public:
-    // What every pass is started with.
+    // Takes the arguments that every pass is started with.
     explicit DemoPasses(QStringList arguments);
 
-    // Hands their output on and answers 0 when all of them have succeeded.
+    // Runs all passes and forwards their output. Returns the exit status: 0 when
+    // every pass has succeeded, otherwise 1.
     [[nodiscard]] int run();
 
 private:

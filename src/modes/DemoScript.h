@@ -6,22 +6,22 @@
 #include <functional>
 #include <vector>
 
-// The scenes of the demonstration: what a user does with a frozen screen, one
+// Holds the scenes of the demonstration: what a user does with a frozen screen, one
 // thing after another, each on a screen of its own.
 namespace DemoScript {
 
-// Takes the picture that the scene is about.
+// Receives each picture that a scene takes.
 using Camera = std::function<void(const QImage &)>;
 
 struct Scene {
     QString name;
-    bool texts; // worth seeing in every language
-    // Plays on that picture at so many pixels a point; false when something
-    // that it shows did not come about.
+    bool texts; // whether the scene is worth seeing in every language
+    // Plays the scene on a picture of the screen, with scale pixels per point.
+    // Returns false when something that the scene shows did not come about.
     std::function<bool(const QImage &screen, double scale, const Camera &camera)> play;
 };
 
-// In their order, the shapes last.
+// Returns the scenes in their order, the shapes last.
 [[nodiscard]] const std::vector<Scene> &scenes();
 [[nodiscard]] QStringList names();
 

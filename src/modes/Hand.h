@@ -7,8 +7,8 @@
 
 class QWidget;
 
-// A hand with a mouse and a keyboard for one widget. Positions are widget points,
-// y downwards; what it does arrives at once.
+// Acts as a hand with a mouse and a keyboard on one widget. Positions are widget
+// points, y downwards. Every event is delivered at once.
 class Hand {
 public:
     explicit Hand(QWidget &widget) : m_widget(widget) {}
@@ -18,9 +18,10 @@ public:
     void hover(QPointF to); // without a button
     void release();
 
-    // From the first point through all others, a step at a time.
+    // Presses at the first point, moves in small steps through all others and
+    // releases.
     void drag(const QList<QPointF> &path);
-    // As drag, but the button stays down at the end.
+    // Does the same as drag(), but keeps the button down at the end.
     void stroke(const QList<QPointF> &path);
     void click(QPointF at);
     void turnWheel(QPointF at, int notches);

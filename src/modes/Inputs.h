@@ -5,14 +5,15 @@
 
 #include <optional>
 
-// What the modes are given.
+// Checks what the modes are given.
 namespace Inputs {
 
-// The picture as a frozen screen; absent after a sentence on standard error.
+// Returns the picture as a frozen screen; absent after a sentence on standard
+// error.
 [[nodiscard]] std::optional<QImage> screenFrom(const QString &picture);
 
-// Whether files can be written into the folder, which is made if need be; if
-// not, after a sentence on standard error.
+// Returns whether files can be written into the folder, which is created if needed.
+// If not, a sentence has gone to standard error.
 [[nodiscard]] bool folderReady(const QString &folder);
 
 } // namespace Inputs

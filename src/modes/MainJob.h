@@ -9,13 +9,13 @@
 class OverlayView;
 struct Platform;
 
-// What the program is for, from the screens to the clipboard, done once for a
-// report. Each step needs the ones before.
+// Does the program's main job once, from the screens to the clipboard, and reports
+// on each step. Each step needs the ones before.
 class MainJob {
 public:
     MainJob(Platform &platform, Report &report, Album &album);
 
-    // Whether all of it works.
+    // Returns whether every step works.
     [[nodiscard]] bool run();
 
 private:

@@ -4,15 +4,15 @@
 #include <QPointF>
 #include <QStringList>
 
-// A stroke for every shape that the recogniser knows, as an unsteady hand would
-// draw it; always the same one.
+// Provides a stroke for every shape that the recogniser knows, as an unsteady hand
+// would draw it. A stroke is the same on every call.
 namespace SampleStrokes {
 
-// The recogniser's names.
+// Returns the recogniser's names of the shapes.
 [[nodiscard]] QStringList names();
 
-// Round a middle, y downwards, about twice as wide as the radius; all in
-// points. Empty for a name that is none.
+// Returns a stroke round a middle, y downwards, about twice as wide as the radius,
+// all in points. Empty for an unknown name.
 [[nodiscard]] QList<QPointF> stroke(const QString &name, QPointF middle, double radius);
 
 } // namespace SampleStrokes

@@ -38,11 +38,7 @@ void describeMachine(Report &report)
                 QStringLiteral("%1 %2 on %3")
                     .arg(qEnvironmentVariable("XDG_CURRENT_DESKTOP", QStringLiteral("no desktop")),
                          qEnvironmentVariable("XDG_SESSION_TYPE"), QGuiApplication::platformName()));
-    const QString logFolder = QFileInfo(Log::path()).path();
-    report.note(QStringLiteral("log"),
-                QFileInfo::exists(logFolder)
-                    ? Log::path()
-                    : QStringLiteral("none; make the folder %1 to have one").arg(logFolder));
+    report.note(QStringLiteral("log"), Log::path());
     for (const QScreen *screen : QGuiApplication::screens())
         report.note(QStringLiteral("screen"),
                     QStringLiteral("%1: %2 × %3 points at (%4, %5), %6 pixels a point")

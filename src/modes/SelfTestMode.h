@@ -8,9 +8,9 @@ struct Platform;
 // something does not work.
 namespace SelfTestMode {
 
-// Captures for real and writes pictures and "report.txt" into the folder. The
-// overlays show for a moment. Answers the status to end with: 0 when a capture
-// can be taken, marked and copied, whatever else is missing.
+// Takes a real capture and writes pictures and "report.txt" into the folder. The
+// overlays show for a moment. Returns the exit status: 0 when a capture can be
+// taken, marked and copied, whatever else is missing.
 [[nodiscard]] int run(Platform &platform, const QString &folder);
 
 } // namespace SelfTestMode

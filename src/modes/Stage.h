@@ -10,33 +10,34 @@
 
 #include <functional>
 
-// One editor on an imaginary screen, with nobody in front of it: everything
-// stands still unless it is asked to move, and nothing is heard.
+// Puts one editor on an imaginary screen with nobody in front of it: everything
+// stands still unless it is told to move, and nothing makes a sound.
 class Stage {
 public:
-    // The picture fills the screen; scale is pixels per point.
+    // Takes the picture that fills the screen, and the screen's pixels per point.
     Stage(const QImage &picture, double scale);
 
     [[nodiscard]] OverlayView &view() { return m_view; }
     [[nodiscard]] Hand &hand() { return m_hand; }
 
-    // Places in parts of the width and the height from the top left corner.
+    // Returns a place in widget points, given as parts of the width and the height
+    // from the top left corner.
     [[nodiscard]] QPointF at(double x, double y) const;
 
     void setMoving(bool moving) { m_desktop.moving = moving; }
-    // Handles events until the condition holds; false when it never does, or when
-    // the program is to end.
+    // Handles events until the condition holds. Returns false when it does not
+    // within a few seconds, or when the program is to end.
     [[nodiscard]] static bool wait(const std::function<bool()> &condition);
 
-    // Handles events for so long; false at once when the program is to end.
+    // Handles events for so long. Returns false at once when the program is to end.
     static bool linger(int milliseconds);
 
-    // What is on the screen of any window, in device pixels.
+    // Returns what a window shows, in device pixels.
     [[nodiscard]] static QImage pixelsOf(QWidget &window);
 
-    // What is on the screen, once it is at rest.
+    // Returns what the editor shows once the glow is at rest.
     [[nodiscard]] QImage picture();
-    // The same at this very moment.
+    // Returns what the editor shows at this moment.
     [[nodiscard]] QImage pictureNow();
 
 private:
@@ -44,6 +45,7 @@ private:
     public:
         void selectionStarted(OverlayView &) override {}
         void finish() override {}
+        void print(const QImage &) override {}
     };
 
     class QuietDesktop final : public Desktop {

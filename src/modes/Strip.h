@@ -3,5 +3,5 @@
 #include <QImage>
 #include <QList>
 
-// Pictures of the same height side by side, in device pixels.
+// Returns the pictures side by side. All have the same height in device pixels.
 [[nodiscard]] QImage strip(const QList<QImage> &pictures);

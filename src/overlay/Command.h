@@ -1,4 +1,4 @@
 #pragma once
 
-// What keys and buttons of the editor can ask for.
+// Names what keys and buttons of the editor can ask for.
 enum class Command { close, copy, save, print, undo, selectAll, pickColor };

@@ -1,14 +1,18 @@
 #pragma once
 
 class OverlayView;
+class QImage;
 
-// What an overlay asks of the capture it belongs to.
+// Answers what an overlay asks of the capture it belongs to.
 class OverlaySession {
 public:
-    // One screen has a selection at a time: the others lose theirs.
+    // Called when an overlay starts a selection. Only one screen has a selection at
+    // a time, so the others lose theirs.
     virtual void selectionStarted(OverlayView &in) = 0;
-    // The capture is over; the overlay goes soon, not at once.
+    // Ends the capture. The overlays are destroyed soon afterwards, not at once.
     virtual void finish() = 0;
+    // Ends the capture and opens the print dialog for its picture.
+    virtual void print(const QImage &picture) = 0;
 
 protected:
     ~OverlaySession() = default;

@@ -4,13 +4,11 @@
 #include "base/Overloaded.h"
 #include "base/Rect.h"
 #include "marks/Kinds.h"
-#include "marks/MarkFootprint.h"
 #include "marks/SelectionGeometry.h"
 #include "overlay/OverlaySession.h"
 #include "overlay/canvas/Loupe.h"
 #include "overlay/canvas/ScreenPixels.h"
 #include "overlay/canvas/ShapeHint.h"
-#include "overlay/canvas/WidthPreview.h"
 #include "overlay/gestures/Cursors.h"
 #include "platform/Desktop.h"
 #include "platform/KeyCodes.h"
@@ -26,7 +24,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto widthShows = 1200ms;
 constexpr auto tipShows = 3s;
 
 } // namespace
@@ -86,20 +83,22 @@ void OverlayView::startDrawing(QPointF at)
     if (*m_state.tool == Tool::text)
         return m_text.startText(at);
     m_drawing.begin(at);
-    update(MarkFootprint::of(*m_state.current, m_space));
-    m_halo.setPaused(true);
+    m_canvas.touchMark(*m_state.current);
+    m_canvas.halo().setPaused(true);
 }
 
 void OverlayView::continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers)
 {
     const Annotation &mark = *m_state.current;
     const bool freehand = isFreehand(mark.tool);
-    const QRegion before = freehand ? QRegion() : MarkFootprint::of(mark, m_space);
+    if (!freehand)
+        m_canvas.touchMark(mark); // where it has been
     m_bars.fadeBar(clamped(to, *m_state.selection));
     m_drawing.extend(to, modifiers.testFlag(Qt::ShiftModifier));
     if (freehand)
-        m_marks.prepareFor(mark);
-    update(before + (freehand ? MarkFootprint::ofLastStep(mark, m_space) : MarkFootprint::of(mark, m_space)));
+        m_canvas.strokeGrew(mark);
+    else
+        m_canvas.touchMark(mark);
 }
 
 // The stroke has become a shape while the button is still down.
@@ -109,9 +108,7 @@ void OverlayView::snapped(const ShapeRecognizer::Result &shape)
     m_drawing.setSnapped();
     Log::write(QStringLiteral("figura: ") + QString::fromStdString(shape.name));
     m_desktop.hapticTick();
-    touch(SnapFade::area(mark));
-    if (!m_desktop.reduceMotion())
-        m_fade.start(mark);
+    m_canvas.showSnap(mark);
 }
 
 void OverlayView::offerShapeHint()
@@ -128,7 +125,7 @@ void OverlayView::finishDrawing()
     m_hold.cancel();
     if (isFreehand(m_state.current->tool))
         offerShapeHint();
-    m_halo.setPaused(false);
+    m_canvas.halo().setPaused(false);
     m_drawing.commit();
 }
 
@@ -176,7 +173,7 @@ void OverlayView::endGesture(QPointF at)
     if (m_drawing.active())
         finishDrawing();
     else if (m_selectionDrag.release())
-        m_halo.pulse(Pulse::gentle);
+        m_canvas.halo().pulse(Pulse::gentle);
     m_bars.fadeBar(std::nullopt);
     m_pointer = at;
     followPointer();
@@ -201,15 +198,15 @@ void OverlayView::startPicking()
     if (underMouse()) // perhaps over a button, which keeps its moves to itself
         m_pointer = m_space.fromWidget(QPointF(mapFromGlobal(QCursor::pos())));
     m_eyedropper.startPicking(m_pointer);
-    touch(Loupe::area(m_pointer));
+    m_canvas.touch(Loupe::area(m_pointer));
     followPointer();
 }
 
 void OverlayView::moveLoupe(QPointF to)
 {
-    touch(Loupe::area(*m_eyedropper.pickPoint()));
+    m_canvas.touch(Loupe::area(*m_eyedropper.pickPoint()));
     m_eyedropper.pointerMoved(to);
-    touch(Loupe::area(to));
+    m_canvas.touch(Loupe::area(to));
 }
 
 void OverlayView::takeColor(QPointF at)
@@ -223,7 +220,7 @@ void OverlayView::takeColor(QPointF at)
 
 void OverlayView::stopPicking()
 {
-    touch(Loupe::area(*m_eyedropper.pickPoint()));
+    m_canvas.touch(Loupe::area(*m_eyedropper.pickPoint()));
     m_eyedropper.stop();
     placeBars();
     followPointer();
@@ -238,25 +235,8 @@ void OverlayView::wheelEvent(QWheelEvent *event)
     if (!step || !m_state.selection || m_output.panelOpen())
         return;
     setLineWidth(KeyCommands::nextLineWidth(m_state.lineWidth, *step));
-    showWidth(m_pointer);
-}
-
-void OverlayView::showWidth(QPointF at)
-{
-    m_sampleAt = at;
     if (m_bars.barShows())
-        sampleWidth(true);
-}
-
-// A sample that shows already follows tool and colour for as long as it shows.
-void OverlayView::sampleWidth(bool anew)
-{
-    const auto draw = [this](QPainter &painter) { WidthPreview::draw(painter, m_state, m_sampleAt); };
-    const QRectF panel = WidthPreview::panel(m_state, m_sampleAt);
-    if (anew)
-        m_widthSample.present(panel, widthShows, draw);
-    else if (m_widthSample.isVisible())
-        m_widthSample.replace(panel, draw);
+        m_widthSample.show(m_pointer);
 }
 
 void OverlayView::keyPressEvent(QKeyEvent *event)

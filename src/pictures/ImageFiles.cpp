@@ -26,6 +26,7 @@ constexpr QByteArrayView zlibHeader("\x78\x5e", 2); // deflate, 32 KiB looked ba
 constexpr QByteArrayView lastBlock("\x03\x00", 2);  // empty, with the end mark that the bands lack
 
 // The encoders read QRgb words and leave alpha out.
+// Null when there is no memory for it.
 QImage asWords(const QImage &picture)
 {
     const bool already
@@ -91,6 +92,8 @@ std::optional<QByteArray> png(const QImage &picture, double scale)
     if (picture.isNull())
         return std::nullopt;
     const QImage words = asWords(picture);
+    if (words.isNull())
+        return std::nullopt;
     const auto bands = QtConcurrent::blockingMapped<QList<std::optional<Band>>>(
         PngBands::cut(words), [&words](Rows rows) { return PngBands::pack(words, rows); });
     if (!std::ranges::all_of(bands, &std::optional<Band>::has_value))
@@ -102,7 +105,10 @@ std::optional<QByteArray> tiff(const QImage &picture, double scale)
 {
     if (picture.isNull())
         return std::nullopt;
-    return TiffFile::write(asWords(picture), pointsPerInch * scale);
+    const QImage words = asWords(picture);
+    if (words.isNull())
+        return std::nullopt;
+    return TiffFile::write(words, pointsPerInch * scale);
 }
 
 std::optional<Both> both(const QImage &picture, double scale)
@@ -110,6 +116,8 @@ std::optional<Both> both(const QImage &picture, double scale)
     if (picture.isNull())
         return std::nullopt;
     const QImage words = asWords(picture);
+    if (words.isNull())
+        return std::nullopt;
     const auto inBackground = QtConcurrent::run(tiff, words, scale);
     auto pngBytes = png(words, scale);
     auto tiffBytes = inBackground.result();

@@ -5,15 +5,15 @@
 
 #include <optional>
 
-// Pictures as the bytes of image files. Scale is device pixels per point and
-// becomes the density: 72 points an inch. A picture is taken as opaque,
-// whatever its alpha says. Nothing comes back for a null picture and when
-// memory for the encoder is refused.
+// Encodes pictures as image files in memory. Scale is device pixels per point and
+// sets the density: 72 points per inch. Pictures are treated as opaque, whatever
+// their alpha says. The result is absent for a null picture and when an encoder
+// fails.
 namespace ImageFiles {
 
-// RGB, 8 bits a channel, marked as sRGB. Uses every core.
+// Encodes as RGB, 8 bits per channel, marked as sRGB. Uses every core.
 [[nodiscard]] std::optional<QByteArray> png(const QImage &picture, double scale);
-// RGB, 8 bits a channel, uncompressed.
+// Encodes as RGB, 8 bits per channel, uncompressed.
 [[nodiscard]] std::optional<QByteArray> tiff(const QImage &picture, double scale);
 
 struct Both {
@@ -21,7 +21,7 @@ struct Both {
     QByteArray tiff;
 };
 
-// Both side by side; returns when both are ready.
+// Encodes both formats in parallel and returns when both are ready.
 [[nodiscard]] std::optional<Both> both(const QImage &picture, double scale);
 
 } // namespace ImageFiles

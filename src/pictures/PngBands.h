@@ -6,8 +6,9 @@
 
 #include <optional>
 
-// A PNG's pixels are one zlib stream. It is cut into bands of rows that are
-// packed apart, each on any core, and joined by writing them one after another.
+// Compresses the pixels of a PNG, which are one zlib stream. The picture is cut
+// into bands of rows; each is compressed on its own, on any core, and the results
+// are joined by writing them one after another.
 namespace PngBands {
 
 struct Rows {
@@ -15,18 +16,19 @@ struct Rows {
     int count = 0;
 };
 
-// A piece of a raw deflate stream that ends on a whole byte, without an end mark.
+// Holds a piece of a raw deflate stream that ends on a whole byte, without an end
+// mark.
 struct Band {
     QByteArray deflated;
-    uint checksum = 1;      // Adler-32 of what was packed
-    qsizetype rawBytes = 0; // how much that was
+    uint checksum = 1;      // Adler-32 of the bytes before compression
+    qsizetype rawBytes = 0; // how many there were
 };
 
-// How the picture is best cut, from the top down.
+// Returns the bands into which the picture is best cut, from the top down.
 [[nodiscard]] QList<Rows> cut(const QImage &picture);
 
-// Filters and packs some rows of a picture whose pixels are QRgb words. Nothing
-// when zlib is refused its memory.
+// Filters and compresses some rows of a picture whose pixels are QRgb words. Absent
+// when zlib gets no memory.
 [[nodiscard]] std::optional<Band> pack(const QImage &picture, Rows rows);
 
 } // namespace PngBands

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-// The filters of PNG for rows of three bytes a pixel.
+// Implements the filters of PNG for rows of three bytes per pixel.
 namespace PngFilter {
 
 struct Row {
@@ -14,14 +14,15 @@ struct Row {
     std::span<const uchar> above; // zeros for the topmost row
 };
 
-// A row as PNG wants it: the filter's number, then the bytes.
+// A Line is a row as PNG stores it: the number of the filter, then the bytes.
 using Line = std::vector<uchar>;
 
+// Writes the row with filter 0, which changes nothing.
 void plain(const Row &row, Line &line);
 
-// Tries all predictions and keeps the one whose residues, read as signed
-// bytes, have the least sum of magnitudes, as the PNG standard recommends for
-// photographs.
+// Tries the four filters that predict and keeps the one whose residues, read as
+// signed bytes, have the smallest sum of magnitudes, as the PNG standard recommends
+// for photographs.
 class LeastSum {
 public:
     void operator()(const Row &row, Line &line);

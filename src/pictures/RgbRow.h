@@ -2,8 +2,8 @@
 
 #include <QImage>
 
-// Three bytes a pixel, red first, from one row of a picture whose pixels are
-// QRgb words. Alpha is left out.
+// Copies one row of a picture whose pixels are QRgb words as three bytes per pixel,
+// red first. Alpha is left out.
 inline void copyRgbRow(const QImage &picture, int row, uchar *to)
 {
     const QRgb *const from = reinterpret_cast<const QRgb *>(picture.constScanLine(row));

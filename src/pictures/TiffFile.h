@@ -7,7 +7,8 @@
 
 namespace TiffFile {
 
-// An uncompressed RGB file from a picture whose pixels are QRgb words.
+// Encodes a picture whose pixels are QRgb words as an uncompressed RGB file. Absent
+// when libtiff fails.
 [[nodiscard]] std::optional<QByteArray> write(const QImage &picture, double dotsPerInch);
 
 } // namespace TiffFile

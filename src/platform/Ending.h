@@ -2,17 +2,17 @@
 
 #include <functional>
 
-// How the program ends when the system wants it to, and how long that may take.
+// Ends the program when the system wants it to, within a limited time.
 namespace Ending {
 
-// From now on a request of the system to end (SIGTERM, SIGINT, or SIGHUP where
-// that is not ignored) does not kill the program but calls the function, once, on
-// the main thread, from the event loop. Whatever hinders the program from ending
-// then has five seconds. Needs the application object.
+// Makes a request of the system to end (SIGTERM, SIGINT, or SIGHUP unless it is
+// ignored) call the function instead of killing the program: once, on the main
+// thread, from the event loop. Whatever then keeps the program from ending has five
+// seconds. Needs the application object.
 void onRequest(std::function<void()> wanted);
 
-// To be called when the event loop is over: what is left to be done, above all
-// handing the clipboard to its manager, has two seconds.
+// Must be called when the event loop is over. What is left to be done, above all
+// handing the clipboard to its manager, then has two seconds.
 void begin();
 
 } // namespace Ending

@@ -1,6 +1,6 @@
 #pragma once
 
-// Whether the desktop starts this program at login. The state is always the
+// Switches starting this program at login on and off. The state is always the
 // desktop's own; errors show only in it.
 class LoginItem {
 public:
@@ -10,7 +10,7 @@ public:
     virtual void enable() = 0;
     virtual void disable() = 0;
 
-    // Whether enabling would work. It is tried out beside the state, which stays
-    // as it is.
+    // Returns whether enabling would work. This is tried out without changing the
+    // state.
     [[nodiscard]] virtual bool canBeEnabled() = 0;
 };

@@ -1,10 +1,10 @@
 #pragma once
 
-// What the allocator of this system is asked for.
+// Controls the system's memory allocator.
 namespace Memory {
 
-// Returns to the system what is free but still held for the next time. Takes a
-// few milliseconds after much has been freed.
+// Returns memory that is free but kept for later use to the system. Takes a few
+// milliseconds after much has been freed.
 void giveBack();
 
 } // namespace Memory

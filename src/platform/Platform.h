@@ -15,7 +15,7 @@
 #include <memory>
 #include <optional>
 
-// Every service of the system that the program runs on. No member is null.
+// Holds every service of the system that the program runs on. No member is null.
 struct Platform {
     std::unique_ptr<ScreenGrabber> screens;
     std::unique_ptr<WindowPlacer> windows;
@@ -32,10 +32,11 @@ struct Platform {
 // environment variable VELLUMORA_PLATAFORMA ("x11", "wayland" or "none") overrules it.
 [[nodiscard]] Platform makePlatform();
 
-// To be called before the application object exists. Prepares the environment
-// of Qt; absent when a display can be opened, else a sentence for the
-// user that says what is missing.
+// Prepares the environment of Qt. Must be called before the application object
+// exists. Absent when a display can be opened, otherwise a sentence for the user
+// that says what is missing.
 [[nodiscard]] std::optional<QString> prepareDisplay();
 
-// The same for a run that needs no display at all, at so many pixels a point.
+// Prepares the environment of Qt for a run that needs no display, with scale pixels
+// per point. Must be called before the application object exists.
 void prepareOffscreen(int scale);

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// A key position with its modifiers. Codes and masks keep the values of the
-// saved form; KeyCodes translates them.
+// Describes a key position with its modifiers. Codes and masks keep the values of
+// the saved form; KeyCodes translates them.
 struct Shortcut {
     static constexpr std::uint64_t shift = 0x20000;
     static constexpr std::uint64_t control = 0x40000;

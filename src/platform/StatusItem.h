@@ -2,15 +2,15 @@
 
 class QMenu;
 
-// The icon in the desktop's tray or panel.
+// Shows the icon in the desktop's tray or panel.
 class StatusItem {
 public:
     virtual ~StatusItem() = default;
 
-    // Shows the icon as soon as there is a place for it, now or later; its
-    // clicks open the menu, for as long as that exists. Where there never is a
-    // place, nothing shows and nothing is said.
+    // Shows the icon as soon as there is a place for it, now or later. Clicks on it
+    // open the menu, for as long as the menu exists. Where there is never a place,
+    // nothing shows and nothing is reported.
     virtual void show(QMenu &menu) = 0;
-    // Whether there is a place for it at the moment.
+    // Returns whether the icon has a place at the moment.
     [[nodiscard]] virtual bool shows() const = 0;
 };

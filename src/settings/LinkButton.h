@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-// A button that looks like a link on a page. Return works it as Space does.
+// Looks like a link on a page. Return activates it as Space does.
 class LinkButton final : public QPushButton {
     Q_OBJECT
 

@@ -4,7 +4,9 @@
 #include "hotkey/Prefs.h"
 #include "hotkey/ShortcutForm.h"
 #include "l10n/L10n.h"
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
+#include "settings/BindByHand.h"
 #include "settings/LabelColors.h"
 #include "settings/LinkButton.h"
 #include "settings/ShortcutRecorder.h"
@@ -31,7 +33,8 @@ constexpr double textSize = 13;
 constexpr double statusSize = 11;
 constexpr double versionSize = 10;
 
-QString hint() { return L10n::t(u"Haz clic y pulsa la combinación. Por defecto ⇧⌘X."); }
+QString howToRecord() { return L10n::t(u"Haz clic y pulsa la combinación. Por defecto ⇧⌘X."); }
+QString howToBind() { return L10n::t(u"Asigna esta orden a una tecla en los ajustes de tu escritorio."); }
 QString refusal() { return L10n::t(u"Ese atajo lo usa otra app. Prueba otro."); }
 
 QLabel *makeLabel(const QString &text, const QFont &font, QWidget *parent)
@@ -69,7 +72,8 @@ SettingsWindow::SettingsWindow(const Services &services)
                            | Qt::WindowCloseButtonHint)
     , m_services(services)
     , m_recorder(new ShortcutRecorder(Prefs::shortcut(), services.layout, services.keyboard, this))
-    , m_status(makeLabel(hint(), Fonts::system(statusSize), this))
+    , m_byHand(new BindByHand(this))
+    , m_status(makeLabel(howToRecord(), Fonts::system(statusSize), this))
     , m_login(new QCheckBox(L10n::t(u"Abrir Vellumora al iniciar sesión"), this))
     , m_version(
           makeLabel(QStringLiteral("Vellumora ") + Version::current(), Fonts::system(versionSize), this))
@@ -79,6 +83,12 @@ SettingsWindow::SettingsWindow(const Services &services)
     build();
     recolour();
     m_recorder->onChange = [this](const Shortcut &proposed) { changeShortcut(proposed); };
+    m_byHand->onCopy = [this](const QString &command) {
+        if (!m_services.desktop.clipboard().offer(
+                {{QStringLiteral("text/plain;charset=utf-8"), command.toUtf8()},
+                 {QStringLiteral("text/plain"), command.toUtf8()}}))
+            m_services.desktop.beep();
+    };
     connect(m_login, &QCheckBox::clicked, this, &SettingsWindow::toggleLogin);
     connect(m_cafe, &LinkButton::clicked, this, &SettingsWindow::openCafe);
     refresh();
@@ -99,7 +109,7 @@ void SettingsWindow::build()
     auto *heading
         = makeLabel(L10n::t(u"Atajo para capturar"), Fonts::system(textSize, QFont::DemiBold), content);
     heading->setBuddy(m_recorder);
-    reserveWidth(*m_status, {hint(), refusal()});
+    reserveWidth(*m_status, {howToRecord(), refusal()});
     m_login->setFont(Fonts::system(textSize));
     auto *footer = new QHBoxLayout;
     footer->setSpacing(footerSpacing);
@@ -112,6 +122,8 @@ void SettingsWindow::build()
     rows->setSpacing(rowSpacing);
     rows->addWidget(heading);
     rows->addWidget(m_recorder, 0, Qt::AlignLeft);
+    rows->addWidget(m_byHand);
+    m_byHand->hide();
     rows->addWidget(m_status);
     rows->addSpacing(afterStatus - rowSpacing);
     rows->addWidget(m_login, 0, Qt::AlignLeft);
@@ -134,9 +146,34 @@ void SettingsWindow::present()
 void SettingsWindow::refresh()
 {
     m_recorder->showShortcut(Prefs::shortcut());
-    m_recorder->setFocus();
+    if (m_binding == HotKeyService::Binding::nobody)
+        m_byHand->setFocus();
+    else
+        m_recorder->setFocus();
     showStatus(Status::hint);
     refreshLogin();
+}
+
+void SettingsWindow::setBinding(HotKeyService::Binding binding, const QString &boundKeys)
+{
+    m_binding = binding;
+    m_boundKeys = boundKeys;
+    const bool byHand = binding == HotKeyService::Binding::nobody;
+    if (byHand)
+        stopRecording();
+    m_recorder->setVisible(!byHand);
+    m_byHand->setVisible(byHand);
+    showStatus(Status::hint);
+}
+
+// What is to be done, or what the desktop has made of it already.
+QString SettingsWindow::hint() const
+{
+    if (m_binding == HotKeyService::Binding::nobody)
+        return howToBind();
+    if (m_binding == HotKeyService::Binding::desktop && !m_boundKeys.isEmpty())
+        return L10n::t(u"Tu escritorio captura con %@.", m_boundKeys);
+    return howToRecord();
 }
 
 void SettingsWindow::stopRecording() { m_recorder->stop(); }

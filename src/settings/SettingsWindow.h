@@ -1,11 +1,12 @@
 #pragma once
 
-#include "platform/Shortcut.h"
+#include "platform/HotKeyService.h"
 
 #include <QWidget>
 
 #include <functional>
 
+class BindByHand;
 class Desktop;
 class KeyboardGrab;
 class KeyboardLayout;
@@ -15,12 +16,13 @@ class QCheckBox;
 class QLabel;
 class ShortcutRecorder;
 
-// The settings: the shortcut, starting at login, and who made this.
+// Shows the settings: the shortcut, whether to start at login, the version, and a
+// link for donations.
 class SettingsWindow final : public QWidget {
     Q_OBJECT
 
 public:
-    // What it needs of the system. Has to outlive the window.
+    // Holds what the window needs of the system. All four must outlive the window.
     struct Services {
         const KeyboardLayout &layout;
         KeyboardGrab &keyboard;
@@ -29,17 +31,22 @@ public:
     };
     explicit SettingsWindow(const Services &services);
 
-    // Proposes a shortcut; true when it is in force from now on. When it is not,
-    // what was in force before still is.
+    // Called with a proposed shortcut. Returns true when it is in force from then
+    // on; otherwise the former one stays in force.
     std::function<bool(const Shortcut &)> onShortcut;
 
-    // Shows the window, up to date, in front of the other programs.
+    // Tells who decides which keys bring a capture, and which keys those are where it
+    // is the desktop. It is this program until something else is told.
+    void setBinding(HotKeyService::Binding binding, const QString &boundKeys);
+
+    // Shows the window, up to date, in front of other programs.
     void present();
 
     void stopRecording();
 
-    // To be told when the shortcut in force was pressed, which a system may
-    // report instead of its keys. True when it is being recorded, and so is now.
+    // Must be called when the shortcut in force was pressed, which a system may
+    // report instead of the key presses. Records the shortcut and returns true if
+    // the recorder is recording; returns false otherwise.
     [[nodiscard]] bool hearShortcut(const Shortcut &inForce);
 
 protected:
@@ -53,6 +60,7 @@ private:
     void refresh();
     void changeShortcut(const Shortcut &proposed);
     void showStatus(Status status);
+    [[nodiscard]] QString hint() const;
     void recolour();
     void refreshLogin();
     void toggleLogin(bool wanted);
@@ -60,7 +68,10 @@ private:
 
     const Services m_services;
     Status m_shown = Status::hint;
+    HotKeyService::Binding m_binding = HotKeyService::Binding::program;
+    QString m_boundKeys;
     ShortcutRecorder *m_recorder;
+    BindByHand *m_byHand; // shows instead of the recorder where nobody takes shortcuts
     QLabel *m_status;
     QCheckBox *m_login;
     QLabel *m_version;

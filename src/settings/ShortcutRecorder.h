@@ -11,18 +11,18 @@
 class KeyboardGrab;
 class KeyboardLayout;
 
-// A button that shows a shortcut. Pressed, it swallows every key until one comes
-// that can be a shortcut, or Escape, or a second press.
+// Shows a shortcut on a button. Once pressed, the button swallows every key until
+// it gets one that can be a shortcut, or Escape, or a second press.
 class ShortcutRecorder final : public QPushButton {
     Q_OBJECT
 
 public:
-    // The services must outlive it.
+    // Takes the layout and the keyboard, which must outlive the button.
     ShortcutRecorder(const Shortcut &shortcut, const KeyboardLayout &layout, KeyboardGrab &keyboard,
                      QWidget *parent);
     ~ShortcutRecorder() override;
 
-    // Called with what was recorded, still before recording ends.
+    // Called with the recorded shortcut just before recording ends.
     std::function<void(const Shortcut &)> onChange;
 
     [[nodiscard]] bool recording() const { return m_recording; }
@@ -30,10 +30,10 @@ public:
     void toggle();
     void stop();
 
-    // Records what was heard in another way than by its keys.
+    // Records a shortcut that was reported otherwise than by its key presses.
     void record(const Shortcut &shortcut);
 
-    // Shows another shortcut than the one recorded last.
+    // Shows a shortcut other than the one recorded last.
     void showShortcut(const Shortcut &shortcut);
 
 protected:
@@ -55,6 +55,6 @@ private:
     KeyboardGrab &m_keyboard;
     Shortcut m_shortcut;
     bool m_recording = false;
-    std::optional<std::uint32_t> m_lastKey; // ended the recording and is still down
+    std::optional<std::uint32_t> m_lastKey; // the key that ended the recording and is still down
     QTimer m_released;
 };

@@ -12,8 +12,8 @@ struct EllipseFit {
     double err;    // mean deviation from the ellipse, relative to its radius
 };
 
-// The ellipse through a ring of evenly spaced points; absent when it would be
-// 4 points or less in radius. An ellipse that is nearly round becomes a circle,
+// Returns the ellipse through a ring of evenly spaced points; absent when a
+// semi-axis is 4 points or less. An ellipse that is nearly round becomes a circle,
 // one that is nearly upright becomes upright.
 [[nodiscard]] std::optional<EllipseFit> ellipseFit(std::span<const Point> points);
 

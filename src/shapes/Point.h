@@ -4,8 +4,8 @@
 
 namespace ShapeRecognizer {
 
-// A place in the caller's coordinates. Nothing but the recognisers that are
-// told so cares which way y grows.
+// Describes a place in the caller's coordinates. Only the recognisers that take yUp
+// depend on which way y grows.
 struct Point {
     double x = 0;
     double y = 0;

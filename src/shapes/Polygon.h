@@ -4,16 +4,17 @@
 
 #include <span>
 
-// Closed polygons, given by their vertices; the last edge runs back to the first.
+// Measures closed polygons, given by their vertices; the last edge runs back to the
+// first.
 namespace ShapeRecognizer {
 
-// Whether no two edges cross. Touching and overlapping edges do not cross.
+// Returns whether no two edges cross. Touching and overlapping edges do not cross.
 [[nodiscard]] bool isSimple(std::span<const Point> polygon);
 
-// How far the points are from the nearest edge on average.
+// Returns the mean distance of the points from the nearest edge.
 [[nodiscard]] double meanDistance(std::span<const Point> points, std::span<const Point> polygon);
 
-// The outline as it is drawn: the first vertex once more at the end.
+// Returns the outline as it is drawn, with the first vertex repeated at the end.
 [[nodiscard]] Points closedOutline(std::span<const Point> polygon);
 
 } // namespace ShapeRecognizer

@@ -4,11 +4,11 @@
 
 #include <span>
 
-// The frame in which a set of points lies straight.
+// Finds the frame in whose axes a set of points is upright.
 namespace ShapeRecognizer {
 
-// Points relative to a centre are turned back by this frame's angle: u along
-// the first axis, v along the second.
+// Describes a turned coordinate system: points relative to the centre are turned
+// back by the angle, which gives u along the first axis and v along the second.
 struct Frame {
     Point centre;
     double angle = 0;
@@ -17,18 +17,20 @@ struct Frame {
     [[nodiscard]] Point toStroke(Point uv) const;
 };
 
-// The middle and half of the size of a set of frame coordinates.
+// Holds the middle and half the size of a set of frame coordinates.
 struct Extents {
     Point middle;
     Point half;
 };
 
-// About the centroid, along the principal axes of the second moments.
+// Returns the frame about the centroid, along the principal axes of the second
+// moments.
 [[nodiscard]] Frame principalFrame(std::span<const Point> points);
 
 [[nodiscard]] Extents extents(std::span<const Point> coordinates);
 
-// Draws an angle that is within 8° of an axis onto it.
+// Returns the direction of an axis for an angle within 8° of it, otherwise the
+// angle itself.
 [[nodiscard]] double snappedToAxis(double angle);
 
 } // namespace ShapeRecognizer

@@ -6,8 +6,8 @@
 
 namespace ShapeRecognizer {
 
-// Returns the same path as n evenly spaced points, the first of them its start. A path
-// without length, or n below 2, comes back as it is.
+// Returns the same path as n evenly spaced points, beginning with its start. A path
+// without length is returned unchanged, and so is any path for n below 2.
 [[nodiscard]] Points resample(std::span<const Point> points, std::size_t n);
 
 } // namespace ShapeRecognizer

@@ -6,7 +6,7 @@
 
 namespace ShapeRecognizer {
 
-// A recognised shape.
+// Holds a recognised shape.
 struct Result {
     std::string name; // "linea", "flecha", "visto", "arco", "circulo", "elipse", "estrella", "triangulo",
                       // "rectangulo", "rombo", "cuadrilatero" or "corazon"

@@ -5,8 +5,9 @@
 #include <optional>
 #include <span>
 
-// The two ways to look at a stroke. Both take its points and the diagonal of its
-// bounding box; the first recogniser that accepts decides.
+// Recognise a stroke as an open or as a closed shape. Both functions take its
+// points and the diagonal of its bounding box; the first recogniser that accepts
+// decides.
 namespace ShapeRecognizer {
 
 [[nodiscard]] std::optional<Result> open(std::span<const Point> points, double diag, bool yUp);

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-// The plane's arithmetic, on points that stand for vectors too.
+// Defines the arithmetic of the plane on points that also stand for vectors.
 namespace ShapeRecognizer {
 
 constexpr Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
@@ -13,9 +13,10 @@ constexpr Point operator*(double s, Point p) { return {s * p.x, s * p.y}; }
 constexpr double dot(Point a, Point b) { return a.x * b.x + a.y * b.y; }
 constexpr double cross(Point a, Point b) { return a.x * b.y - a.y * b.x; }
 
-// On whole coordinates the root is correctly rounded, so equally long vectors
-// compare equal. std::hypot is a unit off now and then, which would break such
-// ties; it only steps in where the squares overflow or vanish.
+// Returns the length of a vector. For whole coordinates the root is correctly
+// rounded, so equally long vectors compare equal. std::hypot is off by one unit now
+// and then, which would break such ties; it is used only where the squares overflow
+// or vanish.
 inline double length(Point v)
 {
     constexpr double vanishing = 1e-290;
@@ -36,7 +37,7 @@ constexpr Point turned(Point p, Point axis)
     return {axis.x * p.x - axis.y * p.y, axis.y * p.x + axis.x * p.y};
 }
 
-// The opposite turn: p in the frame whose first axis is `axis`.
+// Turns p the opposite way: returns p in the frame whose first axis is `axis`.
 constexpr Point inFrame(Point p, Point axis)
 {
     return {axis.x * p.x + axis.y * p.y, axis.x * p.y - axis.y * p.x};

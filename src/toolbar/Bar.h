@@ -8,16 +8,16 @@
 class BarButton;
 class BarEffect;
 
-// The dark, floating panel that holds buttons in a row or a column and is just
-// as large as they need. Its owner says where it is.
+// Holds buttons in a row or a column on a dark, floating panel that is just as
+// large as they need. Its owner decides where it is.
 class Bar final : public QWidget {
     Q_OBJECT
 
 public:
     explicit Bar(Qt::Orientation orientation, QWidget *parent = nullptr);
 
-    // Add something at the end; the bar owns it from then on. A view that is no
-    // button gets the size of one, a decoration covers the whole bar.
+    // Add something at the end; the bar owns it from then on. A view that is not a
+    // button gets the size of one; a decoration covers the whole bar.
     void addButton(BarButton *button);
     void addView(QWidget *view);
     void addSeparator();
@@ -27,14 +27,14 @@ public:
     // Places all that was added and sizes the bar.
     void layoutButtons();
 
-    // Returns how opaque the whole bar is, with its shadow.
+    // Returns the opacity of the whole bar, including its shadow, from 0 to 1.
     [[nodiscard]] double alpha() const;
     void setAlpha(double alpha);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    // Swallow what is done beside the buttons, so that it never reaches the
-    // editor beneath.
+    // Swallow presses and movements beside the buttons, so that they never reach
+    // the editor beneath.
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;

@@ -7,11 +7,11 @@
 
 #include <functional>
 
-// A press answers twice as fast as the pointer passing over.
+// Names how fast the background fades. A press fades twice as fast as hovering.
 enum class Speed { normal, fast };
 
-// One entry of a bar. It is drawn whole and never takes the keyboard from the
-// editor around it.
+// Draws one button of a bar. It never takes the keyboard focus from the editor
+// around it.
 class BarButton final : public QAbstractButton {
     Q_OBJECT
 
@@ -27,13 +27,14 @@ public:
     void setKeyHint(const std::optional<QString> &text);
     void setDotColor(const std::optional<QColor> &color);
 
-    // Lets the background fade from what shows now to what the state asks for.
+    // Starts fading the background from the colour shown now to the one that the
+    // state asks for.
     void refresh(Speed speed);
 
     [[nodiscard]] double preferredWidth() const; // points
     [[nodiscard]] QSize sizeHint() const override;
 
-    // Tell the bar that the button may need another width, or looks different.
+    // Called when the button may need another width, or looks different.
     std::function<void()> onWidthChanged;
     std::function<void()> onLookChanged;
 

@@ -39,6 +39,8 @@ constexpr double dotFromBottom = 2;
 constexpr double gradientAngle = 20 * std::numbers::pi / 180; // radians, rising to the right
 
 constexpr float pressedActiveAlpha = 0.26F;
+constexpr double titleSize = 13; // points
+constexpr double keySize = 11;
 
 const QColor clear = QColor::fromRgbF(1, 1, 1, 0);
 
@@ -48,13 +50,13 @@ QColor white(float alpha) { return QColor::fromRgbF(1, 1, 1, alpha); }
 // show in the time that a frame takes.
 const QFont &titleFont()
 {
-    static const QFont font = Fonts::system(13, QFont::DemiBold);
+    static const QFont font = Fonts::system(titleSize, QFont::DemiBold);
     return font;
 }
 
 const QFont &keyFont()
 {
-    static const QFont font = Fonts::system(11, QFont::DemiBold);
+    static const QFont font = Fonts::system(keySize, QFont::DemiBold);
     return font;
 }
 

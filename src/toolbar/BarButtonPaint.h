@@ -8,7 +8,7 @@
 
 class QPainter;
 
-// What a button of a bar shows.
+// Holds what a button of a bar shows.
 struct BarButtonState {
     QString symbol = {};
     bool isActive = false;                  // stands for the tool in use
@@ -22,17 +22,17 @@ struct BarButtonState {
     bool pressed = false;
 };
 
-// How a button looks, as functions of its state. Points, y downwards.
+// Draws a button as a function of its state. Everything is in points, y downwards.
 namespace BarButtonPaint {
 
-// Returns the fill that the state asks for; all fills are white, so fading from
-// one to another only changes how opaque it is.
+// Returns the fill that the state asks for. All fills are white, so fading from one
+// to another changes only the opacity.
 [[nodiscard]] QColor fill(const BarButtonState &state);
 [[nodiscard]] QColor tint(const BarButtonState &state);
 [[nodiscard]] double preferredWidth(const BarButtonState &state);
 
-// Draws the whole button. The background has its own colour, since it may be on
-// its way to fill().
+// Draws the whole button. The background colour is given apart from the state,
+// since it may still be fading towards fill().
 void draw(QPainter &painter, const QRectF &bounds, const BarButtonState &state, const QColor &background);
 
 } // namespace BarButtonPaint

@@ -3,10 +3,10 @@
 #include <QGraphicsEffect>
 #include <QImage>
 
-// The soft shadow of a bar, which reaches beyond the widget, and the fading of
-// the bar as a whole, so that its buttons do not shine through each other. Bar
-// and shadow are kept as one picture: the glow beneath them is painted anew
-// thirty times a second.
+// Draws the soft shadow of a bar, which reaches beyond the widget, and fades the
+// bar as a whole, so that its buttons do not shine through each other. Bar and
+// shadow are kept as one picture, because the glow beneath them is repainted thirty
+// times a second.
 class BarEffect final : public QGraphicsEffect {
     Q_OBJECT
 
@@ -16,9 +16,10 @@ public:
     [[nodiscard]] double alpha() const { return m_alpha; }
     void setAlpha(double alpha);
 
-    // Makes the picture anew next time: the bar looks different now.
+    // Discards the picture, because the bar looks different now.
     void forget() { m_whole = {}; }
-    // Makes the picture anew every time: the bar may always look different.
+    // Makes the picture anew on every paint, because the bar may look different
+    // each time.
     void keepNothing() { m_keeps = false; }
 
     [[nodiscard]] QRectF boundingRectFor(const QRectF &bar) const override;
@@ -33,6 +34,6 @@ private:
     double m_alpha = 1;
     bool m_keeps = true;
     QImage m_whole;  // null when it has to be made anew
-    QImage m_shadow; // of the last size and scale
+    QImage m_shadow; // for the last size and scale
     QSizeF m_shadowOf;
 };

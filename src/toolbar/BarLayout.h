@@ -3,8 +3,8 @@
 #include <QList>
 #include <QRectF>
 
-// Where the pieces of a bar lie, in points from its top left corner. Everything
-// in it is as far from the top as from the bottom, so it counts either way.
+// Computes where the pieces of a bar lie, in points from its top left corner. Every
+// piece is as far from the top as from the bottom, so y may count either way.
 namespace BarLayout {
 
 inline constexpr double buttonSide = 32; // points; of a button without text
@@ -27,7 +27,7 @@ struct Frames {
 
 [[nodiscard]] Frames layOut(Qt::Orientation orientation, const QList<Item> &items);
 
-// Returns the place of the highlight along the top.
+// Returns the place of the highlight along the top edge.
 [[nodiscard]] QRectF edge(QSizeF bar);
 
 } // namespace BarLayout

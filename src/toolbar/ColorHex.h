@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QString>
 
-// Writes a colour as a number sign and six upper-case hexadecimal digits of its sRGB
-// components, such as "#FF3B30"; the alpha is dropped. Two colours with the
-// same text are the same colour to the program.
+// Returns a colour as a number sign and six upper-case hexadecimal digits of its
+// sRGB components, such as "#FF3B30"; alpha is dropped. Two colours with the same
+// text are the same colour to the program.
 [[nodiscard]] QString hex(const QColor &color);

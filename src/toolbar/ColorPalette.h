@@ -7,15 +7,16 @@
 #include <functional>
 #include <optional>
 
-// The panel that the colour button opens: the drawing colours, the eyedropper
-// and the colours that it picked last.
+// Shows the panel that the colour button opens: the drawing colours, the eyedropper
+// and the recently picked colours.
 class ColorPalette final : public QWidget {
     Q_OBJECT
 
 public:
     explicit ColorPalette(QWidget *parent = nullptr);
 
-    // Tell what was clicked; either may close the palette, through deleteLater().
+    // Called with what was clicked. Either may close the palette, through
+    // deleteLater().
     std::function<void(const QColor &)> onPick;
     std::function<void()> onEyedropper;
 

@@ -6,11 +6,11 @@
 #include <optional>
 #include <variant>
 
-// Where the pieces of the colour palette lie and what a click on it means, in
-// points from its top left corner.
+// Computes where the pieces of the colour palette lie and what a click on it means,
+// in points from its top left corner.
 namespace PaletteGeometry {
 
-inline constexpr int places = 10; // both of fixed and of recent colours
+inline constexpr int places = 10; // the number of fixed colours, and of recent ones
 inline constexpr QSize size{122, 134};
 
 struct Eyedropper {};
@@ -26,8 +26,8 @@ using Hit = std::variant<Eyedropper, FixedColor, RecentColor>;
 [[nodiscard]] QRectF eyedropperRow();
 [[nodiscard]] QRectF recentSlot(int index);
 
-// Returns what a click there means, or nothing where it does nothing. An empty
-// recent slot, and all around it, invites to fill it with the eyedropper.
+// Returns what a click at the point means; absent where it does nothing. A click on
+// an empty recent slot, or round it, chooses the eyedropper, which fills the slot.
 [[nodiscard]] std::optional<Hit> hitAt(QPointF point, int recentColors);
 
 } // namespace PaletteGeometry

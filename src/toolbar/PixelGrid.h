@@ -5,11 +5,11 @@
 
 #include <cmath>
 
-// Where a painter's device has its pixels. On a screen of one and a quarter
-// pixels a point, a widget's whole points lie between them.
+// Aligns drawing with the pixels of a painter's device. On a screen with one and a
+// quarter pixels per point, a widget's whole points lie between pixels.
 namespace PixelGrid {
 
-// Returns the nearest place where a pixel begins.
+// Returns the nearest pixel corner.
 [[nodiscard]] inline QPointF snapped(const QPainter &painter, QPointF point)
 {
     const QTransform toDevice = painter.deviceTransform();
@@ -17,7 +17,7 @@ namespace PixelGrid {
     return toDevice.inverted().map(QPointF{std::round(pixel.x()), std::round(pixel.y())});
 }
 
-// Returns a rectangle with every edge between two pixels.
+// Returns the rectangle with every edge moved to the nearest pixel border.
 [[nodiscard]] inline QRectF snapped(const QPainter &painter, const QRectF &rect)
 {
     return {snapped(painter, rect.topLeft()), snapped(painter, rect.bottomRight())};

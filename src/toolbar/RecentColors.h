@@ -3,12 +3,12 @@
 #include <QColor>
 #include <QList>
 
-// The colours that the eyedropper picked last, newest first, kept between runs.
+// Keeps the colours that the eyedropper picked last, newest first, between runs.
 namespace RecentColors {
 
-// Returns at most ten; entries that are not colours are passed over.
+// Returns at most ten colours; stored entries that are not colours are skipped.
 [[nodiscard]] QList<QColor> colors();
-// Stores a colour at once. One that is there already moves to the front.
+// Stores a colour at once. A colour that is already there moves to the front.
 void add(const QColor &color);
 
 } // namespace RecentColors

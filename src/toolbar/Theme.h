@@ -4,7 +4,7 @@
 
 #include <array>
 
-// The colours that the overlay and its tool bars share, all in sRGB.
+// Defines the colours that the overlay and its tool bars share, all in sRGB.
 namespace Theme {
 
 inline const QColor scrim = QColor::fromRgbF(0, 0, 0, 0.45F); // over the unselected screen
@@ -22,7 +22,7 @@ inline const std::array<QColor, 3> primaryGradient{QColor::fromRgbF(0.31F, 0.49F
 inline const QColor selectionBorder = QColor::fromRgbF(1, 1, 1);
 inline const QColor badgeBackground = QColor::fromRgbF(0, 0, 0, 0.72F); // size badge and hints
 
-// The colours to draw with; the first is the one a capture starts with.
+// Lists the colours to draw with. Every capture starts with the first.
 inline const std::array<QColor, 10> drawColors{
     QColor::fromRgbF(1, 0.23F, 0.19F),     QColor::fromRgbF(1, 0.58F, 0),
     QColor::fromRgbF(1, 0.84F, 0.04F),     QColor::fromRgbF(0.2F, 0.78F, 0.35F),

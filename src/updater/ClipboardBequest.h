@@ -4,14 +4,15 @@
 
 class Clipboard;
 
-// The clipboard's content dies with the program that offers it, so an update
-// hands it on from one version to the next.
+// Hands the clipboard's content on from one version to the next, because it dies
+// with the program that offers it.
 namespace ClipboardBequest {
 
-// All that this program offers on the clipboard; empty when another one does.
+// Returns everything that this program offers on the clipboard; empty when another
+// program owns it.
 [[nodiscard]] QByteArray pack(const Clipboard &clipboard);
 
-// Offers it again, unless something has been copied meanwhile.
+// Offers the packed content again, unless something has been copied meanwhile.
 void offer(const QByteArray &packed, Clipboard &clipboard);
 
 } // namespace ClipboardBequest

@@ -4,13 +4,13 @@
 
 #include <functional>
 
-// How much an answer from the web may bring, all in bytes. A server that drips
-// would hold an answer open for ever, so every stretch of it has a time of its
-// own, the first from the call on.
+// Limits how much an answer from the web may bring, in bytes. A server that sends
+// very slowly would hold an answer open for ever, so every stretch of the answer
+// has a time limit of its own; the first counts from the call.
 struct DownloadLimits {
-    qint64 whole; // at most
+    qint64 whole; // the longest answer that is accepted
     qint64 stretch = whole;
 };
 
-// Is given the bytes as they come; false ends the download.
+// DownloadSink is called with the bytes as they arrive; false ends the download.
 using DownloadSink = std::function<bool(const QByteArray &)>;

@@ -8,13 +8,14 @@
 
 #include <optional>
 
-// What the website offers.
+// Describes the version that the website offers.
 struct Manifest {
     struct Item {
         QString url;
         QString sha256; // 64 hexadecimal digits of either case
-        // The processor that it runs on, as Qt names them ("x86_64", "arm64"),
-        // and the bytes of the download; absent when the manifest does not say.
+        // Architecture that the download runs on, as Qt names it ("x86_64",
+        // "arm64"), and the size of the download in bytes; absent when the manifest
+        // does not say.
         std::optional<QString> arch = std::nullopt;
         std::optional<qint64> size = std::nullopt;
     };
@@ -24,13 +25,13 @@ struct Manifest {
     Item mac;
     std::optional<Item> linux = std::nullopt;
 
-    // Absent when the bytes are not JSON of this form. Keys that mean nothing
-    // are passed over.
+    // Decodes a manifest; absent when the bytes are not JSON of this form. Unknown
+    // keys are ignored.
     [[nodiscard]] static std::optional<Manifest> decode(const QByteArray &json);
 
-    // The download for this platform.
+    // Returns the download for this platform.
     [[nodiscard]] const Item &item() const { return linux ? *linux : mac; }
 
-    // In the language, else in English.
+    // Returns the release notes in the language, otherwise in English.
     [[nodiscard]] std::optional<QString> notas(Lang lang) const;
 };

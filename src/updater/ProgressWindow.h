@@ -4,17 +4,17 @@
 
 class QLabel;
 
-// Says that a version is being downloaded, and how much of it has come. It has
-// no buttons, takes no focus, and cannot be closed by the user: the update goes
-// on without it.
+// Shows that a version is being downloaded, and how much of it has arrived. The
+// window has no buttons, takes no focus, and cannot be closed by the user: the
+// update goes on without it.
 class ProgressWindow final : public QWidget {
 public:
     explicit ProgressWindow(const QString &version);
 
-    // In the middle of the screen, above other windows.
+    // Shows the window in the middle of the screen, above other windows.
     void present();
 
-    // Any unit; nothing is shown when the whole is not known.
+    // Shows how much has arrived, in any unit, unless the whole is unknown.
     void setProgress(qint64 part, qint64 whole);
 
 protected:

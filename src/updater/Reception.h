@@ -10,19 +10,20 @@
 #include <chrono>
 #include <optional>
 
-// One answer on its way into the sink, over all redirections, and the first
-// thing that goes wrong.
+// Receives one answer into the sink, across all redirections, and remembers the
+// first thing that goes wrong.
 class Reception {
 public:
     Reception(QUrl address, const DownloadLimits &limits, std::chrono::milliseconds patience,
               DownloadSink sink);
 
-    // Where to ask next; absent at the end.
+    // Returns the address to ask next; absent at the end.
     [[nodiscard]] std::optional<QUrl> next() const { return m_problem ? std::nullopt : m_next; }
-    // What is left of the time for the stretch in progress.
+    // Returns the time left for the stretch in progress.
     [[nodiscard]] std::chrono::milliseconds timeLeft() const;
 
-    // Takes what comes. To be told when it has finished.
+    // Takes the data of the reply as it arrives. finish() must be called when the
+    // reply has finished.
     void follow(QNetworkReply &reply);
     void finish(QNetworkReply &reply);
     void timeOut();

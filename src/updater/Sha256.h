@@ -6,15 +6,15 @@
 
 struct evp_md_ctx_st;
 
-// The SHA-256 digest of bytes that come in pieces.
+// Computes the SHA-256 digest of bytes that arrive in pieces.
 class Sha256 {
 public:
     Sha256();
 
     void add(const QByteArray &piece);
 
-    // As 64 lower-case hexadecimal digits. To be asked once, at the end; empty
-    // when the library refuses, which no digest equals.
+    // Returns the digest as 64 lower-case hexadecimal digits. Must be called only
+    // once, at the end. Empty, which no digest equals, when OpenSSL fails.
     [[nodiscard]] QByteArray hex();
 
 private:

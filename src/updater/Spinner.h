@@ -3,8 +3,7 @@
 #include <QBasicTimer>
 #include <QWidget>
 
-// Twelve spokes of which one after the other is the darkest, for as long as it
-// is visible.
+// Shows twelve spokes, of which each in turn is the darkest, while it is visible.
 class Spinner final : public QWidget {
 public:
     explicit Spinner(QWidget *parent);

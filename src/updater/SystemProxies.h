@@ -5,17 +5,17 @@
 #include <QNetworkProxy>
 #include <QUrl>
 
-// The proxies that the system's settings name. Finding them may mean to fetch
-// and run a script of the network's, which can take for ever.
+// Finds the proxies that the system's settings name. That may mean fetching and
+// running a script from the network, which can take for ever.
 namespace SystemProxies {
 
 using List = QList<QNetworkProxy>;
 
-// Looks them up beside the calling thread.
+// Looks up the proxies for an address on a thread of its own.
 [[nodiscard]] QFuture<List> of(const QUrl &address);
 
-// Whether a look-up goes on. It cannot be ended, and the libraries wait for it
-// when the process ends in the usual way.
+// Returns whether a look-up is going on. It cannot be cancelled, and the libraries
+// wait for it when the process ends in the usual way.
 [[nodiscard]] bool isBusy();
 
 } // namespace SystemProxies

@@ -1,14 +1,11 @@
 #pragma once
 
-#include <QCoroTask>
 #include <QString>
 #include <QStringList>
 
-#include <chrono>
 #include <optional>
 
-// What the updater says to the user. Every alert is a window of its own that
-// leaves the rest of the program alone.
+// Holds the words of what the updater says to the user.
 namespace UpdateAlerts {
 
 struct Alert {
@@ -23,16 +20,5 @@ struct Alert {
 [[nodiscard]] Alert notSigned();
 [[nodiscard]] Alert unreachable();
 [[nodiscard]] Alert failed(const QString &message);
-
-// Brings the program to the front and waits for the answer: whether it was the
-// first button.
-[[nodiscard]] QCoro::Task<bool> ask(Alert alert);
-
-// Does nothing when none shows.
-void bringToFront();
-
-// For a while the key that confirms is not taken by the alert that shows: it is
-// meant for something else.
-void letReturnPass(std::chrono::milliseconds pause);
 
 } // namespace UpdateAlerts

@@ -2,10 +2,11 @@
 
 #include <QByteArray>
 
-// The one key that updates are trusted by.
+// Provides the one key that updates are trusted by.
 namespace UpdateKey {
 
-// A PEM "PUBLIC KEY" block of a P-256 key, chosen when the program was built.
+// Returns a PEM "PUBLIC KEY" block of a P-256 key, chosen when the program was
+// built.
 [[nodiscard]] QByteArray pem();
 
 } // namespace UpdateKey

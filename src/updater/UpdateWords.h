@@ -2,15 +2,16 @@
 
 #include <QString>
 
-// How the updater puts things.
+// Words the updater's messages.
 namespace UpdateWords {
 
 void log(const QString &message);
 
-// The text for whatever goes wrong on the way.
+// Returns the text for anything that goes wrong during an update.
 [[nodiscard]] QString couldNot(const QString &why);
 
-// Shows line breaks as symbols, so that a text stays on its line.
+// Returns the text with line breaks as visible symbols, so that it stays on one
+// line.
 [[nodiscard]] QString visible(QString text);
 
 } // namespace UpdateWords

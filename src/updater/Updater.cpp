@@ -99,7 +99,7 @@ void Updater::check(Asked asked)
         wake();
     }
     if (m_checking && asked == Asked::byUser)
-        UpdateAlerts::bringToFront();
+        m_alerts.bringToFront();
     if (m_checking)
         return;
     m_checking = true;
@@ -213,13 +213,13 @@ QCoro::Task<bool> Updater::alert(UpdateAlerts::Alert alert)
     co_await untilCalm();
     if (!alive)
         co_return false;
-    co_return co_await UpdateAlerts::ask(std::move(alert));
+    co_return co_await m_alerts.ask(std::move(alert));
 }
 
 void Updater::captureEnded()
 {
     m_calmFrom = QDeadlineTimer(pauses.afterCapture);
-    UpdateAlerts::letReturnPass(pauses.afterCapture);
+    m_alerts.letReturnPass(pauses.afterCapture);
     wake();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/UpdateInstaller.h"
+#include "updater/AlertBox.h"
 #include "updater/Manifest.h"
-#include "updater/UpdateAlerts.h"
 #include "updater/UpdateMark.h"
 
 #include <QByteArray>
@@ -22,50 +22,54 @@ class Desktop;
 class Download;
 class ProgressWindow;
 
-// Looks for newer versions on the website and puts them in the place of the
-// running one. Nothing is trusted but what the update key has signed.
+// Looks for newer versions on the website and replaces the running one with them.
+// Only what the update key has signed is trusted.
 class Updater final : public QObject {
     Q_OBJECT
 
 public:
     enum class Asked { byUser, byItself };
 
-    // Both services must outlive it. The key is a PEM block.
+    // Takes the installer and the desktop, which must outlive the updater, and the
+    // key as a PEM block.
     Updater(UpdateInstaller &installer, Desktop &desktop, QByteArray publicKey);
     ~Updater() override;
 
-    // Ends what the last update has begun: takes its bequest, removes what it has
-    // left behind, and tells the user once when its version is not the one that
-    // runs now. To be called when the program has come up.
+    // Finishes the last update: takes its bequest, removes what it has left behind,
+    // and tells the user once if the program that now runs is not the version it
+    // installed. Must be called once the program is up.
     void settle();
 
-    // One check at a time, from the first request to the answer of its last
-    // alert. The user is told every outcome when he has asked himself, else only
-    // of a newer version.
+    // Checks for a newer version. Only one check runs at a time, from the first
+    // request to the answer of its last alert. The user is told every outcome of a
+    // check of his own, otherwise only of a newer version.
     void check(Asked asked);
 
-    // Whether something is going on that an alert would disturb or that the end
-    // of the program would lose.
+    // Returns whether something is going on that an alert would disturb or that
+    // would be lost if the program ended.
     std::function<bool()> busy;
-    // A capture is over. What has waited for it comes after a while in which the
-    // user goes on with what he has captured, or at once if he asks for it.
+    // Tells the updater that a capture is over. Alerts that waited for it appear
+    // after a pause, in which the user can use what he has captured, or at once
+    // when he asks for a check.
     void captureEnded();
 
     struct Pauses {
         std::chrono::milliseconds afterCapture = std::chrono::seconds(10);
-        // A release in progress may serve the new manifest with the old signature.
+        // While a release is in progress, the server may hold the new manifest with
+        // the old signature.
         std::chrono::milliseconds beforeSecondTry = std::chrono::seconds(1);
     };
     Pauses pauses;
 
-    // Ends the program, at once and without a question.
+    // Ends the program at once, without asking.
     std::function<void()> terminate;
 
     [[nodiscard]] static QString current();
     [[nodiscard]] static bool isNewer(QStringView a, QStringView than);
-    // The address in the user defaults, else the website's.
+    // Returns the address in the user defaults, otherwise the website's.
     [[nodiscard]] static QUrl manifestURL();
-    // The signature's address: the extension of the manifest's becomes "sig".
+    // Returns the address of the signature: that of the manifest with the extension
+    // "sig".
     [[nodiscard]] static QUrl signatureURL(const QUrl &manifest);
 
 private:
@@ -101,10 +105,11 @@ private:
     UpdateInstaller &m_installer;
     Desktop &m_desktop;
     const QByteArray m_publicKey;
-    bool m_checking = false; // or settling
-    bool m_asleep = false;   // until it is calm
+    bool m_checking = false; // true while settling too
+    bool m_asleep = false;   // waiting until it is calm
     QDeadlineTimer m_calmFrom;
-    UpdateMark m_mark; // of the update in progress
+    AlertBox m_alerts;
+    UpdateMark m_mark; // describes the update in progress
     std::optional<QTemporaryFile> m_archive;
     std::unique_ptr<Download> m_download;
     std::unique_ptr<ProgressWindow> m_progress;

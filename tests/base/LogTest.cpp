@@ -27,11 +27,28 @@ private slots:
         QCOMPARE(Log::line(noon, "hola"), "2026-03-09 10:05:07 +0000 hola");
     }
 
-    void aHomeWithoutTheFolderLosesTheLinesInSilence()
+    void aHomeWithoutTheFolderUsesTheOneOfTheSystem()
     {
         QVERIFY(QDir(home.path("Library")).removeRecursively());
         Log::write("nadie lo lee");
+        const QString folder = home.path("state/Vellumora");
+        Log::keepIn(folder);
+        Log::write("uno");
+        Log::write("dos");
         QVERIFY(!QDir(home.path("Library")).exists());
+        QCOMPARE(home.read("state/Vellumora/Vellumora.log").count('\n'), 2);
+        const auto mine = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        QCOMPARE(QFileInfo(folder).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
+                 mine);
+    }
+
+    void aFolderThatCannotBeMadeLosesTheLinesInSilence()
+    {
+        QFile file(home.path("file"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        Log::keepIn(home.path("file/Vellumora"));
+        Log::write("nadie lo lee");
+        QCOMPARE(file.size(), 0);
     }
 };
 

@@ -3,7 +3,7 @@
 #include "platform/Desktop.h"
 #include "platform/QtClipboard.h"
 
-// Remembers what was asked of it.
+// Records what it is asked to do.
 class FakeDesktop final : public Desktop {
 public:
     void beep() override { ++beeps; }

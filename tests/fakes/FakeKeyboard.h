@@ -3,13 +3,13 @@
 #include "platform/KeyboardGrab.h"
 #include "platform/KeyboardLayout.h"
 
-// Every key types an ampersand.
+// Types an ampersand with every key.
 class FakeLayout final : public KeyboardLayout {
 public:
     std::optional<QString> textOfKey(std::uint32_t) const override { return QStringLiteral("&"); }
 };
 
-// Remembers who has the keyboard.
+// Records which window has the keyboard.
 class FakeKeyboardGrab final : public KeyboardGrab {
 public:
     void take(QWidget &window) override { holder = &window; }

@@ -6,7 +6,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-// The screens of the offscreen platform, showing the pattern.
+// Shows the pattern on the screens of the offscreen platform.
 class FakeScreens final : public ScreenGrabber {
 public:
     bool accessGranted() override { return granted; }

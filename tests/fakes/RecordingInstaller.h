@@ -2,8 +2,8 @@
 
 #include "platform/freedesktop/BundleInstaller.h"
 
-// The real one, except that the script which waits for this process to end is
-// only kept.
+// Installs for real, but only records the script that waits for this process to
+// end.
 class RecordingInstaller final : public UpdateInstaller {
 public:
     explicit RecordingInstaller(const QString &program) : m_real(program) {}

@@ -2,11 +2,16 @@
 
 #include "overlay/OverlaySession.h"
 
+#include <QImage>
+#include <QList>
+
 class RecordingSession final : public OverlaySession {
 public:
     void selectionStarted(OverlayView &) override { ++started; }
     void finish() override { ++finished; }
+    void print(const QImage &picture) override { printed.append(picture); }
 
     int started = 0;
     int finished = 0;
+    QList<QImage> printed;
 };

@@ -4,8 +4,8 @@
 
 #include <unistd.h>
 
-// While it lives, an administrator's rights do not count, and the folder is that
-// of the user who is left. For anybody else nothing changes.
+// Suspends an administrator's rights for as long as it lives and gives the folder
+// to the unprivileged user who remains. For any other user nothing changes.
 class AsNobody {
 public:
     explicit AsNobody(const QString &folder) : m_was(getuid())

@@ -6,7 +6,8 @@
 #include <QImage>
 #include <QPainter>
 
-// A sheet of points with y upwards to draw marks on and look at single pixels.
+// Provides a sheet of points, y upwards, on which marks are drawn and single pixels
+// are looked at.
 class Canvas {
 public:
     explicit Canvas(double scale = 1, QSizeF size = {400, 300}, const QColor &ground = Qt::white)
@@ -24,7 +25,7 @@ public:
         mark.draw(painter, space.bounds());
     }
 
-    // The pixel whose lower left corner is at a point.
+    // Returns the pixel whose lower left corner is at a point.
     [[nodiscard]] QColor at(QPointF point) const
     {
         const double scale = m_image.devicePixelRatio();
@@ -32,7 +33,7 @@ public:
         return m_image.pixelColor(int(down.x() * scale), int(down.y() * scale) - 1);
     }
 
-    // How many pixels differ from the ground on a column of the sheet.
+    // Returns how many pixels on a column of the sheet differ from the ground.
     [[nodiscard]] int inkOnColumn(double x, const QColor &ground = Qt::white) const
     {
         int count = 0;

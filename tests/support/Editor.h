@@ -17,7 +17,8 @@
 
 #include <cstring>
 
-// Qt rounds a translucent fill in more than one way.
+// Returns whether two colours are almost equal. Qt rounds a translucent fill in
+// more than one way.
 inline bool alike(QRgb a, QRgb b)
 {
     const auto near = [](int x, int y) { return std::abs(x - y) <= 2; };
@@ -39,7 +40,7 @@ inline int differing(const QImage &a, const QImage &b)
     return count;
 }
 
-// One row for every screen of the offscreen platform, by its scale.
+// Adds a row for every screen of the offscreen platform, named by its scale.
 inline void scales()
 {
     QTest::addColumn<QString>("screen");
@@ -48,7 +49,7 @@ inline void scales()
     QTest::newRow("2x") << "A";
 }
 
-// The editor on one of the screens of the offscreen platform, with a mouse.
+// Opens the editor on one of the screens of the offscreen platform, with a mouse.
 struct Editor {
     explicit Editor(const QString &screenName = "B")
     {
@@ -66,7 +67,7 @@ struct Editor {
 
     [[nodiscard]] std::optional<QRectF> selection() const { return view->state().selection; }
 
-    // The screen as it is, and as a whole repaint would make it.
+    // Return the screen as it is, and as a complete repaint would make it.
     [[nodiscard]] QImage shown() const
     {
         while (!view->halo().resting())
@@ -81,7 +82,7 @@ struct Editor {
         return shown();
     }
 
-    // Without the bar, whose buttons fade by themselves.
+    // Returns the image without the bar, whose buttons fade on their own.
     [[nodiscard]] QImage withoutBar(QImage image) const
     {
         for (const auto *bar : view->findChildren<Bar *>())
@@ -89,7 +90,7 @@ struct Editor {
         return image;
     }
 
-    // How many pixels on the screen a whole repaint would change.
+    // Returns how many pixels on the screen a complete repaint would change.
     [[nodiscard]] int stale() const
     {
         const QImage now = shown();

@@ -9,8 +9,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
-// The glow as Qt paints it, stroke by stroke: slow, and obvious. Onto
-// an image that counts in device pixels.
+// Draws the glow with Qt, stroke by stroke: slow, but obviously right. The image
+// counts in device pixels.
 inline void drawReferenceHalo(QImage &onto, const HaloBand::Shape &shape, double turn)
 {
     const QRectF &rect = shape.selection;

@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// A key pair of the test's own, made and used with the openssl command.
+// Makes and uses a key pair of the test's own with the openssl command.
 class KeyPair {
 public:
     explicit KeyPair(const QString &curve = "prime256v1")
@@ -15,13 +15,13 @@ public:
 
     [[nodiscard]] QByteArray publicPem() const { return m_public; }
 
-    // In the form that the command writes.
+    // Returns a signature in the form that the command writes.
     [[nodiscard]] QByteArray der(const QByteArray &bytes) const
     {
         return openssl({"dgst", "-sha256", "-sign", privateKey()}, bytes);
     }
 
-    // r and s, each as wide as the curve's numbers.
+    // Returns a signature as r and s, each as wide as the curve's numbers.
     [[nodiscard]] QByteArray raw(const QByteArray &bytes, int width = 32) const
     {
         const QByteArray signature = der(bytes);
@@ -31,7 +31,7 @@ public:
         return r.rightJustified(width + 1, '\0').last(width) + s.rightJustified(width + 1, '\0').last(width);
     }
 
-    // Of this machine as a web server, issued by nobody but the owner.
+    // Returns a self-signed certificate for this machine as a web server.
     [[nodiscard]] QByteArray certificatePem() const
     {
         return openssl({"req", "-x509", "-key", privateKey(), "-subj", "/CN=127.0.0.1", "-addext",

@@ -4,9 +4,8 @@
 #include <QMouseEvent>
 #include <QWidget>
 
-// A mouse that moves in view points (y upwards) with fractions of them, as it
-// does on a dense screen. The widget's own position is rounded to whole points,
-// as Qt does it.
+// Moves a mouse in fractions of view points, y upwards, as happens on a dense
+// screen. The position in the widget is rounded to whole points, as Qt does it.
 class Mouse {
 public:
     explicit Mouse(QWidget &view, double height) : m_view(view), m_height(height) {}

@@ -4,7 +4,7 @@
 
 #include <QImage>
 
-// A picture in which every pixel tells where it is.
+// Returns a picture in which every pixel tells where it is.
 inline QImage pattern(QSize size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -14,7 +14,7 @@ inline QImage pattern(QSize size)
     return image;
 }
 
-// A screen of that many points.
+// Returns a screen of so many points that shows the pattern.
 inline ScreenShot patternShot(QSizeF points, double scale, QScreen *screen = nullptr)
 {
     const QSize pixels = (points * scale).toSize();

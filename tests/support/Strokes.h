@@ -7,8 +7,8 @@
 #include <numbers>
 #include <random>
 
-// Strokes as a hand might draw them: outlines given by their vertices, followed
-// at an even pace and shaken a little. y grows upwards.
+// Makes strokes as a hand might draw them: outlines given by their vertices,
+// followed at an even pace and shaken a little. y grows upwards.
 namespace Strokes {
 
 using ShapeRecognizer::Point;
@@ -27,7 +27,8 @@ inline double between(double low, double high, Dice &dice)
 
 inline double gap(Point a, Point b) { return std::hypot(b.x - a.x, b.y - a.y); }
 
-// The path through the vertices as points about `step` apart, vertices included.
+// Returns the path through the vertices as points about `step` apart, vertices
+// included.
 inline Points along(const Points &vertices, double step)
 {
     Points points{vertices.front()};
@@ -67,7 +68,7 @@ inline Points polygon(int sides, double radius)
     return closed(vertices);
 }
 
-// Tips and valleys by turns, or a pentagram when the inner radius is 0.
+// Returns alternating tips and valleys, or a pentagram when the inner radius is 0.
 inline Points star(double outer, double inner)
 {
     Points vertices;
@@ -112,7 +113,7 @@ inline Points reversed(Points points)
     return points;
 }
 
-// A closed stroke begun somewhere else on its way.
+// Returns a closed stroke that begins elsewhere on its path.
 inline Points startedAt(Points ring, double share)
 {
     ring.pop_back();
@@ -121,7 +122,7 @@ inline Points startedAt(Points ring, double share)
     return closed(ring);
 }
 
-// 64 evenly spaced points, as the recognisers of closed strokes see them.
+// Returns 64 evenly spaced points, as the recognisers of closed strokes see them.
 inline Points ring(const Points &outline)
 {
     Points points = ShapeRecognizer::resample(outline, 65);
@@ -129,7 +130,7 @@ inline Points ring(const Points &outline)
     return points;
 }
 
-// A slow tremble of the hand, at most `size` points in each direction.
+// Adds a slow tremble of the hand, at most `size` points in each direction.
 inline Points wobbly(Points points, double size, Dice &dice)
 {
     const double phase = between(0, turn, dice);

@@ -3,8 +3,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-// A home folder of the test's own, with a place for the log. Made before
-// anything asks for the real one.
+// Provides a home folder of the test's own, with a place for the log. Must be made
+// before anything asks for the real one.
 class TempHome {
 public:
     TempHome()

@@ -18,8 +18,8 @@
 #include <QPushButton>
 #include <QTest>
 
-// A bundle in a home folder, a website with another one, and the updater between
-// them. Only the swap itself is left out.
+// Sets up a bundle in a home folder, a website that offers another one, and the
+// updater between them. Only the swap itself is left out.
 class UpdaterFixture : public QObject {
 protected:
     TempHome home;
@@ -43,7 +43,8 @@ protected:
         updater->pauses = {.afterCapture = 20ms, .beforeSecondTry = 20ms};
     }
 
-    // The item's own words are added to or put in the place of the usual ones.
+    // Returns a manifest. The words given are added to those of its item, or
+    // replace them.
     [[nodiscard]] QByteArray manifest(const QByteArray &version, const QJsonObject &words = {},
                                       const QString &news = "<b>New</b>") const
     {
@@ -64,7 +65,7 @@ protected:
         server.answers["/archive"] = WebServer::ok(archive);
     }
 
-    // A bundle whose program says this version.
+    // Packs a bundle whose program reports this version.
     void pack(const QByteArray &version)
     {
         const QString packed = home.path("packed.tar.gz");
@@ -88,7 +89,7 @@ protected:
         QTRY_VERIFY(!box);
     }
 
-    // Waits for the alert and gives its two texts.
+    // Waits for the alert and returns its two texts.
     [[nodiscard]] static QStringList alertTexts()
     {
         if (!QTest::qWaitFor([] { return !alerts().isEmpty(); }))

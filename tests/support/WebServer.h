@@ -10,7 +10,7 @@
 #include <chrono>
 #include <optional>
 
-// A web server on this machine that says exactly the bytes it is told to.
+// Runs a web server on this machine that sends exactly the bytes it is given.
 class WebServer : public QTcpServer {
 public:
     WebServer()
@@ -37,12 +37,12 @@ public:
                + QByteArray::number(body.size()) + "\r\n" + headers + "\r\n" + body;
     }
 
-    // The whole answer by path. What is not here is not found, and an empty answer
-    // leaves the connection open without a word.
+    // Holds the whole answer for each path. Any other path is not found. An empty
+    // answer leaves the connection open without sending anything.
     QHash<QString, QByteArray> answers;
     bool closesAfterwards = false;
     QList<QByteArray> requests; // with their headers
-    // When it is set, the answers come byte by byte, with this between them.
+    // When set, the answers are sent byte by byte, with this pause in between.
     std::optional<std::chrono::milliseconds> drip;
     std::optional<QSslConfiguration> encryption;
 

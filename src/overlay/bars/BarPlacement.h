@@ -2,26 +2,26 @@
 
 #include <QRectF>
 
-// Where the tool bar and its palette go. View points, y upwards.
+// Places the tool bar and its palette. Everything is in view points, y upwards.
 namespace BarPlacement {
 
 struct Place {
     QRectF frame;
-    bool below; // the selection's lower edge, or inside along it
+    bool below; // below the selection's lower edge, or inside along it
 };
 
-// Under the selection, above it where the screen ends there, and inside it
-// where it ends on both sides.
+// Returns the place under the selection, above it if the screen ends there, or
+// inside it if the screen ends on both sides.
 [[nodiscard]] Place bar(const QRectF &selection, QSizeF size, const QRectF &bounds);
 
-// Beside the bar, on the side away from the selection if there is room. Middle
-// is where the colour button's middle is.
+// Returns the place of the palette beside the bar, on the side away from the
+// selection if there is room. Middle is the x of the colour button's middle.
 [[nodiscard]] QRectF palette(const Place &bar, double middle, QSizeF size, const QRectF &bounds);
 
-// Whether a pointer is close enough for the bar to make way.
+// Returns whether a pointer is close enough for the bar to make way.
 [[nodiscard]] bool isNear(const QRectF &bar, QPointF pointer);
 
-// Too narrow for a bar with words on it.
+// Returns whether the screen is too narrow for a bar with words on it.
 [[nodiscard]] bool isNarrow(const QRectF &bounds);
 
 } // namespace BarPlacement

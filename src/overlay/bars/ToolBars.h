@@ -16,28 +16,31 @@ class Bar;
 class BarButton;
 class ColorPalette;
 
-// The floating bar beside the selection and the palette that it opens. They
-// follow the editor's state and only say what was clicked.
+// Shows the floating bar beside the selection and the palette that it opens. Both
+// follow the editor's state and only report what was clicked.
 class ToolBars {
 public:
-    // Both must outlive it; the bars belong to the overlay.
+    // Takes the space and the state, which must outlive this object. The bars
+    // belong to the overlay.
     ToolBars(QWidget &overlay, const ViewSpace &space, const EditorState &state);
 
     std::function<void(Tool)> onTool;
     std::function<void(Command)> onCommand;
     std::function<void(const QColor &)> onColor;
-    // Asked before a button does anything; it does nothing when the answer is no.
+    // Called before a button acts. When it returns false, the button does nothing.
     std::function<bool()> mayAct;
 
-    // After every change of the selection: shows the bar where it belongs, or
-    // hides it.
+    // Shows the bar where it belongs, or hides it. Must be called after every
+    // change of the selection.
     void placeBars();
-    // Until it is placed again; what lies under it can be seen and clicked.
+    // Hides the bar until it is placed again, so that what lies under it can be
+    // seen and clicked.
     void hideBar();
-    // Makes way for a pointer that comes near while drawing; absent when it has
-    // gone.
+    // Fades the bar out for a pointer that comes near while drawing, and in again
+    // when it is absent.
     void fadeBar(std::optional<QPointF> near);
-    // After a change of tool, colour or width.
+    // Shows the state's tool, colour and width. Must be called after every change
+    // of them.
     void followState();
     void closePalette();
 

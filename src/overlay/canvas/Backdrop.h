@@ -7,22 +7,23 @@
 
 class QPainter;
 
-// The frozen screen under everything, dimmed outside the selection. A glow that
-// is dragged or flashes asks for much of the dimmed picture with every frame.
+// Paints the frozen screen under everything else, dimmed outside the selection. A
+// glow that is dragged or flashes asks for much of the dimmed picture in every
+// frame.
 class Backdrop {
 public:
-    // The shot must outlive it.
+    // Takes the shot, which must outlive this object.
     explicit Backdrop(const ScreenShot &shot) : m_shot(shot) {}
 
-    // The whole picture dimmed; any thread may make it. At 4K that takes longer
-    // than a step of a drag may.
+    // Returns the whole picture dimmed. Any thread may call this; at 4K it takes
+    // longer than one step of a drag may.
     [[nodiscard]] static QImage dimmed(const QImage &picture);
-    // Uses it from now on, instead of dimming what is exposed.
+    // Uses this dimmed picture from now on, instead of dimming what is exposed.
     void keepDimmed(const QImage &picture) { m_dimmed = picture; }
 
-    // Paints only the exposed part, undimmed where it is bright; all in device
-    // pixels, in which the painter counts too. It never resamples: one pixel of
-    // the picture is one pixel of the screen.
+    // Paints only the exposed part, undimmed where it is bright. Everything is in
+    // device pixels, in which the painter counts too. The picture is never
+    // resampled: one pixel of it is one pixel of the screen.
     void draw(QPainter &painter, const QRect &bright, const QRegion &exposed) const;
 
 private:

@@ -25,12 +25,25 @@ constexpr double hintFontSize = 13;
 constexpr double hintRadius = 8;
 constexpr double brandMargin = 16; // from the corner of the screen
 constexpr double brandKern = 2.2;
-constexpr double dashLength = 4; // points
+constexpr QSizeF badgePadding{8, 3}; // on each side of the text
+constexpr QSizeF hintPadding{12, 6};
+constexpr QSizeF brandPadding{14, 4};
+constexpr double badgeAbove = 10; // the selection
+constexpr double badgeRoom = 8;   // more than its text's height is kept free above it
+constexpr double badgeInside = 6; // the selection, from its edges, where there is no room above
+constexpr double dashLength = 4;  // points
 constexpr double gapLength = 3;
 constexpr double lineReach = 1;    // of the frame's lines, from the edge
 constexpr double antialiasing = 1; // what a soft edge may spill over
 
 const QColor outlineColor = QColor::fromRgbF(0, 0, 0, 0.35F);
+
+QSizeF padded(QSizeF text, QSizeF padding) { return text + 2 * padding; }
+
+QPointF textOrigin(const QRectF &badge, QSizeF padding)
+{
+    return badge.topLeft() + QPointF(padding.width(), padding.height());
+}
 
 // Side by side: as one stroke it would be a path of as many spans as the
 // selection has rows.
@@ -101,7 +114,7 @@ void drawSizeBadge(QPainter &painter, const Chrome::Scene &scene)
 {
     const QRectF badge = sizeBadgeOf(scene);
     Painting::drawPill(painter, badge, Theme::badgeBackground, Theme::barBorder);
-    Painting::drawText(painter, {minX(badge) + 8, minY(badge) + 3}, sizeLabel(scene));
+    Painting::drawText(painter, textOrigin(badge, badgePadding), sizeLabel(scene));
 }
 
 Label hintLabel()
@@ -112,16 +125,15 @@ Label hintLabel()
 
 QRectF hintBadge(const QRectF &bounds)
 {
-    const QSizeF text = Painting::sizeOf(hintLabel());
-    return {midX(bounds) - text.width() / 2 - 12, midY(bounds) - text.height() / 2 - 6, text.width() + 24,
-            text.height() + 12};
+    const QSizeF size = padded(Painting::sizeOf(hintLabel()), hintPadding);
+    return {{midX(bounds) - size.width() / 2, midY(bounds) - size.height() / 2}, size};
 }
 
 void drawHint(QPainter &painter, const QRectF &bounds)
 {
     const QRectF badge = hintBadge(bounds);
     Painting::drawPanel(painter, badge, hintRadius, Theme::badgeBackground);
-    Painting::drawText(painter, {minX(badge) + 12, minY(badge) + 6}, hintLabel());
+    Painting::drawText(painter, textOrigin(badge, hintPadding), hintLabel());
 }
 
 Label brandName()
@@ -141,8 +153,9 @@ Label brandMaker()
 QRectF brandPill(const QRectF &bounds)
 {
     const QSizeF name = Painting::sizeOf(brandName());
-    const double width = name.width() + Painting::sizeOf(brandMaker()).width() + 28;
-    return {maxX(bounds) - width - brandMargin, brandMargin, width, name.height() + 8};
+    const QSizeF both(name.width() + Painting::sizeOf(brandMaker()).width(), name.height());
+    const QSizeF size = padded(both, brandPadding);
+    return {{maxX(bounds) - size.width() - brandMargin, brandMargin}, size};
 }
 
 // Both words stand on the base line of the larger one.
@@ -152,7 +165,7 @@ void drawBrand(QPainter &painter, const QRectF &bounds)
     Painting::drawPill(painter, pill, Theme::barBackground, Theme::barBorder);
     const Label name = brandName();
     const Label maker = brandMaker();
-    const QPointF at{minX(pill) + 14, minY(pill) + 4};
+    const QPointF at = textOrigin(pill, brandPadding);
     const double baseline = QFontMetricsF(name.font).descent() - QFontMetricsF(maker.font).descent();
     Painting::drawText(painter, at, name);
     Painting::drawText(painter, at + QPointF{Painting::sizeOf(name).width(), baseline}, maker);
@@ -212,11 +225,11 @@ QRegion footprint(const Scene &scene, const ViewSpace &space)
 
 QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds)
 {
-    const QSizeF size = text + QSizeF{16, 6};
-    const double above = maxY(selection) + 10;
-    if (maxY(bounds) >= above + text.height() + 8)
+    const QSizeF size = padded(text, badgePadding);
+    const double above = maxY(selection) + badgeAbove;
+    if (maxY(bounds) >= above + text.height() + badgeRoom)
         return {{minX(selection), above}, size};
-    return {{minX(selection) + 6, maxY(selection) - text.height() - 12}, size};
+    return {{minX(selection) + badgeInside, maxY(selection) - size.height() - badgeInside}, size};
 }
 
 QString sizeText(const QRectF &selection, double scale)

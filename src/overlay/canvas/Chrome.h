@@ -9,28 +9,30 @@
 class QPainter;
 class ViewSpace;
 
-// Everything the overlay shows that never reaches the picture. View points, y
-// upwards.
+// Draws everything that the overlay shows but the picture never contains.
+// Everything is in view points, y upwards.
 namespace Chrome {
 
 struct Scene {
     const EditorState &state;
     double scale;            // pixels per point
     bool haloShows = false;  // the glow stands in for the dashed frame
-    bool justCopied = false; // the size badge says so
+    bool justCopied = false; // the size badge says that the picture was copied
 };
 
-// What belongs to the selection, or the hint in the middle while there is none;
-// and the product's badge in the corner.
-// Only what shows in the exposed part (view points) has to be drawn.
+// Draws the outline, handles and size badge of the selection, or the hint in the
+// middle while there is none, and the product's badge in the corner. Only what
+// shows in the exposed part, in view points, has to be drawn.
 void draw(QPainter &painter, const Scene &scene, const QRectF &exposed);
 
-// All that draw() may touch, in widget points, rounded outwards.
+// Returns the area that draw() may touch, except for the product's badge, in widget
+// points, rounded outwards.
 [[nodiscard]] QRegion footprint(const Scene &scene, const ViewSpace &space);
 
-// The badge above the selection, or inside it when the screen ends there.
+// Returns the place of the size badge above the selection, or inside it if the
+// screen ends there.
 [[nodiscard]] QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds);
-// In device pixels, such as "1280 × 720".
+// Returns the size of the selection in device pixels, such as "1280 × 720".
 [[nodiscard]] QString sizeText(const QRectF &selection, double scale);
 
 } // namespace Chrome

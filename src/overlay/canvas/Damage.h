@@ -10,16 +10,16 @@
 class ViewSpace;
 
 // Remembers what of the selection is on the screen, and so tells what a change of
-// it makes different: on a large screen a whole repaint would be felt in every
-// step of a drag.
+// the selection makes different. Repainting the whole of a large screen would be
+// felt in every step of a drag.
 class Damage {
 public:
-    // The space must outlive it.
+    // Takes the space, which must outlive this object.
     explicit Damage(const ViewSpace &space) : m_space(space) {}
 
-    // Returns what has to be painted so that the screen shows this scene, widget
-    // points. The marks are those device pixels on which marks look different; outside the
-    // selection they never show.
+    // Returns what has to be painted so that the screen shows this scene, in widget
+    // points. The region of the marks holds the device pixels on which they look
+    // different; outside the selection marks never show.
     [[nodiscard]] QRegion follow(const Chrome::Scene &scene, const QRegion &marks);
 
 private:

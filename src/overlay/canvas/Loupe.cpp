@@ -18,6 +18,17 @@ namespace {
 constexpr double diameter = Loupe::cells * Loupe::zoom; // points
 constexpr double ring = 3;
 constexpr double swatchSide = 10;
+constexpr double swatchRadius = 2;
+constexpr int readoutFontSize = 11;
+constexpr double readoutRadius = 5;
+constexpr double readoutPadding = 6; // from its left edge to the swatch
+constexpr double readoutLift = 3;    // of the text, from its lower edge
+constexpr double textFromLeft = 22;
+constexpr double textFromRight = 8;
+constexpr double readoutBelow = 14; // from the glass down to the text's top
+constexpr double readoutAbove = 8;  // from the glass up
+constexpr double lowest = 2;        // above the screen's lower edge
+constexpr QSizeF reach{72, 106};    // of glass and readout, to each side of the point
 
 QRectF glass(QPointF at) { return squareAround(at, diameter); }
 
@@ -58,14 +69,15 @@ void drawGlass(QPainter &painter, const ScreenShot &shot, const QRect &source, c
 void drawReadout(QPainter &painter, QPointF at, const QColor &color)
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(11);
+    font.setPixelSize(readoutFontSize);
     font.setWeight(QFont::DemiBold);
     const Label label{.text = hex(color), .font = font};
     const QRectF badge = Loupe::badge(at, Painting::sizeOf(label));
-    Painting::drawPanel(painter, badge, 5, Theme::badgeBackground);
-    Painting::drawPanel(painter, {minX(badge) + 6, midY(badge) - swatchSide / 2, swatchSide, swatchSide}, 2,
-                        color);
-    Painting::drawText(painter, {minX(badge) + 22, minY(badge) + 3}, label);
+    Painting::drawPanel(painter, badge, readoutRadius, Theme::badgeBackground);
+    Painting::drawPanel(painter,
+                        {minX(badge) + readoutPadding, midY(badge) - swatchSide / 2, swatchSide, swatchSide},
+                        swatchRadius, color);
+    Painting::drawText(painter, {minX(badge) + textFromLeft, minY(badge) + readoutLift}, label);
 }
 
 } // namespace
@@ -85,15 +97,15 @@ void draw(QPainter &painter, const ScreenShot &shot, QPointF at)
         drawReadout(painter, at, *color);
 }
 
-QRectF area(QPointF at) { return {at.x() - 72, at.y() - 106, 144, 212}; }
+QRectF area(QPointF at) { return {at - QPointF(reach.width(), reach.height()), 2 * reach}; }
 
 QRectF badge(QPointF at, QSizeF text)
 {
     const QRectF circle = glass(at);
-    const QSizeF size = text + QSizeF{30, 6};
+    const QSizeF size = text + QSizeF{textFromLeft + textFromRight, 2 * readoutLift};
     const double x = midX(circle) - size.width() / 2;
-    const double below = minY(circle) - text.height() - 14;
-    return {{x, below < 2 ? maxY(circle) + 8 : below}, size};
+    const double below = minY(circle) - text.height() - readoutBelow;
+    return {{x, below < lowest ? maxY(circle) + readoutAbove : below}, size};
 }
 
 } // namespace Loupe

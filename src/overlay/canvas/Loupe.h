@@ -6,19 +6,20 @@
 
 class QPainter;
 
-// The magnifying glass of the eyedropper and the colour that it reads. View
-// points, y upwards.
+// Draws the magnifying glass of the eyedropper and the colour that it reads.
+// Everything is in view points, y upwards.
 namespace Loupe {
 
-inline constexpr int cells = 11;   // pixels a side, the picked one in the middle
-inline constexpr double zoom = 12; // points a pixel
+inline constexpr int cells = 11;   // pixels per side, the picked one in the middle
+inline constexpr double zoom = 12; // points per pixel
 
 void draw(QPainter &painter, const ScreenShot &shot, QPointF at);
 
-// All that draw() may touch.
+// Returns the area that draw() may touch.
 [[nodiscard]] QRectF area(QPointF at);
 
-// The readout, below the glass or above it where the screen ends.
+// Returns the place of the readout, below the glass or above it if the screen ends
+// there.
 [[nodiscard]] QRectF badge(QPointF at, QSizeF text);
 
 } // namespace Loupe

@@ -14,29 +14,29 @@
 
 class QPainter;
 
-// The picture of all finished marks, which the screen and the copy are both made
-// of. It is kept in tiles, each made when it is first looked at, and travels with
-// the selection instead of being drawn anew. Mosaics are not part of it: they show
-// the screen below them, wherever they are. Everything here is in device pixels
-// of the screen, y downwards.
+// Keeps the picture of all finished marks, from which both the screen and the copy
+// are made. The picture consists of tiles, each made when it is first looked at,
+// and moves with the selection instead of being drawn anew. Mosaics are not part of
+// the tiles: they show the screen below them, wherever they are. Everything here is
+// in device pixels of the screen, y downwards.
 class MarksLayer {
 public:
-    // The space must outlive it.
+    // Takes the space, which must outlive this object.
     explicit MarksLayer(const ViewSpace &space) : m_space(space) {}
     Q_DISABLE_COPY_MOVE(MarksLayer)
 
     // Shows these marks from now on, in the order in which they are drawn. Returns
-    // where the screen looks different now.
+    // the part of the screen that looks different now.
     QRegion follow(const std::vector<AnnotationPtr> &drawOrder);
-    // Prepares for the freehand stroke in hand becoming one of the marks.
+    // Prepares for the freehand stroke being drawn to become one of the marks.
     void prepareFor(const Annotation &stroke);
 
-    // Makes what is needed to paint a part of the screen.
+    // Makes the tiles that are needed to paint a part of the screen.
     void prepare(const QRegion &exposed);
-    // Paints a part of what was prepared; the painter counts in pixels. Several
-    // threads may do so at once.
+    // Paints a part of what has been prepared. The painter counts in device pixels.
+    // Several threads may call this at once.
     void draw(QPainter &painter, const QRegion &exposed) const;
-    // What mosaics hide of the screen.
+    // Returns the part of the screen that mosaics hide.
     [[nodiscard]] QRegion covered() const;
 
 private:
@@ -49,7 +49,7 @@ private:
     struct Tile {
         QImage picture;
         std::vector<int> wanted; // ids of the marks that touch it
-        std::vector<int> shown;  // on the picture
+        std::vector<int> shown;  // ids of the marks that are on the picture
     };
     struct Tessera {
         AnnotationPtr mark;

@@ -9,19 +9,19 @@
 
 class ViewSpace;
 
-// Something that shows for a moment above everything else, the bar included,
-// and is never in the way of the mouse.
+// Shows something for a moment above everything else, the bar included. It never
+// takes the mouse.
 class Notice final : public QWidget {
 public:
     using Draw = std::function<void(QPainter &)>; // in the view's space
 
-    // The space must outlive it.
+    // The space must outlive the notice.
     Notice(QWidget &overlay, const ViewSpace &space);
 
-    // Instead of what it shows now. The area is all that the drawing touches, in
-    // view points.
+    // Shows the drawing instead of what shows now. The area (view points) is all that
+    // the drawing touches.
     void present(const QRectF &area, std::chrono::milliseconds lasts, Draw draw);
-    // The same, but it goes when what it shows now would have gone.
+    // Shows the drawing for as long as what it replaces would have shown.
     void replace(const QRectF &area, Draw draw);
 
 protected:

@@ -7,13 +7,13 @@
 
 class MarksLayer;
 
-// The picture that leaves the program: the frozen screen inside the selection
-// with the marks on it, in the screen's own pixels, never resampled.
+// Renders the picture that leaves the program: the frozen screen inside the
+// selection with the marks on it, in the screen's own pixels, never resampled.
 namespace Rendering {
 
-// Takes the marks as the screen shows them. The result is opaque, its device pixel
-// ratio the screen's scale; absent without a selection or with one below one
-// point a side.
+// Returns the picture, with the marks as the screen shows them. It is opaque, and
+// its device pixel ratio is the screen's scale. Absent without a selection, or when
+// a side of the selection is below one point.
 [[nodiscard]] std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot &shot,
                                                     MarksLayer &marks);
 

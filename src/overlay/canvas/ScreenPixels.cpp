@@ -1,25 +1,14 @@
 #include "overlay/canvas/ScreenPixels.h"
 
-#include <algorithm>
-#include <cmath>
-
-namespace {
-
-constexpr double farthest = 1e6; // pixels; beyond every screen, within every integer
-
-int wholePixel(double pixel) { return static_cast<int>(std::floor(std::clamp(pixel, -farthest, farthest))); }
-
-} // namespace
+#include "base/ViewSpace.h"
 
 namespace ScreenPixels {
 
 QRect pixelRect(const ScreenShot &shot, QPointF at, int radius)
 {
-    constexpr double roundingError = 1e-6; // a third of a point times three is not quite a pixel
-    const int x = wholePixel(at.x() * shot.scale + roundingError);
-    const int y = wholePixel((shot.pointSize.height() - at.y()) * shot.scale + roundingError);
+    const QPoint middle = ViewSpace(shot.pointSize, shot.scale).pixelAt(at);
     const int side = 2 * radius + 1;
-    return {x - radius, y - radius, side, side};
+    return {middle - QPoint(radius, radius), QSize(side, side)};
 }
 
 std::optional<QColor> pixelColor(const ScreenShot &shot, QPointF at)

@@ -7,14 +7,14 @@
 
 #include <optional>
 
-// The frozen screen's own pixels, found by view points (y upwards).
+// Finds the frozen screen's pixels by view points, y upwards.
 namespace ScreenPixels {
 
-// The pixel under a point and so many on every side of it, in device pixels;
-// may reach beyond the picture.
+// Returns the square of device pixels round the pixel under a point, with so many
+// pixels on every side of it. The square may reach beyond the picture.
 [[nodiscard]] QRect pixelRect(const ScreenShot &shot, QPointF at, int radius);
 
-// Absent off the screen.
+// Returns the colour under a point; absent off the screen.
 [[nodiscard]] std::optional<QColor> pixelColor(const ScreenShot &shot, QPointF at);
 
 } // namespace ScreenPixels

@@ -19,6 +19,9 @@ constexpr int shownAtMost = 3;     // times
 constexpr qsizetype shortest = 12; // points of a stroke that the tip would have helped
 constexpr double fontSize = 12;    // points
 constexpr double margin = 4;       // from the edge of the screen
+constexpr double away = 16;        // from the end of the stroke
+constexpr double below = 22;       // from there down to the text's top
+constexpr QSizeF padding{12, 5};   // on each side of the text
 
 Painting::Label label()
 {
@@ -55,11 +58,11 @@ QRectF bubble(QPointF point, const QRectF &bounds)
 
 QRectF bubble(QPointF point, QSizeF text, const QRectF &bounds)
 {
-    QRectF bubble(point.x() + 16, point.y() - text.height() - 22, text.width() + 24, text.height() + 10);
+    QRectF bubble(QPointF(point.x() + away, point.y() - text.height() - below), text + 2 * padding);
     if (maxX(bubble) > maxX(bounds) - margin)
-        bubble.moveLeft(point.x() - 16 - bubble.width());
+        bubble.moveLeft(point.x() - away - bubble.width());
     if (minY(bubble) < minY(bounds) + margin)
-        bubble.moveTop(point.y() + 16);
+        bubble.moveTop(point.y() + away);
     bubble.moveLeft(std::max(minX(bubble), minX(bounds) + margin));
     return bubble;
 }
@@ -67,7 +70,7 @@ QRectF bubble(QPointF point, QSizeF text, const QRectF &bounds)
 void drawShapeHint(QPainter &painter, const QRectF &bubble)
 {
     Painting::drawPill(painter, bubble, Theme::barBackground, Theme::barBorder);
-    Painting::drawText(painter, {minX(bubble) + 12, minY(bubble) + 5}, label());
+    Painting::drawText(painter, bubble.topLeft() + QPointF(padding.width(), padding.height()), label());
 }
 
 } // namespace ShapeHint

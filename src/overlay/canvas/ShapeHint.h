@@ -7,16 +7,18 @@
 struct Annotation;
 class QPainter;
 
-// The tip that teaches how strokes become shapes: after the first few freehand
-// strokes, and never again once the user has found out. View points, y upwards.
+// Shows the tip that teaches how strokes become shapes: after the first few
+// freehand strokes, and never again once the user has found out. Everything is in
+// view points, y upwards.
 namespace ShapeHint {
 
-// At the end of a freehand stroke. Whether the tip is due.
+// Returns whether the tip is due at the end of a freehand stroke, and counts how
+// often it has been shown.
 [[nodiscard]] bool offerShapeHint(const Annotation &stroke, bool snapped);
 
-// The bubble beside a point, kept inside the bounds.
+// Returns the place of the bubble beside a point, kept inside the bounds.
 [[nodiscard]] QRectF bubble(QPointF point, const QRectF &bounds);
-// The same for a text of another size.
+// Returns the place of a bubble for a text of the given size.
 [[nodiscard]] QRectF bubble(QPointF point, QSizeF text, const QRectF &bounds);
 
 void drawShapeHint(QPainter &painter, const QRectF &bubble);

@@ -8,22 +8,24 @@
 #include <map>
 #include <optional>
 
-// The picture of one long freehand stroke in its full colour, tile by tile. Each
-// piece of the stroke is put on it once, as soon as it is finished, so that
-// letting go of the stroke does not have to draw all of it again.
+// Keeps the picture of one long freehand stroke in its full colour, tile by tile.
+// Each piece of the stroke is added once, as soon as it is finished, so that the
+// end of the stroke does not have to draw it all again.
 class StrokePicture {
 public:
-    // The grid must outlive it and stay where it is meanwhile.
+    // Takes the grid, which must outlive this object and must not move while a
+    // stroke is drawn.
     explicit StrokePicture(const TileGrid &grid) : m_grid(grid) {}
 
-    // Takes up the pieces that have been finished since. The stroke has only
-    // grown, or is another one.
+    // Adds the pieces that have been finished since the last call. A stroke that is
+    // not the same one, grown, starts a new picture.
     void follow(const Annotation &stroke);
-    // Takes up the last piece as well. Returns false when it is not that stroke.
+    // Adds the last piece as well. Returns false when the picture shows another
+    // stroke.
     bool complete(const Annotation &stroke);
-    // Draws one tile of any stroke, instead of what is there.
+    // Draws one tile of any stroke and discards everything else.
     void drawTile(const Annotation &stroke, TileGrid::Cell cell);
-    // Null where the stroke does not come by.
+    // Returns the picture of one tile; null where the stroke does not touch it.
     [[nodiscard]] const QImage *tile(TileGrid::Cell cell) const;
     void forget();
 
@@ -33,7 +35,8 @@ private:
     void draw(const Annotation &stroke, qsizetype piece, TileGrid::Cell cell);
 
     const TileGrid &m_grid;
-    std::optional<Annotation> m_begun; // with the first and the last point of what is on the picture
-    qsizetype m_pieces = 0;            // on the picture
+    std::optional<Annotation>
+        m_begun;            // the stroke with only the first and the last point of what the picture shows
+    qsizetype m_pieces = 0; // on the picture
     std::map<TileGrid::Cell, QImage> m_tiles;
 };

@@ -10,34 +10,37 @@
 #include <utility>
 #include <vector>
 
-// Cuts the plane that marks are kept on into square tiles. The plane travels with
-// the selection: it lies on the screen, shifted by whole device pixels.
+// Cuts the plane that marks are kept on into square tiles. The plane moves with the
+// selection: it lies on the screen, shifted by whole device pixels.
 class TileGrid {
 public:
     using Cell = std::pair<int, int>; // row and column of a tile, counted from the screen's top left corner
 
-    static constexpr int side = 128; // of a tile, device pixels
+    static constexpr int side = 128; // side of a tile, device pixels
 
     explicit TileGrid(const ViewSpace &space) : m_space(space) {}
 
     [[nodiscard]] QPoint shift() const { return m_shift; }
     void moveBy(QPoint pixels) { m_shift += pixels; }
 
-    // Where the tile lies on the screen now, device pixels.
+    // Returns where the tile lies on the screen now, in device pixels.
     [[nodiscard]] QRect pixels(Cell cell) const
     {
         return {QPoint(cell.second, cell.first) * side + m_shift, QSize(side, side)};
     }
-    // The same in view points.
+    // Returns where the tile lies on the screen now, in view points.
     [[nodiscard]] QRectF part(Cell cell) const;
-    // From view points to the tile's own pixels.
+    // Returns the transform from view points to the tile's own pixels.
     [[nodiscard]] QTransform toTile(Cell cell) const;
 
-    // The first and the last tile of a part of the screen, device pixels.
+    // Returns the first and the last tile that a part of the screen touches, given
+    // in device pixels.
     [[nodiscard]] std::pair<Cell, Cell> range(const QRect &pixels) const;
-    // All tiles that the boxes (view points) touch, in order, each once.
+    // Returns all tiles that the boxes, in view points, touch, in ascending order
+    // and without repetition.
     [[nodiscard]] std::vector<Cell> cells(const std::vector<QRectF> &boxes) const;
-    // Returns a region that holds those tiles, device pixels. The cells are in order.
+    // Returns a region that holds these tiles, and perhaps others between them, in
+    // device pixels. The cells must be in ascending order.
     [[nodiscard]] QRegion region(const std::vector<Cell> &cells) const;
 
 private:

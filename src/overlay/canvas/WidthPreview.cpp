@@ -23,7 +23,14 @@ constexpr double numberSpace = 34;
 constexpr double numberFromEdge = 14;
 constexpr double numberSize = 12;
 constexpr int waveSteps = 24;
-constexpr double waveHeight = 0.28; // of the sample's height
+constexpr double waveHeight = 0.28;  // of the sample's height
+constexpr double arrowExtent = 6;    // widths of the line
+constexpr double strokeExtent = 2.4; // widths of the stroke
+constexpr double panelPadding = 44;  // added to the sample's extent
+constexpr double lowestPanel = 84;
+constexpr double highestPanel = 260;
+constexpr double sampleMargin = 8; // besides half the line's width
+constexpr double leastMargin = 12;
 constexpr double frameInset = 0.12; // of the sample's height
 
 // There is no width to a mosaic; it is sampled as a stroke.
@@ -36,11 +43,11 @@ Tool sampled(const EditorState &state)
 double extent(const EditorState &state)
 {
     if (sampled(state) == Tool::arrow)
-        return 6 * state.lineWidth;
-    return 2.4 * Annotation(sampled(state), state.color, state.lineWidth, {}).strokeWidth();
+        return arrowExtent * state.lineWidth;
+    return strokeExtent * Annotation(sampled(state), state.color, state.lineWidth, {}).strokeWidth();
 }
 
-double panelHeight(double extent) { return std::clamp(extent + 44, 84.0, 260.0); }
+double panelHeight(double extent) { return std::clamp(extent + panelPadding, lowestPanel, highestPanel); }
 
 QList<QPointF> wave(const QRectF &box, double amplitude)
 {
@@ -89,7 +96,7 @@ Annotation sample(const EditorState &state, const QRectF &box)
 // leaves free.
 QRectF sampleBox(const EditorState &state, const QRectF &panel)
 {
-    const double margin = std::max(state.lineWidth * 0.5 + 8, 12.0);
+    const double margin = std::max(state.lineWidth / 2 + sampleMargin, leastMargin);
     const QPointF middle{minX(panel) + (panel.width() - numberSpace) / 2, midY(panel)};
     return squareAround(middle, panel.height() - 2 * margin);
 }

@@ -6,13 +6,13 @@
 
 class QPainter;
 
-// A sample of what the next mark would look like, beside the pointer, while the
-// wheel changes the line's width. View points, y upwards.
+// Draws a sample of what the next mark would look like, beside the pointer, while
+// the wheel changes the line's width. All in view points, y upwards.
 namespace WidthPreview {
 
 void draw(QPainter &painter, const EditorState &state, QPointF pointer);
 
-// The panel's place; all that draw() may touch.
+// Returns where the panel is, which is all that draw() may touch.
 [[nodiscard]] QRectF panel(const EditorState &state, QPointF pointer);
 
 } // namespace WidthPreview

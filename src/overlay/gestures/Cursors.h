@@ -2,10 +2,10 @@
 
 #include "marks/EditorState.h"
 
-// Which pointer the overlay shows.
+// Decides which cursor the overlay shows.
 namespace Cursors {
 
-// While nothing is being dragged, at a view point.
+// Returns the cursor at a view point while nothing is being dragged.
 [[nodiscard]] Qt::CursorShape cursorAt(const EditorState &state, QPointF point);
 
 } // namespace Cursors

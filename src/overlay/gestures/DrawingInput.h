@@ -11,21 +11,22 @@ class DrawingInput {
 public:
     explicit DrawingInput(EditorState &state) : m_state(state) {}
 
-    // Where the pointer comes to rest while a freehand stroke is drawn: at the
-    // press, and wherever it has strayed from the last such place.
+    // Called with the place where the pointer may come to rest while a freehand
+    // stroke is drawn: at the press, and whenever it has strayed from the last such
+    // place.
     std::function<void(QPointF)> onRest;
 
     [[nodiscard]] bool active() const { return m_state.current.has_value(); }
 
     void begin(QPointF at);
-    // Constrained marks are squares, circles and lines at multiples of 45°.
+    // Extends the mark to a point. Constrained marks are squares, circles and lines
+    // at multiples of 45°.
     void extend(QPointF to, bool constrained);
-    // Whatever has come about by now is a mark; how little of it shows is the
-    // drawing's business.
+    // Turns what has been drawn so far into a mark, however little of it shows.
     void commit();
     void discard() { m_state.current.reset(); }
 
-    // The stroke has become a shape and takes no more points.
+    // Notes that the stroke has become a shape and takes no more points.
     void setSnapped() { m_snapped = true; }
     [[nodiscard]] bool snapped() const { return m_snapped; }
 

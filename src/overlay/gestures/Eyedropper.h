@@ -4,11 +4,11 @@
 
 #include <optional>
 
-// Whether a colour is being picked off the screen, and where.
+// Keeps track of whether a colour is being picked from the screen, and where.
 class Eyedropper {
 public:
     [[nodiscard]] bool picking() const { return m_point.has_value(); }
-    // A view point; absent while not picking.
+    // Returns the view point under the loupe; absent while not picking.
     [[nodiscard]] std::optional<QPointF> pickPoint() const { return m_point; }
 
     void startPicking(QPointF at) { m_point = at; }

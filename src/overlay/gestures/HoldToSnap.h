@@ -7,18 +7,18 @@
 
 #include <functional>
 
-// Waits for the pointer to come to rest while a freehand stroke is drawn, and
-// then replaces the stroke by the shape it was meant to be.
+// Waits for the pointer to come to rest while a freehand stroke is drawn, and then
+// replaces the stroke by the shape it was meant to be.
 class HoldToSnap {
 public:
     explicit HoldToSnap(EditorState &state);
 
-    // The stroke being drawn is a shape now.
+    // Called when the stroke being drawn has become a shape.
     std::function<void(const ShapeRecognizer::Result &)> onSnapped;
-    // It is none; another attempt needs another rest.
+    // Called when no shape was found; another attempt needs another rest.
     std::function<void()> onMissed;
 
-    // The pointer has come to a place where it may rest.
+    // Starts waiting, because the pointer is at a place where it may rest.
     void armHold();
     void cancel() { m_timer.stop(); }
 

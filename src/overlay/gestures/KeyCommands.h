@@ -10,17 +10,18 @@
 #include <optional>
 #include <variant>
 
-// What a key press means, worked out without doing it.
+// Works out what a key press means, without doing it.
 namespace KeyCommands {
 
 using Meaning = std::variant<Command, Tool>;
 
-// Absent when the key means nothing here and belongs to someone else. Command
-// is the Control key or the Super key, whichever the hand finds. The letters of
-// the tools need a selection.
+// Returns the meaning of a key; absent when it has none here and belongs to someone
+// else. Shortcuts use the Control key or the Super key alike. The letters of the
+// tools need a selection.
 [[nodiscard]] std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection);
 
-// One step of the wheel: fine for thin lines, double from 12 points on.
+// Returns the next line width for one step of the wheel: small steps for thin
+// lines, twice as large from 12 points on.
 [[nodiscard]] double nextLineWidth(double width, WheelSteps::Step step);
 
 } // namespace KeyCommands

@@ -4,7 +4,7 @@
 
 #include <variant>
 
-// The mouse gestures that make, move and resize the selection.
+// Makes, moves and resizes the selection by mouse gestures.
 class SelectionDrag {
 public:
     explicit SelectionDrag(EditorState &state) : m_state(state) {}
@@ -19,8 +19,8 @@ public:
 
     void cancel() { m_drag = None{}; }
 
-    // Returns true when a new selection came out of it. One too small to be
-    // meant is dropped.
+    // Ends the gesture. Returns true when it has made a new selection. A selection
+    // that is too small to be meant is dropped.
     bool release();
 
 private:

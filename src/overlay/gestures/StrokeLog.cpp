@@ -1,10 +1,8 @@
 #include "overlay/gestures/StrokeLog.h"
 
-#include "base/AppendLine.h"
 #include "base/Defaults.h"
 #include "base/Log.h"
 
-#include <QDir>
 #include <QStringList>
 
 #include <array>
@@ -31,11 +29,9 @@ void saveMissedStroke(const QList<QPointF> &points)
 {
     if (!Defaults::value(Defaults::keepStrokesKey).toBool() || points.size() < shortest)
         return;
-    appendLine(path(), record(QDateTime::currentDateTimeUtc(), points));
+    Log::append(QStringLiteral("Vellumora-trazos.jsonl"), record(QDateTime::currentDateTimeUtc(), points));
     Log::write(QStringLiteral("figura: ninguna (trazo guardado)"));
 }
-
-QString path() { return QDir::homePath() + QStringLiteral("/Library/Logs/Vellumora-trazos.jsonl"); }
 
 QString record(const QDateTime &at, const QList<QPointF> &points)
 {

@@ -4,13 +4,14 @@
 
 #include <optional>
 
-// Makes steps out of what wheels and touchpads report. A notch of a wheel is a
-// step whatever its size; a touchpad's many small turns add up to one.
+// Turns what wheels and touchpads report into steps. A notch of a wheel is one
+// step, whatever its size; the many small turns of a touchpad add up to one.
 class WheelSteps {
 public:
     enum class Step { up, down };
 
-    // The vertical turn of one event in eighths of a degree, upwards positive.
+    // Returns the step that an event completes, if any. The vertical turn is given
+    // in eighths of a degree, upwards positive.
     [[nodiscard]] std::optional<Step> turned(int eighths);
 
 private:

@@ -9,20 +9,20 @@ class Desktop;
 class SavePanel;
 class QWidget;
 
-// Where the finished picture goes: the clipboard or a file.
+// Delivers the finished picture to the clipboard or to a file.
 class Output {
 public:
     Output(QWidget &overlay, Desktop &desktop);
 
-    // After the picture is on the clipboard, whether or not the clipboard took
-    // it: the log says which.
+    // Called after copying, whether or not the clipboard took the picture; the log
+    // says which.
     std::function<void()> onCopied;
-    // After the user chose a file and the picture was written there. When it
-    // could not be, the clipboard has it, and the log says so.
+    // Called after the user chose a file and the picture was written to it. When
+    // that fails, the picture goes to the clipboard instead, and the log says so.
     std::function<void()> onSaved;
 
-    // PNG and TIFF as one clipboard item. Does nothing when the picture cannot
-    // be encoded.
+    // Copies the picture as one clipboard item with PNG and TIFF. Does nothing when
+    // the picture cannot be encoded.
     void copy(const QImage &picture);
     // Opens the save panel and returns.
     void save(const QImage &picture);

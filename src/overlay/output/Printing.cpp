@@ -4,11 +4,10 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
-
-int dialogs = 0;
 
 void print(const QImage &picture, QPrinter &printer)
 {
@@ -21,11 +20,7 @@ void print(const QImage &picture, QPrinter &printer)
     painter.drawImage(Printing::fitted(picture.size(), page), picture);
 }
 
-} // namespace
-
-namespace Printing {
-
-void show(const QImage &picture)
+QPrintDialog *makeDialog(const QImage &picture)
 {
     auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
     printer->setDocName(QStringLiteral("Vellumora"));
@@ -33,22 +28,37 @@ void show(const QImage &picture)
                                                                    : QPageLayout::Portrait);
     auto *dialog = new QPrintDialog(printer.get());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(dialog, &QDialog::accepted, dialog, [picture, printer] { print(picture, *printer); });
-    ++dialogs;
-    // The dialog works on the printer until it is gone.
-    QObject::connect(dialog, &QObject::destroyed, [printer] { --dialogs; });
     dialog->setOption(QAbstractPrintDialog::PrintToFile);
+    QObject::connect(dialog, &QDialog::accepted, dialog, [picture, printer] { print(picture, *printer); });
+    // The dialog works on the printer until it is gone.
+    QObject::connect(dialog, &QObject::destroyed, [printer] {});
+    return dialog;
+}
+
+} // namespace
+
+Printing::~Printing()
+{
+    for (const auto &dialog : m_dialogs)
+        delete dialog;
+}
+
+void Printing::show(const QImage &picture)
+{
+    std::erase_if(m_dialogs, [](const auto &dialog) { return dialog.isNull(); });
+    QPrintDialog *dialog = m_dialogs.emplace_back(makeDialog(picture));
     dialog->show();
     dialog->raise();
     dialog->activateWindow();
 }
 
-bool isOpen() { return dialogs > 0; }
+bool Printing::isOpen() const
+{
+    return std::ranges::any_of(m_dialogs, [](const auto &dialog) { return !dialog.isNull(); });
+}
 
-QRectF fitted(QSizeF picture, const QRectF &page)
+QRectF Printing::fitted(QSizeF picture, const QRectF &page)
 {
     const QSizeF size = picture.scaled(page.size(), Qt::KeepAspectRatio);
     return {page.center() - QPointF{size.width() / 2, size.height() / 2}, size};
 }
-
-} // namespace Printing

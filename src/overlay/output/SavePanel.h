@@ -7,19 +7,21 @@
 class QDialogButtonBox;
 class QLabel;
 
-// The save panel, a part of the overlay itself: a window of its own could come
-// up behind the overlays, where nobody can reach it. For the same reason it
-// asks about replacing a file inside the panel.
+// Shows the save panel as a part of the overlay: a window of its own could open
+// behind the overlays, where nobody can reach it. For the same reason the panel
+// itself asks whether to replace a file.
 class SavePanel final : public QFileDialog {
     Q_OBJECT
 
 public:
     SavePanel(QWidget &overlay, const QString &folder, const QString &name);
 
-    // Called with the path that the user settled on; cancelling calls nothing.
+    // Called with the path that the user has settled on; not called when the user
+    // cancels.
     std::function<void(const QString &path)> onChosen;
 
-    // In the middle of the overlay, with the keyboard in the name.
+    // Shows the panel in the middle of the overlay, with the keyboard focus in the
+    // name.
     void open() override;
     void accept() override;
 
@@ -34,5 +36,5 @@ private:
 
     QLabel *m_question;
     QDialogButtonBox *m_answers;
-    QString m_asked; // the path that is in question
+    QString m_asked; // the path that the question is about
 };

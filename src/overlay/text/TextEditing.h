@@ -8,8 +8,8 @@
 
 #include <functional>
 
-// The text being typed. At most one at a time; the mark comes about when it is
-// committed, and every way of leaving commits it but undo.
+// Manages the text being typed, of which there is at most one. The mark is made
+// when the text is committed. Every way of leaving commits the text except undo.
 class TextEditing {
 public:
     TextEditing(QWidget &overlay, const ViewSpace &space, EditorState &state)
@@ -18,18 +18,18 @@ public:
         , m_state(state)
     {}
 
-    // There is a mark more.
+    // Called when a mark has been added.
     std::function<void()> onMark;
 
     [[nodiscard]] bool isOpen() const { return !m_field.isNull(); }
 
-    // Opens a field at a view point, in the colour and size of the state.
+    // Opens a field at a view point, in the state's colour and size.
     void startText(QPointF at);
-    // An empty field only goes.
+    // Turns the text into a mark; an empty field is only closed.
     void commitText();
     void discard();
 
-    // Of the open field, if there is one, as the state has them now.
+    // Gives the open field, if there is one, the state's current colour and size.
     void followState();
 
 private:

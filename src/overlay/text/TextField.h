@@ -7,22 +7,21 @@
 
 #include <functional>
 
-// The live editor of a text mark. Editing, selecting and input methods are
-// Qt's; what shows is painted by the mark itself, so that nothing jumps when the
-// text is committed.
+// Edits a text mark in place. Editing, selecting and input methods are Qt's; the
+// mark itself paints the text, so that nothing jumps when the text is committed.
 class TextField final : public QLineEdit {
     Q_OBJECT
 
 public:
-    // At a point of the view, on top of the overlay.
+    // Opens the field at a view point, on top of the overlay.
     TextField(QWidget &overlay, const ViewSpace &space, QPointF at, const Annotation &look);
 
-    // Return and Escape: the text is done.
+    // Called on Return and Escape, when the text is complete.
     std::function<void()> onDone;
 
     [[nodiscard]] const Annotation &look() const { return m_look; }
-    // The look with the text that is there now, without what an input method is
-    // still composing.
+    // Returns the look with the current text, without what an input method is still
+    // composing.
     [[nodiscard]] Annotation mark() const;
 
     void setTextColor(const QColor &color);
@@ -38,7 +37,8 @@ protected:
 private:
     void fit();
     [[nodiscard]] QString shownText() const;
-    // How far from the text's origin the caret or a character stands, in points.
+    // Returns how far from the text's origin the caret or a character stands, in
+    // points.
     [[nodiscard]] double offsetOf(int position) const;
     [[nodiscard]] QRectF caret() const;
     void drawCaretAndSelection(QPainter &painter) const;
@@ -46,6 +46,6 @@ private:
     const ViewSpace m_space;
     const QPointF m_at;
     Annotation m_look;
-    QString m_composing; // an input method's, at the cursor
+    QString m_composing; // the input method's unfinished text, shown at the cursor
     int m_composingCursor = 0;
 };

@@ -4,9 +4,9 @@
 
 #include <QString>
 
-// An entry in the desktop's autostart folder. The file itself is the state, so
-// what other tools do to it shows: it counts as on when the desktop would start
-// this very program by it, not a copy in another place.
+// Manages an entry in the desktop's autostart folder. The file itself is the state,
+// so changes by other tools show: it counts as on when it makes the desktop start
+// this very program, not a copy in another place.
 class AutostartLoginItem final : public LoginItem {
 public:
     bool enabled() const override;

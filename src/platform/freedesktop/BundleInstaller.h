@@ -3,14 +3,15 @@
 #include "platform/UpdateInstaller.h"
 #include "platform/freedesktop/Descriptor.h"
 
-// Bundles that are plain folders, images that are tar archives of any packing
-// that tar knows.
+// Installs bundles that are plain folders, from images that are tar archives in any
+// compression that tar knows.
 class BundleInstaller final : public UpdateInstaller {
 public:
-    // The most that an image may unpack to, in bytes.
+    // An image may unpack to this many bytes at most.
     static constexpr qint64 unpackedLimit = 2'147'483'648;
 
-    // The running program, unless another path is given.
+    // Takes the program whose bundle is updated: the running one, unless another
+    // path is given.
     explicit BundleInstaller(QString program = {}, qint64 limit = unpackedLimit);
 
     std::optional<QString> bundle() const override;

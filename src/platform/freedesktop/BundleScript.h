@@ -7,24 +7,25 @@
 
 #include <optional>
 
-// The script of a swap as a process: what it holds on to when the program has
-// gone, and what it hands on to the next one.
+// Starts the script of a swap as a process: what it holds on to once the program
+// has ended, and what it hands on to the next one.
 namespace BundleScript {
 
-// Locks a folder against every other swap in it. Absent when another one has it.
-// Where the file system knows no locks, the swap goes on without.
+// Locks a folder against every other swap in it. Absent when another swap holds the
+// lock. Where the file system supports no locks, the swap goes on without one.
 [[nodiscard]] std::optional<Descriptor> lock(const QString &folder);
 
-// What a script says to take that lock if the program has not left it, and to
-// give it up.
+// Return the shell commands that take that lock, unless the program has left it to
+// the script, and that give it up.
 [[nodiscard]] QString guard(const QString &folder);
 [[nodiscard]] QString unguard();
 
-// Starts the script in a session of its own. Absent when it runs, else what went
-// wrong. The bequest stays in memory and goes with whoever holds it last.
+// Starts the script in a session of its own. Returns nothing when it runs,
+// otherwise what went wrong. The bequest stays in memory until the last process
+// that holds it ends.
 [[nodiscard]] std::optional<QString> start(const QString &text, const Descriptor &lock,
                                            const QByteArray &bequest);
-// The bequest that this process was started with; empty the second time.
+// Returns the bequest that this process was started with; empty on the second call.
 [[nodiscard]] QByteArray takeBequest();
 
 } // namespace BundleScript

@@ -4,16 +4,17 @@
 
 #include <optional>
 
-// What may be in a bundle: folders, plain files without rights of another user,
-// and links that end inside it.
+// Checks what a bundle contains. It may hold folders, plain files that do not run
+// with another user's rights, and links that end inside it.
 namespace BundleTree {
 
-// The first entry that may not, as a path from the bundle's root ("." for the
-// root itself) and the reason; absent when all may, or when there is no bundle.
+// Returns the first entry that a bundle may not hold, as a path from its root ("."
+// for the root itself), or the error when it cannot be read. Absent when every
+// entry is allowed and when there is no bundle.
 [[nodiscard]] std::optional<QString> strayEntry(const QString &bundle);
 
-// The room that it takes on a disk, in bytes; every entry counts a block at
-// least.
+// Returns the room that the bundle takes on a disk, in bytes; every entry counts as
+// one block at least.
 [[nodiscard]] qint64 size(const QString &bundle);
 [[nodiscard]] qint64 sizeOfEntry(qint64 bytes);
 

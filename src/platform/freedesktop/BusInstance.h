@@ -6,9 +6,10 @@
 #include <QObject>
 #include <QVariantMap>
 
-// Hears wishes over the session bus as well, where desktops look for running
-// applications. Who is first is for another to say. Where two displays share a
-// bus, it speaks to whichever came first, and to the other one after that.
+// Receives wishes over the session bus as well, where desktops look for running
+// applications. Another SingleInstance decides which process is the first. Where
+// two displays share a bus, wishes on the bus go to the instance that came first,
+// and to the other one after it.
 class BusInstance final : public QObject, public SingleInstance {
     Q_OBJECT
 
@@ -18,8 +19,8 @@ public:
     Standing claim(Wish wish) override { return m_others->claim(wish); }
     void serve() override;
 
-    // The caller on the bus gets its answer before the wish is granted, which may
-    // take long.
+    // Grants the wish from the event loop, so that the caller on the bus gets its
+    // reply first; granting may take long.
     void grantSoon(Wish wish);
 
 private:
@@ -28,7 +29,8 @@ private:
     std::unique_ptr<SingleInstance> m_others;
 };
 
-// What the bus sees of it: the interface that desktops start applications with.
+// Exports a BusInstance on the bus, by the interface through which desktops start
+// applications.
 class ApplicationAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")

@@ -5,12 +5,13 @@
 
 #include <utility>
 
-// Owns a file descriptor. Its number has two digits, so that it is never one of
-// those that a shell can name, and no program started by this one inherits it.
+// Owns a file descriptor. Its number has two digits, so that it is never one that a
+// shell can name, and no program started by this one inherits it.
 class Descriptor {
 public:
     Descriptor() = default;
-    // Takes the number over and closes it; below 0 there is none.
+    // Takes over the descriptor with this number, which is closed. A negative
+    // number makes an empty object.
     explicit Descriptor(int number)
     {
         if (number < 0)

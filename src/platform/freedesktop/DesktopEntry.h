@@ -6,24 +6,27 @@
 
 #include <optional>
 
-// What desktops read in the files (".desktop") by which they start programs. Only
+// Reads desktop entries (".desktop" files), by which desktops start programs. Only
 // the main group counts.
 namespace DesktopEntry {
 
+// Returns the value of a key with its escapes resolved; absent without the key.
 [[nodiscard]] std::optional<QString> value(const QByteArray &entry, QByteArrayView key);
 
-// The entry with that line in its main group, in the place of another of the key.
+// Returns the entry with this line in its main group, in place of another line with
+// the same key.
 [[nodiscard]] QByteArray withLine(const QByteArray &entry, const QByteArray &key, const QByteArray &value);
 
-// The words of an Exec key: quotes and escapes resolved, without what stands for
-// files. Empty when the quotes do not match.
+// Returns the words of an Exec key: quotes and escapes resolved, placeholders for
+// files left out. Empty when the quotes do not match.
 [[nodiscard]] QStringList words(const QString &exec);
 
-// The canonical path of what the entry starts, also by way of env; empty when
-// there is no such program.
+// Returns the canonical path of the program that the entry starts, directly or
+// through env; empty when there is no such program.
 [[nodiscard]] QString program(const QByteArray &entry);
 
-// Whether the desktop that runs starts it at login, provided the program is there.
+// Returns whether the running desktop would start the entry at login, provided its
+// program exists.
 [[nodiscard]] bool switchedOn(const QByteArray &entry);
 
 } // namespace DesktopEntry

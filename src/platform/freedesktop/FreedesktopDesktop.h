@@ -8,7 +8,7 @@
 
 class SettingsPortal;
 
-// The small services as Linux desktops offer them.
+// Provides the small services as Linux desktops offer them.
 class FreedesktopDesktop final : public Desktop {
 public:
     enum class Bell { ofDisplay, ofSoundTheme };

@@ -5,19 +5,19 @@
 
 struct ca_context;
 
-// The short sound after a copy, and a bell, played by the desktop's sound server.
+// Plays the short sound after a copy, and a bell, through the desktop's sound server.
 class PopSound {
 public:
     PopSound();
     ~PopSound();
     Q_DISABLE_COPY_MOVE(PopSound)
 
-    // Returns at once. The sound server may take its time or not exist, so it is
-    // spoken to in a thread of its own.
+    // Plays the sound and returns at once. The sound server may be slow or missing,
+    // so a thread of its own talks to it.
     void play();
-    // The same for the bell of the desktop's sound theme, if that has one.
+    // Rings the bell of the desktop's sound theme, if that has one, and returns at once.
     void ring();
-    // Whether a sound server or a device answers; waits for it.
+    // Returns whether a sound server or a device answers; waits for the answer.
     [[nodiscard]] bool audible();
 
 private:
@@ -25,7 +25,7 @@ private:
     void playNow();
 
     QByteArray m_file; // the path of the sound; the sound library plays files only
-    int m_memory = -1; // what the file is made of
+    int m_memory = -1; // descriptor of the memory that the file lies in
     ca_context *m_context = nullptr;
     QThreadPool m_thread; // last, so that it ends first
 };

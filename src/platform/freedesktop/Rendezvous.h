@@ -8,35 +8,35 @@
 #include <string_view>
 #include <vector>
 
-// Where the starts of the program on one display meet: a lock and a socket in a
-// folder that nobody but the user can write to. Written without Qt, because the
+// Lets the starts of the program on one display meet, by a lock and a socket in a
+// folder that only the user can write to. It is written without Qt, because the
 // start of a second process is as slow as the libraries that it loads.
 namespace Rendezvous {
 
 struct Place {
-    std::string lock;   // held by the process that is first, for as long as it lives
-    std::string socket; // where it listens
+    std::string lock;   // file locked by the first process for as long as it lives
+    std::string socket; // socket that the first process listens on
 };
 
-// The places that can be used at the moment, best first: in the user's runtime
-// folder, then in folders of our own among the temporary files and in the user's
-// cache. Every start looks at the same ones.
+// Returns the places that can be used at the moment, best first: in the user's
+// runtime folder, then in folders of our own among the temporary files and in the
+// user's cache. Every start looks at the same places.
 [[nodiscard]] std::vector<Place> places();
-// The best place, whose folder is made if there is none yet; absent when none of
-// them can be used.
+// Returns the best place and creates its folder if necessary; absent when no place
+// can be used.
 [[nodiscard]] std::optional<Place> makePlace();
 
 enum class Answer {
-    granted, // it will be done
-    nobody,  // nobody listens there, or who did is ending
+    granted, // the wish will be granted
+    nobody,  // nobody listens there, or the process that did is ending
     silent,  // somebody listens, but has not answered in time
 };
 
-// Asks whoever listens there.
+// Sends the wish to the process that listens there and waits for its answer.
 [[nodiscard]] Answer ask(const Place &place, Wish wish, std::chrono::milliseconds patience);
 
-// What goes over the socket: a wish one way and the answer the other, each with
-// its line end.
+// Convert a wish to and from its form on the socket. The answer goes the other way;
+// each ends with a line end.
 [[nodiscard]] std::string_view message(Wish wish);
 [[nodiscard]] std::optional<Wish> wishIn(std::string_view message);
 inline constexpr std::string_view grantedMessage = "ok\n";
@@ -45,8 +45,8 @@ inline constexpr std::string_view grantedMessage = "ok\n";
 enum class Lock { taken, held, unusable };
 [[nodiscard]] Lock take(const Place &place);
 
-// A socket that listens there; what an earlier process has left is removed.
-// Needs the lock. Negative when there can be none.
+// Returns a socket that listens there, after removing what an earlier process has
+// left. Needs the lock. Negative when no socket can be made.
 [[nodiscard]] int listenAt(const Place &place);
 
 } // namespace Rendezvous

@@ -1,13 +1,13 @@
 #pragma once
 
-// The user's message bus, if there is one.
+// Answers questions about the user's message bus.
 namespace SessionBus {
 
-// True when a bus is running already. Asking Qt would start one.
+// Returns true when a bus is already running. Asking Qt instead would start one.
 [[nodiscard]] bool present();
 
-// Without a bus, keeps every library of this process from starting one of its
-// own. Before the application object exists.
+// Keeps every library of this process from starting a bus of its own when there is
+// none. Must be called before the application object exists.
 void doNotStartOne();
 
 } // namespace SessionBus

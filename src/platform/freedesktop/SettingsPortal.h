@@ -9,17 +9,18 @@
 
 #include <optional>
 
-// The desktop's look-and-feel settings, read over the session bus without
-// waiting and kept up to date. Until the desktop answers, nothing is known.
+// Reads the desktop's look-and-feel settings over the session bus, without waiting,
+// and keeps them up to date. Until the desktop answers, nothing is known.
 class SettingsPortal final : public QObject {
     Q_OBJECT
 
 public:
     SettingsPortal();
 
-    // False also while unknown.
+    // Returns whether the user wants reduced motion; false while unknown.
     [[nodiscard]] bool reducesMotion() const;
-    // Absent when the desktop states no preference.
+    // Returns whether the desktop prefers dark colours; absent when it states no
+    // preference.
     [[nodiscard]] std::optional<bool> prefersDark() const;
 
 signals:

@@ -6,15 +6,16 @@
 
 #include <optional>
 
-// Finds the others through a lock and a socket of the file system, which are
-// there without any bus and can be reached before anything is loaded.
+// Finds other instances through a lock and a socket in the file system, which need
+// no bus and can be reached before anything is loaded.
 class SocketInstance final : public SingleInstance {
 public:
     SocketInstance() = default;
     ~SocketInstance() override;
     Q_DISABLE_COPY_MOVE(SocketInstance)
 
-    // Where no folder can be used, every process is the first.
+    // Claims as described in SingleInstance. Where no folder can be used, every
+    // process is the first.
     Standing claim(Wish wish) override;
     void serve() override;
 

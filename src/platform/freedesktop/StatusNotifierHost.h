@@ -4,7 +4,7 @@
 
 #include <QDBusServiceWatcher>
 
-// The tray of newer panels, a service on the session bus.
+// Finds the tray of newer panels, which is a service on the session bus.
 class StatusNotifierHost final : public TrayHost {
 public:
     StatusNotifierHost();

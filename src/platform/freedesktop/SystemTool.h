@@ -6,15 +6,16 @@
 #include <functional>
 #include <optional>
 
-// A program of the system with its arguments.
+// Describes a program of the system with its arguments.
 struct SystemTool {
     QString program;
     QStringList arguments;
 
-    // False ends the tool.
+    // The listener returns false to end the program.
     using Listener = std::function<bool(const QByteArray &line)>;
 
-    // Waits for its end. Absent when it exits with 0, else what went wrong. The
-    // listener is given every line that it prints.
+    // Runs the program and waits for its end, for so many milliseconds at most, or
+    // without limit if negative. Returns nothing when it exits with 0, otherwise
+    // what went wrong. The listener is given every line that the program prints.
     [[nodiscard]] std::optional<QString> run(const Listener &listener = {}, int milliseconds = -1) const;
 };

@@ -2,13 +2,13 @@
 
 #include <functional>
 
-// Something that can show tray icons.
+// Represents a kind of tray that can show icons.
 class TrayHost {
 public:
     virtual ~TrayHost() = default;
 
     [[nodiscard]] virtual bool present() const = 0;
 
-    // Called on the main thread when it comes up later.
+    // Called on the main thread when a tray of this kind appears later.
     std::function<void()> onAppeared;
 };

@@ -14,8 +14,8 @@
 
 class SettingsPortal;
 
-// A tray icon that waits for its tray. Qt looks for one only once, at
-// the first question, so that question is put off until a tray is there.
+// Shows a tray icon once there is a tray. Qt looks for a tray only once, when it is
+// first asked, so that question is put off until then.
 class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 

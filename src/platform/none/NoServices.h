@@ -2,6 +2,6 @@
 
 #include "platform/Platform.h"
 
-// Every service answering "not here". Lets the program and its tests run on a
-// display that offers nothing.
+// Returns services that all answer "not available". They let the program and its
+// tests run on a display that offers nothing.
 [[nodiscard]] Platform makeNoPlatform();

@@ -6,16 +6,17 @@
 
 // Keeps this program's own windows out of a picture of the screen.
 //
-// Without a compositor the windows below an own one would have to repaint when
-// it goes, which may take them any time. The server is therefore asked to keep
-// every window's pixels for as long as an own window shows.
+// Without a compositor, the windows below one of them would have to repaint when it
+// is hidden, which may take them any length of time. The X server is therefore
+// asked to keep every window's pixels for as long as a window of this program
+// shows.
 class OwnWindows final : public QObject {
 public:
     OwnWindows();
     ~OwnWindows() override;
 
-    // Takes every ordinary own window off the screen and waits until the screen
-    // no longer shows it, half a second at most. Open menus are closed.
+    // Hides every ordinary window of this program and waits until the screen no
+    // longer shows it, for half a second at most. Open menus are closed.
     void hide();
     // Shows the windows again where they were.
     void restore();

@@ -13,12 +13,12 @@ class X11KeyboardGrab;
 
 // Grabs the key on the root window, once for every state of the lock keys. While
 // this program holds the whole keyboard, as it does during a capture and while a
-// menu is open, the server knows no shortcuts: the key then comes to one of the own
-// windows and is taken from it.
+// menu is open, the X server recognises no shortcuts: the key press then goes to
+// one of the program's own windows, and is intercepted there.
 class X11HotKeys final : public HotKeyService, public QAbstractNativeEventFilter {
 public:
-    // While the recorder holds the keyboard, every key is for it. It has to
-    // outlive this.
+    // Takes the recorder's grab, which must outlive this object. While the recorder
+    // holds the keyboard, every key is meant for it.
     explicit X11HotKeys(const X11KeyboardGrab &recorder);
     ~X11HotKeys() override;
 
@@ -33,13 +33,13 @@ private:
         std::vector<std::uint16_t> masks;
     };
 
-    // Both answer whether the event goes no further.
+    // Both return whether the event goes no further.
     [[nodiscard]] bool takePress(const xcb_key_press_event_t &key);
     [[nodiscard]] bool takeRelease(const xcb_key_press_event_t &key);
     static void giveUp(const Grabs &grabs, const Grabs &butNot);
 
     const X11KeyboardGrab &m_recorder;
     Grabs m_grabs;
-    bool m_down = false;                        // taken, and not released since
-    std::optional<std::uint32_t> m_lastRelease; // of what was taken; server time, milliseconds
+    bool m_down = false;                        // a press was taken and has not been released since
+    std::optional<std::uint32_t> m_lastRelease; // of the key that was taken; server time, milliseconds
 };

@@ -6,8 +6,8 @@
 #include <QTimer>
 #include <QWidget>
 
-// An active grab of the keyboard: while it is held, the server knows no
-// shortcuts. It ends by itself when this program does.
+// Grabs the keyboard actively: while the grab is held, the X server recognises no
+// shortcuts. It ends with this program at the latest.
 class X11KeyboardGrab final : public KeyboardGrab {
 public:
     X11KeyboardGrab();
@@ -16,7 +16,8 @@ public:
     void take(QWidget &window) override;
     void release() override;
 
-    // Whether it is held, or asked for until another program lets go.
+    // Returns whether the grab is held, or is still being attempted because another
+    // program holds the keyboard.
     [[nodiscard]] bool wanted() const { return m_wanted; }
 
 private:

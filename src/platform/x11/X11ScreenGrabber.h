@@ -6,8 +6,9 @@
 // Reads the root window, one monitor after another.
 class X11ScreenGrabber final : public ScreenGrabber {
 public:
-    // An X server hides nothing from its clients, but one that serves old
-    // programs inside a Wayland session has no screen to show.
+    // Returns false only for an X server that serves old programs inside a Wayland
+    // session, because it has no screen to show. Any other X server hides nothing
+    // from its clients.
     bool accessGranted() override;
     void requestAccess() override {}
     bool openAccessSettings() override;

@@ -14,9 +14,9 @@
 
 class OwnWindows;
 
-// Windows that no window manager manages: they land where they are put, above
-// panels and full-screen programs, at once. The price is that nobody focuses
-// them, so the keyboard is taken from the server directly.
+// Places windows that no window manager manages: they appear at once where they are
+// put, above panels and full-screen programs. The price is that nobody focuses
+// them, so the keyboard is taken from the X server directly.
 class X11WindowPlacer final : public QObject, public WindowPlacer {
 public:
     explicit X11WindowPlacer(std::shared_ptr<OwnWindows> ownWindows);

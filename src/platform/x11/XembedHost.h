@@ -6,7 +6,7 @@
 
 #include <xcb/xcb.h>
 
-// The tray of older panels, which owns a selection of the X server.
+// Finds the tray of older panels, which owns a selection of the X server.
 class XembedHost final : public TrayHost, public QAbstractNativeEventFilter {
 public:
     XembedHost();

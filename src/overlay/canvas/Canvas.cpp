@@ -1,0 +1,181 @@
+#include "overlay/canvas/Canvas.h"
+
+#include "base/Bands.h"
+#include "base/Painting.h"
+#include "marks/EditorState.h"
+#include "marks/MarkFootprint.h"
+#include "overlay/canvas/Loupe.h"
+#include "overlay/canvas/Rendering.h"
+
+#include <QPainter>
+#include <QTimer>
+#include <QWidget>
+#include <QtConcurrentRun>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto screensFrozen = 100ms; // all of them have been painted for the first time
+constexpr auto copiedShows = 1s;
+
+} // namespace
+
+Canvas::Canvas(QWidget &widget, const ScreenShot &shot, const ViewSpace &space, const EditorState &state,
+               const std::function<bool()> &reduceMotion)
+    : m_widget(widget)
+    , m_shot(shot)
+    , m_space(space)
+    , m_state(state)
+    , m_reduceMotion(reduceMotion)
+    , m_halo(shot.pointSize, shot.scale, reduceMotion)
+{
+    lendPicture();
+    m_widget.update(m_damage.follow(scene(), {}));
+    m_halo.onFrame = [this](const QRegion &area) { m_widget.update(area); };
+    m_fade.onFrame = [this](const QRectF &area) {
+        touch(area);
+        if (!m_fade.running()) // the mark is among the others now
+            refresh();
+    };
+    QTimer::singleShot(screensFrozen, &m_widget, [this] { dimWhole(); });
+}
+
+void Canvas::lendPicture()
+{
+    Annotation::background = m_shot.image;
+    Annotation::backgroundScale = m_shot.scale;
+    Annotation::viewHeight = m_shot.pointSize.height();
+}
+
+Canvas::~Canvas()
+{
+    // A picture of the screen is not kept longer than it is looked at.
+    if (Annotation::background.cacheKey() == m_shot.image.cacheKey())
+        Annotation::background = {};
+}
+
+// Beside the main thread, which has the user's first steps to follow. The
+// capture may be over before the picture is made; a watcher is never told then.
+void Canvas::dimWhole()
+{
+    QObject::connect(&m_dimming, &QFutureWatcherBase::finished, &m_widget, [this] {
+        m_backdrop.keepDimmed(m_dimming.result());
+        m_halo.setGround(m_dimming.result());
+    });
+    m_dimming.setFuture(QtConcurrent::run(Backdrop::dimmed, m_shot.image));
+}
+
+std::optional<QImage> Canvas::render()
+{
+    m_fade.stop();
+    refresh();
+    return Rendering::renderSelection(m_state, m_shot, m_marks);
+}
+
+Chrome::Scene Canvas::scene() const
+{
+    return {.state = m_state,
+            .scale = m_shot.scale,
+            .haloShows = !m_halo.isHidden(),
+            .justCopied = !m_copied.hasExpired()};
+}
+
+void Canvas::refresh()
+{
+    endStaleFade();
+    m_halo.update(m_state.selection);
+    m_widget.update(m_damage.follow(scene(), followMarks()));
+}
+
+// A mark that was moved, undone or taken over is drawn like the others.
+void Canvas::endStaleFade()
+{
+    const auto fades = [this](const AnnotationPtr &mark) { return m_fade.draws(*mark); };
+    const bool inHand = m_state.current && m_fade.draws(*m_state.current);
+    if (!inHand && std::ranges::none_of(m_state.annotations, fades))
+        m_fade.stop();
+}
+
+// Returns on which pixels the finished marks look different.
+QRegion Canvas::followMarks()
+{
+    std::vector<AnnotationPtr> marks = m_state.drawOrder();
+    std::erase_if(marks, [this](const AnnotationPtr &mark) { return m_fade.draws(*mark); });
+    return m_marks.follow(marks);
+}
+
+void Canvas::touch(const QRectF &area) { m_widget.update(m_space.around(area, 1)); }
+
+void Canvas::touchMark(const Annotation &mark) { m_widget.update(MarkFootprint::of(mark, m_space)); }
+
+void Canvas::strokeGrew(const Annotation &stroke)
+{
+    m_marks.prepareFor(stroke);
+    m_widget.update(MarkFootprint::ofLastStep(stroke, m_space));
+}
+
+void Canvas::showSnap(const Annotation &mark)
+{
+    touch(SnapFade::area(mark));
+    if (!m_reduceMotion())
+        m_fade.start(mark);
+}
+
+void Canvas::showCopied()
+{
+    m_copied.setRemainingTime(copiedShows);
+    refresh();
+    m_halo.pulse(Pulse::strong);
+    QTimer::singleShot(copiedShows, &m_widget, [this] { refresh(); });
+}
+
+void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked)
+{
+    drawScreen(painter, m_space.pixelsOf(exposed - m_halo.covered()));
+    m_halo.draw(painter, exposed);
+    painter.setTransform(m_space.upwards(), true);
+    if (m_state.selection)
+        drawInHand(painter, exposed);
+    Chrome::draw(painter, scene(), m_space.fromWidget(QRectF(exposed.boundingRect())));
+    if (picked)
+        Loupe::draw(painter, m_shot, *picked);
+}
+
+// The frozen screen and the finished marks, which never show outside the selection.
+void Canvas::drawScreen(QPainter &painter, const QRegion &exposed)
+{
+    const Painting::Saved saved(painter);
+    painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
+    if (!m_state.selection)
+        return m_backdrop.draw(painter, {}, exposed);
+    const QRect selected = m_space.toNearestPixels(*m_state.selection);
+    const QRegion hidden = hiddenByMosaics() & selected;
+    m_marks.prepare(exposed & selected);
+    Bands::draw(painter, exposed, [&](QPainter &on, const QRegion &band) {
+        m_backdrop.draw(on, selected, band - hidden);
+        m_marks.draw(on, band & selected);
+    });
+}
+
+QRegion Canvas::hiddenByMosaics() const
+{
+    QRegion hidden = m_marks.covered();
+    if (m_state.current && m_state.current->tool == Tool::pixelate && !Mosaic(*m_state.current).isNull())
+        hidden += Mosaic::covered(m_space.toDevice(m_state.current->rectFromPoints()));
+    return hidden;
+}
+
+void Canvas::drawInHand(QPainter &painter, const QRegion &exposed)
+{
+    const Painting::Saved saved(painter);
+    painter.setClipRect(*m_state.selection, Qt::IntersectClip);
+    const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
+    if (m_fade.running())
+        m_fade.draw(painter, part);
+    if (m_state.current && !m_fade.draws(*m_state.current))
+        m_state.current->draw(painter, part);
+}
