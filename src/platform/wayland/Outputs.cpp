@@ -16,8 +16,11 @@ bool isTurned(wl_output_transform transform) { return (transform & WL_OUTPUT_TRA
 } // namespace
 
 const wl_output_listener Output::listener{
-    .geometry = [](void *data, wl_output *, int, int, int, int, int, const char *, const char *,
-                   int transform) { self(data).m_transform = static_cast<wl_output_transform>(transform); },
+    .geometry =
+        [](void *data, wl_output *, int x, int y, int, int, int, const char *, const char *, int transform) {
+            self(data).m_transform = static_cast<wl_output_transform>(transform);
+            self(data).m_place = {x, y};
+        },
     .mode =
         [](void *data, wl_output *, std::uint32_t flags, int width, int height, int) {
             if (flags & WL_OUTPUT_MODE_CURRENT)
@@ -48,9 +51,13 @@ QSize Output::nativeSize() const { return isTurned(m_transform) ? m_mode.transpo
 
 QScreen *Output::screen() const
 {
+    // A compositor that names no outputs says where each of them is.
+    const auto isThis = [this](const QScreen *screen) {
+        return m_name.isEmpty() ? screen->geometry().topLeft() == m_place : screen->name() == m_name;
+    };
     const auto screens = QGuiApplication::screens();
-    const auto found = std::ranges::find(screens, m_name, [](const QScreen *s) { return s->name(); });
-    return m_name.isEmpty() || found == screens.end() ? nullptr : *found;
+    const auto found = std::ranges::find_if(screens, isThis);
+    return found == screens.end() ? nullptr : *found;
 }
 
 namespace Outputs {

@@ -2,6 +2,7 @@
 
 #include "platform/wayland/Connection.h"
 
+#include <QPoint>
 #include <QScreen>
 #include <QSize>
 #include <QString>
@@ -24,7 +25,8 @@ public:
     [[nodiscard]] wl_output_transform transform() const { return m_transform; }
     // Its size in device pixels, as the user sees it.
     [[nodiscard]] QSize nativeSize() const;
-    // The screen of the same name; null when Qt has none.
+    // The screen of the same name, or at the same place where outputs have no names;
+    // null when Qt has none.
     [[nodiscard]] QScreen *screen() const;
 
 private:
@@ -33,7 +35,8 @@ private:
     const std::uint32_t m_global;
     wl_output *m_proxy;
     QString m_name;
-    QSize m_mode; // as the hardware scans it
+    QPoint m_place; // as the compositor counts
+    QSize m_mode;   // as the hardware scans it
     wl_output_transform m_transform = WL_OUTPUT_TRANSFORM_NORMAL;
     bool m_described = false;
 };
