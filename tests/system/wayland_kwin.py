@@ -50,8 +50,14 @@ class KWin(WaylandDesktop):
     def look(self, output):
         path = self.folder / "look.ppm"
         path.unlink(missing_ok=True)
-        self.run(str(self.helpers / "wayland-look"), "kwin", output.name, str(path))
-        return Picture(path.read_bytes() if path.exists() else b"")
+
+        def taken():
+            """KWin refuses while it arranges its outputs."""
+            self.run(str(self.helpers / "wayland-look"), "kwin", output.name, str(path))
+            return path.exists()
+
+        wait_for(taken, f"a picture of {output.name}")
+        return Picture(path.read_bytes())
 
 
 def without_capability():

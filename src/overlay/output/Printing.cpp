@@ -1,5 +1,6 @@
 #include "overlay/output/Printing.h"
 
+#include <QLineEdit>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -8,6 +9,8 @@
 #include <memory>
 
 namespace {
+
+const QString name = QStringLiteral("Vellumora"); // of what is printed
 
 void print(const QImage &picture, QPrinter &printer)
 {
@@ -23,7 +26,7 @@ void print(const QImage &picture, QPrinter &printer)
 QPrintDialog *makeDialog(const QImage &picture)
 {
     auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    printer->setDocName(QStringLiteral("Vellumora"));
+    printer->setDocName(name);
     printer->setPageOrientation(picture.width() > picture.height() ? QPageLayout::Landscape
                                                                    : QPageLayout::Portrait);
     auto *dialog = new QPrintDialog(printer.get());
@@ -33,6 +36,14 @@ QPrintDialog *makeDialog(const QImage &picture)
     // The dialog works on the printer until it is gone.
     QObject::connect(dialog, &QObject::destroyed, [printer] {});
     return dialog;
+}
+
+// Qt proposes a file on X11; elsewhere only a folder, into which nothing can be printed.
+void proposeFile(const QPrintDialog &dialog)
+{
+    auto *file = dialog.findChild<QLineEdit *>(QStringLiteral("filename"));
+    if (file && file->text().endsWith(u'/'))
+        file->setText(file->text() + name + QStringLiteral(".pdf"));
 }
 
 } // namespace
@@ -48,6 +59,7 @@ void Printing::show(const QImage &picture)
     std::erase_if(m_dialogs, [](const auto &dialog) { return dialog.isNull(); });
     QPrintDialog *dialog = m_dialogs.emplace_back(makeDialog(picture));
     dialog->show();
+    proposeFile(*dialog);
     dialog->raise();
     dialog->activateWindow();
 }

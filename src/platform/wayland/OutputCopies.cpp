@@ -128,8 +128,11 @@ std::vector<ScreenShot> OutputCopies::take()
         if (!screen || !Outputs::isThere(*m_connection, *copy->output))
             continue;
         QImage image;
-        if (copy->state == Copy::State::copied)
+        if (copy->state == Copy::State::copied) {
+            // Not before: what the compositor copies has no opacity.
+            SharedBuffers::makeOpaque(copy->image);
             image = upright(std::move(copy->image), copy->output->transform(), copy->rows);
+        }
         all.push_back(ScreenScale::shot(*screen, image));
     }
     ScreenScale::sort(all);

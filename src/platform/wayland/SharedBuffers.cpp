@@ -46,18 +46,6 @@ bool makesSense(const SharedBuffers::Layout &layout)
            && qsizetype(layout.stride) * size.height() <= std::numeric_limits<int>::max();
 }
 
-// Qt copies the byte of the opacity as it is, also into a window, through which the
-// screen below then shows.
-void makeOpaque(QImage &image)
-{
-    constexpr QRgb opaque = 0xff000000;
-    for (int y = 0; y < image.height(); ++y) {
-        auto *row = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            row[x] |= opaque;
-    }
-}
-
 Descriptor makeMemory(qsizetype bytes)
 {
     Descriptor memory(memfd_create("vellumora-picture", MFD_CLOEXEC | MFD_ALLOW_SEALING));
@@ -152,9 +140,21 @@ QImage SharedBuffers::picture(const std::shared_ptr<Buffer> &buffer)
         return {};
     QImage image(static_cast<uchar *>(address), layout.size.width(), layout.size.height(), layout.stride,
                  layoutOf(layout.format)->image, &Mapping::release, new Mapping{memory, address});
-    if (image.format() == QImage::Format_RGB32)
-        makeOpaque(image);
     return image;
+}
+
+// Qt copies the byte of the opacity as it is, also into a window, through which the
+// screen below then shows.
+void SharedBuffers::makeOpaque(QImage &image)
+{
+    if (image.format() != QImage::Format_RGB32)
+        return;
+    constexpr QRgb opaque = 0xff000000;
+    for (int y = 0; y < image.height(); ++y) {
+        auto *row = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            row[x] |= opaque;
+    }
 }
 
 void SharedBuffers::forgetUnused() { m_kept = std::exchange(m_used, {}); }

@@ -41,6 +41,8 @@ public:
     // Returns what the compositor has written; null when it cannot be looked at.
     // Keeps the buffer in use for as long as the picture lives.
     [[nodiscard]] static QImage picture(const std::shared_ptr<Buffer> &buffer);
+    // Fills the byte of the opacity of a picture that the compositor has copied.
+    static void makeOpaque(QImage &image);
 
     // Gives up what was not taken since the last call.
     void forgetUnused();
