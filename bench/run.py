@@ -15,8 +15,10 @@ BUILD = ROOT / "build/release"
 os.environ.setdefault("VELLUMORA", str(BUILD / "vellumora"))
 os.environ.setdefault("VELLUMORA_HELPERS", str(BUILD / "tests"))
 sys.path.insert(0, str(ROOT / "tests/system"))
+sys.path.insert(0, str(ROOT / "bench/capture"))
 from desktop import Desktop  # noqa: E402
 from wayland_desktop import Output  # noqa: E402
+import wayland_log  # noqa: E402
 from wayland_sway import Sway  # noqa: E402
 
 MONITORS = ((0, 0, 3840, 2160), (3840, 0, 1920, 1080))
@@ -100,6 +102,39 @@ def on_sway():
         desktop.run("true")
         row("second start on sway, until it has handed over", f"{statistics.median(handed):.1f} ms",
             f"a program that does nothing {1000 * (time.monotonic() - nothing):.1f} ms", "", "<= 30 ms")
+    finally:
+        desktop.close()
+    painting_on_sway(dense, rows["memcpy"]["time"])
+
+
+def painting_on_sway(dense, copy):
+    """Until the picture has been handed to the compositor, as the program's own messages to it tell."""
+    desktop = Sway((dense, Output("HEADLESS-2", 1920, 1080, 1, dense.right)))
+    try:
+        desktop.witnesses()
+        program = desktop.start(WAYLAND_DEBUG="client")
+        painted, moved = [], []
+        for _ in range(9):
+            begun = wayland_log.now()
+            desktop.run(desktop.program, "--capturar")
+            desktop.wait_for_overlays()
+            painted.append(max(wayland_log.first_pictures(wayland_log.messages(program.output, begun))) - begun)
+            desktop.pull([(400, 300), (420, 310)])
+            begun = wayland_log.now()
+            for step in range(30):
+                desktop.move_to((800 + 60 * step, 500 + 40 * step))
+                time.sleep(0.04)  # so that no step waits for a frame of the compositor
+            log = wayland_log.messages(program.output, 0)
+            surfaces = [surface for surface in wayland_log.layers(log)][-2:]
+            recent = [message for message in log if message.time >= begun]
+            moved += max((wayland_log.steps(recent, surface) for surface in surfaces), key=len)
+            desktop.button(False)
+            desktop.key("Escape")
+            desktop.wait_until_over()
+        ratio_row("second start on sway -> both pictures handed over", statistics.median(painted), copy, "memcpy", "<= 150 ms")
+        high = sorted(moved)[len(moved) * 95 // 100]
+        row("drag step on sway -> picture handed over, 4K", f"{statistics.median(moved):.2f} ms (p95 {high:.1f})",
+            f"memcpy {copy:.2f} ms", f"{statistics.median(moved) / copy:.2f}", "<= 6 ms")
     finally:
         desktop.close()
 

@@ -6,16 +6,6 @@
 
 #include <memory>
 
-namespace {
-
-// A compositor drops, without a word, what comes from a program that has no keyboard.
-bool compositorListens()
-{
-    return !QGuiApplication::platformName().startsWith(u"wayland") || QGuiApplication::focusWindow();
-}
-
-} // namespace
-
 bool QtClipboard::offer(const Formats &formats)
 {
     auto data = std::make_unique<QMimeData>();
@@ -24,8 +14,7 @@ bool QtClipboard::offer(const Formats &formats)
     const QMimeData *ours = data.get();
     QClipboard *clipboard = QGuiApplication::clipboard();
     clipboard->setMimeData(data.release());
-    return compositorListens()
-           && clipboard->mimeData() == ours; // unless another program has taken it from us
+    return clipboard->mimeData() == ours; // unless another program has taken it from us
 }
 
 Clipboard::Formats QtClipboard::offered() const

@@ -2,8 +2,7 @@
 
 #include "platform/Clipboard.h"
 
-// The clipboard as Qt knows it. Where a compositor takes it only from the program that has
-// the keyboard, an offer of any other fails.
+// Offers through the clipboard that Qt knows.
 class QtClipboard final : public Clipboard {
 public:
     bool offer(const Formats &formats) override;

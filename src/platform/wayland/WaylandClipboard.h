@@ -3,6 +3,8 @@
 #include "platform/QtClipboard.h"
 #include "platform/wayland/DataControl.h"
 
+#include <QGuiApplication>
+
 #include <memory>
 
 // What Qt offers is gone with the last window that had the keyboard, on some compositors,
@@ -16,7 +18,10 @@ public:
 
     bool offer(const Formats &formats) override
     {
-        return m_control ? m_control->offer(formats) : m_qt.offer(formats);
+        if (m_control)
+            return m_control->offer(formats);
+        // A compositor drops, without a word, what comes from a program without the keyboard.
+        return m_qt.offer(formats) && QGuiApplication::focusWindow();
     }
 
     // What was copied inside a text field is Qt's on every compositor.
