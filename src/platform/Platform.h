@@ -20,8 +20,8 @@ struct Platform {
     std::unique_ptr<ScreenGrabber> screens;
     std::unique_ptr<WindowPlacer> windows;
     std::unique_ptr<KeyboardGrab> keyboardGrab;
+    std::unique_ptr<KeyboardLayout> keyboard; // outlives the service below, which may ask it
     std::unique_ptr<HotKeyService> hotKeys;
-    std::unique_ptr<KeyboardLayout> keyboard;
     std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<Desktop> desktop;

@@ -3,7 +3,7 @@ import signal
 import unittest
 
 from session import PATIENCE, wait_for
-from wayland_case import MainJob, WaylandTest
+from wayland_case import Drawing, MainJob, WaylandTest
 from wayland_desktop import pattern
 from wayland_kwin import A, B, KWin
 
@@ -22,7 +22,7 @@ class KWinTest(WaylandTest):
         self.desktop.move_to((300, 300), output)
 
 
-class OnTwoOutputs(MainJob, KWinTest):
+class OnTwoOutputs(MainJob, Drawing, KWinTest):
     def test_an_output_that_goes_ends_the_capture(self):
         desktop = self.desktop
         program = self.start()

@@ -6,7 +6,7 @@ import unittest
 
 import wayland_sway
 from session import Process, wait_for
-from wayland_case import MainJob, WaylandTest
+from wayland_case import Drawing, MainJob, WaylandTest
 from wayland_desktop import Output, pattern
 from wayland_sway import A, B, Sway
 
@@ -16,7 +16,7 @@ class SwayTest(WaylandTest):
         return Sway()
 
 
-class OnTwoOutputs(MainJob, SwayTest):
+class OnTwoOutputs(MainJob, Drawing, SwayTest):
     def test_escape_leaves_fifty_times_of_fifty(self):
         desktop = self.desktop
         program = self.start()
@@ -94,7 +94,7 @@ class OnABus(SwayTest):
     def make_desktop(self):
         return Sway(bus=True)
 
-    def test_the_menu_of_the_tray_captures(self):
+    def test_menu_and_icon_of_the_tray_capture(self):
         desktop = self.desktop
         self.start()
         panel = Process(desktop, "panel", [desktop.helpers / "panel"])  # later than the program
@@ -108,6 +108,12 @@ class OnABus(SwayTest):
             return re.search(r"<\((\d+), \{[^}]*'label': <'Capture", call("GetLayout", "0", "-1", "[]"))
 
         call("Event", wait_for(entry, "the menu")[1], "clicked", '<"">', "0")
+        desktop.wait_for_overlays()
+        desktop.key("Escape")
+        desktop.wait_until_over()
+        # A left click: a menu of ours would be a window like any other.
+        desktop.run("gdbus", "call", "--session", "-d", item, "-o", "/StatusNotifierItem", "-m",
+                    "org.kde.StatusNotifierItem.Activate", "--", "0", "0")
         desktop.wait_for_overlays()
         desktop.key("Escape")
         desktop.wait_until_over()

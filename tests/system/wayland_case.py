@@ -116,38 +116,6 @@ class MainJob:
         self.copy("ctrl+c", (200, 150))
         self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), pattern((700, 200, 200, 150)))
 
-    def test_marks_text_and_a_held_stroke_are_copied_as_they_are_seen(self):
-        desktop = self.desktop
-        output = self.outputs[0]
-        area = (100, 100, 1000, 600)
-        self.start()
-        self.select(output, area)
-        for i, letter in enumerate("lare"):
-            desktop.key(letter)
-            desktop.drag((151 + 170 * i, 160), (290 + 170 * i, 281), output)
-        desktop.key("t")
-        desktop.click((201, 501), output)
-        desktop.type("Hello, world")
-        desktop.key("Escape")  # ends the text, not the capture
-        desktop.key("p")
-        desktop.pull([(800 + round(120 * math.cos(i / 8)), 450 + round(120 * math.sin(i / 8))) for i in range(51)], output)
-        wait_for(lambda: " figura: circulo" in desktop.log(), "the circle")
-        desktop.button(False)
-        desktop.key("p")  # the hand without a tool has another pointer
-        self.park(output)
-        # Without the frame, its handles and the shadow of the bar.
-        inner = (area[0] + 24, area[1] + 24, area[2] - 48, area[3] - 150)
-        seen = self.at_rest(output, inner)
-        self.copy("Return", area[2:])
-        got = desktop.pixels_of(desktop.clipboard("png"), (24, 24, *inner[2:]))
-        self.assert_same_pixels(got, seen)
-        plain = pattern(inner)
-        places = {(800 + 120 - inner[0], 450 - inner[1]), (240 - inner[0], 490 - inner[1])}
-        for x, y in places:  # the circle's right edge, the middle of the text
-            around = [3 * (inner[2] * (y + dy) + x + dx) for dy in range(-30, 31) for dx in range(-30, 31)]
-            self.assertTrue(any(got[at:at + 3] == bytes((255, 59, 48)) for at in around), f"no ink near {x, y}")
-            self.assertTrue(any(got[at:at + 3] != plain[at:at + 3] for at in around))
-
     def test_the_own_settings_window_is_not_in_the_picture(self):
         desktop = self.desktop
         self.start()
@@ -186,3 +154,39 @@ class MainJob:
         desktop.wait_until_over()
         saved = desktop.home / "Pictures/region.png"
         self.assert_same_pixels(desktop.pixels_of(saved), pattern(area))
+
+
+class Drawing:
+    """What is drawn over the picture; the overlay does not know which desktop it is on."""
+
+    def test_marks_text_and_a_held_stroke_are_copied_as_they_are_seen(self):
+        desktop = self.desktop
+        output = self.outputs[0]
+        area = (100, 100, 1000, 600)
+        self.start()
+        self.select(output, area)
+        for i, letter in enumerate("lare"):
+            desktop.key(letter)
+            desktop.drag((151 + 170 * i, 160), (290 + 170 * i, 281), output)
+        desktop.key("t")
+        desktop.click((201, 501), output)
+        desktop.type("Hello, world")
+        desktop.key("Escape")  # ends the text, not the capture
+        desktop.key("p")
+        desktop.pull([(800 + round(120 * math.cos(i / 8)), 450 + round(120 * math.sin(i / 8))) for i in range(51)], output)
+        wait_for(lambda: " figura: circulo" in desktop.log(), "the circle")
+        desktop.button(False)
+        desktop.key("p")  # the hand without a tool has another pointer
+        self.park(output)
+        # Without the frame, its handles and the shadow of the bar.
+        inner = (area[0] + 24, area[1] + 24, area[2] - 48, area[3] - 150)
+        seen = self.at_rest(output, inner)
+        self.copy("Return", area[2:])
+        got = desktop.pixels_of(desktop.clipboard("png"), (24, 24, *inner[2:]))
+        self.assert_same_pixels(got, seen)
+        plain = pattern(inner)
+        places = {(800 + 120 - inner[0], 450 - inner[1]), (240 - inner[0], 490 - inner[1])}
+        for x, y in places:  # the circle's right edge, the middle of the text
+            around = [3 * (inner[2] * (y + dy) + x + dx) for dy in range(-30, 31) for dx in range(-30, 31)]
+            self.assertTrue(any(got[at:at + 3] == bytes((255, 59, 48)) for at in around), f"no ink near {x, y}")
+            self.assertTrue(any(got[at:at + 3] != plain[at:at + 3] for at in around))

@@ -26,9 +26,10 @@ PanelLook panelLook(const SettingsPortal &settings)
 } // namespace
 
 TrayStatusItem::TrayStatusItem(std::vector<std::unique_ptr<TrayHost>> hosts,
-                               std::shared_ptr<const SettingsPortal> settings)
+                               std::shared_ptr<const SettingsPortal> settings, LeftClick leftClick)
     : m_hosts(std::move(hosts))
     , m_settings(std::move(settings))
+    , m_leftClick(leftClick)
 {
     connect(m_settings.get(), &SettingsPortal::changed, this, [this] { followPanel(); });
     qApp->installEventFilter(this);
@@ -50,11 +51,21 @@ void TrayStatusItem::showWhereHosted()
     m_icon->setToolTip(QStringLiteral("Vellumora"));
     m_icon->setContextMenu(m_menu);
     connect(&*m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger && m_menu)
-            m_menu->popup(QCursor::pos());
+        if (reason == QSystemTrayIcon::Trigger)
+            clicked();
     });
     followPanel();
     m_icon->show();
+}
+
+void TrayStatusItem::clicked()
+{
+    if (!m_menu || m_menu->isEmpty())
+        return;
+    if (m_leftClick == LeftClick::opensMenu)
+        m_menu->popup(QCursor::pos());
+    else
+        m_menu->actions().constFirst()->trigger();
 }
 
 void TrayStatusItem::followPanel()

@@ -20,8 +20,13 @@ class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
 public:
+    // Says what a left click does. A menu opens beside the pointer only where a program
+    // may place its windows; elsewhere the click does what the menu's first entry does,
+    // and the panel shows the menu itself, on a right click.
+    enum class LeftClick { opensMenu, takesFirstEntry };
+
     TrayStatusItem(std::vector<std::unique_ptr<TrayHost>> hosts,
-                   std::shared_ptr<const SettingsPortal> settings);
+                   std::shared_ptr<const SettingsPortal> settings, LeftClick leftClick);
 
     void show(QMenu &menu) override;
     bool shows() const override { return m_icon && m_icon->isVisible(); }
@@ -31,10 +36,12 @@ protected:
 
 private:
     void showWhereHosted();
+    void clicked();
     void followPanel();
 
     std::vector<std::unique_ptr<TrayHost>> m_hosts;
     std::shared_ptr<const SettingsPortal> m_settings;
+    const LeftClick m_leftClick;
     QPointer<QMenu> m_menu;
     std::optional<QSystemTrayIcon> m_icon; // absent until a tray is there
 };
