@@ -55,6 +55,7 @@ function(vellumora_compositor_test compositor path)
   get_filename_component(name ${path} NAME)
   vellumora_test(${path} LINKS vellumora_platform_wayland COMMAND ${PROJECT_SOURCE_DIR}/tests/support/in-${compositor} $<TARGET_FILE:${name}Test>)
   set_tests_properties(${path} PROPERTIES ENVIRONMENT "VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}" LABELS system)
+  add_dependencies(system_tests ${name}Test)
 endfunction()
 
 # vellumora_update_key(key.pem SOURCE) makes a source file out of a public key

@@ -44,7 +44,7 @@ class OnTwoOutputs(MainJob, Drawing, KWinTest):
         desktop.capture()
         desktop.compositor.process.send_signal(signal.SIGKILL)
         self.assertEqual(program.status(), 1)
-        self.assertLessEqual(len(program.lines()), 1)
+        self.assertLessEqual(len(program.lines()), 2)  # Qt and its library may both say so
 
     def test_the_desktop_tells_of_the_shortcut(self):
         desktop = self.desktop

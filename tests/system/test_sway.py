@@ -52,7 +52,7 @@ class OnTwoOutputs(MainJob, Drawing, SwayTest):
                 desktop.capture()
             desktop.compositor.process.send_signal(signal.SIGKILL)
             self.assertEqual(program.status(), 1)
-            self.assertLessEqual(len(program.lines()), 1)
+            self.assertLessEqual(len(program.lines()), 2)  # Qt and its library may both say so
 
     def test_the_clipboard_answers_slow_partial_and_parallel_readers(self):
         desktop = self.desktop
