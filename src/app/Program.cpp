@@ -137,6 +137,7 @@ int run(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("Vellumora"));
     QApplication::setDesktopFileName(QStringLiteral("vellumora"));
     QApplication application(argc, argv);
+    Ending::awaitPool();
     prepareToolkit();
     const auto instance = std::move(claimed); // serves no longer than the application is there
     Platform platform = makePlatform();

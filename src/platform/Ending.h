@@ -15,4 +15,9 @@ void onRequest(std::function<void()> wanted);
 // handing the clipboard to its manager, then has two seconds.
 void begin();
 
+// Makes the calling thread wait for the work of the global thread pool before it
+// leaves the process. A toolkit that has lost its display calls exit() wherever it
+// is, and what it then destroys is still needed by whoever paints in the pool.
+void awaitPool();
+
 } // namespace Ending

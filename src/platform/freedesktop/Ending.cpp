@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
+#include <QThreadPool>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -44,6 +45,10 @@ bool ignored(int signal)
     return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
+struct PoolAtRest {
+    ~PoolAtRest() { QThreadPool::globalInstance()->waitForDone(); }
+};
+
 } // namespace
 
 namespace Ending {
@@ -68,6 +73,15 @@ void begin()
 {
     handle(SIGALRM, endNow);
     alarm(afterEventLoop);
+}
+
+void awaitPool()
+{
+    // exit() destroys what belongs to its thread before anything static, whenever
+    // that was made; a function registered with atexit() would come too late for
+    // what is made after it.
+    thread_local const PoolAtRest atExit;
+    (void)atExit;
 }
 
 } // namespace Ending
