@@ -46,7 +46,11 @@ bool ignored(int signal)
 }
 
 struct PoolAtRest {
-    ~PoolAtRest() { QThreadPool::globalInstance()->waitForDone(); }
+    ~PoolAtRest()
+    {
+        if (QCoreApplication::instance()) // else it has waited itself, and the pool may be gone
+            QThreadPool::globalInstance()->waitForDone();
+    }
 };
 
 } // namespace
