@@ -174,6 +174,7 @@ void AppDelegate::openSettings()
                                                                         .desktop = *m_platform.desktop});
         bindingChanged();
         m_settings->onShortcut = [this](const Shortcut &proposed) { return changeShortcut(proposed); };
+        m_settings->onQuit = [this] { terminate(); };
     }
     m_settings->present();
 }

@@ -56,6 +56,8 @@ bool *plainFlag(const QString &flag, CommandLine &line)
         return &line.capture;
     if (flag == u"--ajustes")
         return &line.settings;
+    if (flag == u"--salir")
+        return &line.quit;
     return nullptr;
 }
 
@@ -84,6 +86,7 @@ QString CommandLine::helpText()
                           "\n"
                           "  --capturar              capture now\n"
                           "  --ajustes               open the settings\n"
+                          "  --salir                 end the Vellumora that is running\n"
                           "  --demo PICTURE FOLDER   write pictures of a scripted capture of PICTURE\n"
                           "  --prueba-halo PICTURE FOLDER\n"
                           "                          film the glow round a selection and time its frames\n"

@@ -17,6 +17,7 @@ struct CommandLine {
     bool version = false;
     bool capture = false;  // "--capturar"
     bool settings = false; // "--ajustes"
+    bool quit = false;     // "--salir"
 
     // Tells whether "--demo", "--prueba-halo" or "--selftest" is present, even
     // without its arguments. There is no hot key and no update check then.

@@ -77,13 +77,21 @@ void translateToolkit(QTranslator &translator)
         QCoreApplication::installTranslator(&translator);
 }
 
-// The status to end with, if this display has its Vellumora already.
+Wish wishOf(const CommandLine &line)
+{
+    if (line.quit)
+        return Wish::quit;
+    return line.capture ? Wish::capture : Wish::settings;
+}
+
+// The status to end with, if this display has its Vellumora already or is to have
+// none.
 std::optional<int> answeredByAnother(SingleInstance &instance, const CommandLine &line)
 {
     if (line.anyMode)
         return std::nullopt;
-    switch (instance.claim(line.capture ? Wish::capture : Wish::settings)) {
-    case SingleInstance::Standing::first: return std::nullopt;
+    switch (instance.claim(wishOf(line))) {
+    case SingleInstance::Standing::first: return line.quit ? std::optional(EXIT_SUCCESS) : std::nullopt;
     case SingleInstance::Standing::handedOver: return EXIT_SUCCESS;
     case SingleInstance::Standing::unanswered:
         say(stderr, QStringLiteral("vellumora: it is running already, but does not answer"));
@@ -95,10 +103,11 @@ std::optional<int> answeredByAnother(SingleInstance &instance, const CommandLine
 void serveOthers(SingleInstance &instance, AppDelegate &delegate)
 {
     instance.onWish = [&delegate](Wish wish) {
-        if (wish == Wish::capture)
-            delegate.capture();
-        else
-            delegate.openSettings();
+        switch (wish) {
+        case Wish::capture: return delegate.capture();
+        case Wish::settings: return delegate.openSettings();
+        case Wish::quit: return delegate.terminate();
+        }
     };
     instance.serve();
 }

@@ -18,6 +18,8 @@ std::optional<Wish> plainWish(int argc, char **argv)
     const std::string_view flag = argc == 2 ? argv[1] : "";
     if (flag == "--capturar")
         return Wish::capture;
+    if (flag == "--salir")
+        return Wish::quit;
     return flag == "--ajustes" ? std::optional(Wish::settings) : std::nullopt;
 }
 

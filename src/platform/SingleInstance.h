@@ -5,7 +5,7 @@
 
 // Names what a start of the program may want of the instance that is already
 // running.
-enum class Wish { settings, capture };
+enum class Wish { settings, capture, quit };
 
 // Lets only one Vellumora run on a display: a second start hands its wish to the
 // first one and ends. Each display of a user has an instance of its own.

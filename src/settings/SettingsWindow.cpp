@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScreen>
+#include <QShortcut>
 #include <QStyle>
 
 namespace {
@@ -91,6 +92,11 @@ SettingsWindow::SettingsWindow(const Services &services)
     };
     connect(m_login, &QCheckBox::clicked, this, &SettingsWindow::toggleLogin);
     connect(m_cafe, &LinkButton::clicked, this, &SettingsWindow::openCafe);
+    auto *quit = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), this);
+    connect(quit, &QShortcut::activated, this, [this] {
+        if (onQuit)
+            onQuit();
+    });
     refresh();
     adjustSize();
     setGeometry(

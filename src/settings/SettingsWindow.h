@@ -35,6 +35,9 @@ public:
     // on; otherwise the former one stays in force.
     std::function<bool(const Shortcut &)> onShortcut;
 
+    // Called when the program is to end, which without a tray can be said nowhere else.
+    std::function<void()> onQuit;
+
     // Tells who decides which keys bring a capture, and which keys those are where it
     // is the desktop. It is this program until something else is told.
     void setBinding(HotKeyService::Binding binding, const QString &boundKeys);

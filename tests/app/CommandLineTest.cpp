@@ -8,8 +8,9 @@ class CommandLineTest : public QObject {
 private slots:
     void plainFlagsAreSeen()
     {
-        const auto line = CommandLine::parse({"--capturar", "--ajustes", "-h", "--version"});
-        QVERIFY(line.capture && line.settings && line.help && line.version && !line.anyMode && !line.unknown);
+        const auto line = CommandLine::parse({"--capturar", "--ajustes", "--salir", "-h", "--version"});
+        QVERIFY(line.capture && line.settings && line.quit && line.help && line.version && !line.anyMode
+                && !line.unknown);
     }
 
     void modesTakeTheirArguments()

@@ -95,6 +95,20 @@ private slots:
         close(listening);
     }
 
+    void whatIsAskedForArrivesWhole()
+    {
+        using Rendezvous::Request;
+        const std::string overlong(Rendezvous::longestMessage, 'x');
+        for (const Wish wish : {Wish::settings, Wish::capture, Wish::quit})
+            for (const std::string token : {"", "gnome-shell/menu/12-3_TIME45"})
+                QCOMPARE(Rendezvous::requestIn(Rendezvous::message({wish, token})), (Request{wish, token}));
+        for (const std::string &token : {std::string("two words"), std::string("two\nlines"), overlong})
+            QCOMPARE(Rendezvous::message({Wish::settings, token}), "ajustes\n");
+        for (const std::string_view text :
+             {"", "\n", "ajustes", "x\n", " ajustes\n", "ajustes a b\n", "ajustes a\nb\n"})
+            QVERIFY(!Rendezvous::requestIn(text));
+    }
+
     void oneHasTheLock()
     {
         const auto place = *Rendezvous::makePlace();

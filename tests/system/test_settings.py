@@ -128,6 +128,16 @@ class Settings(SystemTest):
         self.capture_with("shift+super+x", 1)
         self.assertIsNone(self.stored())
 
+    def test_a_second_start_brings_them_to_the_front_and_they_can_end_the_program(self):
+        self.desktop.witness((0, 0, 800, 600))
+        self.open()
+        self.record("ctrl+q")  # a shortcut like any other
+        self.wait_until_stored(12, CTRL)
+        self.record("super+k")
+        self.wait_until_stored(40, SUPER)
+        self.desktop.key("ctrl+q")
+        self.assertEqual(self.program.status(), 0)
+
     def test_the_keyboard_alone_is_enough(self):
         desktop = self.desktop
         wait_for(lambda: len(set(self.picture())) > 10, "the painted window")

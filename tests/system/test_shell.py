@@ -142,6 +142,14 @@ class SecondStart(SystemTest):
         self.settings_open(desktop)
         self.assertEqual(desktop.log().count("registro de atajo"), 1)
 
+    def test_it_can_be_ended_without_a_tray(self):
+        desktop = self.desktop
+        self.assertEqual(self.again("--salir").status(), 0)  # nobody to end
+        program = desktop.start()
+        desktop.press_shortcut()
+        self.assertEqual(self.again("--salir").status(), 0)
+        self.assertEqual(program.status(), 0)
+
     def test_of_many_starts_one_stays(self):
         starts = [self.again("--ajustes") for _ in range(4)]
         wait_for(lambda: sum(start.running() for start in starts) == 1, "all but one to end")

@@ -148,6 +148,17 @@ class FromTheKeyboard(SwayTest):
         self.assertTrue(program.running())
 
 
+class SecondStart(SwayTest):
+    def test_it_passes_on_the_leave_to_come_to_the_front(self):
+        desktop = self.desktop
+        program = self.start(WAYLAND_DEBUG="client")
+        for leave in ("first", "second"):
+            desktop.run("env", f"XDG_ACTIVATION_TOKEN={leave}", desktop.program, "--ajustes")
+            wait_for(lambda: f'.activate("{leave}", ' in program.output.read_text("utf-8"), "the settings to be activated")
+        desktop.run(desktop.program, "--salir")
+        self.assertEqual(program.status(), 0)
+
+
 class WithoutCompositor(SwayTest):
     def test_what_it_cannot_reach_it_says_in_one_line(self):
         desktop = self.desktop

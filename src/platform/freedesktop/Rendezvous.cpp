@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr std::string_view captureMessage = "capturar\n";
-constexpr std::string_view settingsMessage = "ajustes\n";
+constexpr std::pair<Wish, std::string_view> words[]
+    = {{Wish::settings, "ajustes"}, {Wish::capture, "capturar"}, {Wish::quit, "salir"}};
 constexpr int waiting = 16; // starts that may queue up while the first one is busy
 
 std::string variable(const char *name)
@@ -68,6 +68,8 @@ std::optional<Rendezvous::Place> placeIn(const std::string &folder, const std::s
     const Rendezvous::Place place{start + ".lock", start + ".socket"};
     return isOurs(folder) && address(place.socket) ? std::optional(place) : std::nullopt;
 }
+
+bool isPlain(char letter) { return letter > ' ' && letter <= '~'; }
 
 const sockaddr *generic(const sockaddr_un &name) { return reinterpret_cast<const sockaddr *>(&name); }
 
@@ -134,7 +136,7 @@ Answer ask(const Place &place, Wish wish, std::chrono::milliseconds patience)
     limit(connection.number(), patience);
     if (connect(connection.number(), generic(*name), sizeof *name) != 0)
         return errno == EAGAIN ? Answer::silent : Answer::nobody;
-    const std::string_view text = message(wish);
+    const std::string text = message({wish, variable("XDG_ACTIVATION_TOKEN")});
     if (send(connection.number(), text.data(), text.size(), MSG_NOSIGNAL) < 0)
         return errno == EAGAIN ? Answer::silent : Answer::nobody;
     std::array<char, grantedMessage.size()> answer = {};
@@ -145,13 +147,28 @@ Answer ask(const Place &place, Wish wish, std::chrono::milliseconds patience)
                                                                             : Answer::nobody;
 }
 
-std::string_view message(Wish wish) { return wish == Wish::capture ? captureMessage : settingsMessage; }
-
-std::optional<Wish> wishIn(std::string_view message)
+std::string message(const Request &request)
 {
-    if (message == captureMessage)
-        return Wish::capture;
-    return message == settingsMessage ? std::optional(Wish::settings) : std::nullopt;
+    const auto *entry = std::ranges::find(words, request.wish, &std::pair<Wish, std::string_view>::first);
+    std::string text(entry->second);
+    const std::string &token = request.activation;
+    if (std::ranges::all_of(token, isPlain) && text.size() + token.size() + 2 <= longestMessage)
+        text += (token.empty() ? "" : " ") + token;
+    return text + '\n';
+}
+
+std::optional<Request> requestIn(std::string_view message)
+{
+    if (!message.ends_with('\n'))
+        return std::nullopt;
+    message.remove_suffix(1);
+    const std::size_t blank = std::min(message.find(' '), message.size());
+    const auto *entry
+        = std::ranges::find(words, message.substr(0, blank), &std::pair<Wish, std::string_view>::second);
+    const std::string_view token = message.substr(std::min(blank + 1, message.size()));
+    if (entry == std::end(words) || !std::ranges::all_of(token, isPlain))
+        return std::nullopt;
+    return Request{entry->first, std::string(token)};
 }
 
 // The lock is let go by the system, whatever the end of the process. It is never

@@ -32,13 +32,24 @@ enum class Answer {
     silent,  // somebody listens, but has not answered in time
 };
 
-// Sends the wish to the process that listens there and waits for its answer.
+// Sends the wish to the process that listens there, with the token that this
+// process was started with, and waits for its answer.
 [[nodiscard]] Answer ask(const Place &place, Wish wish, std::chrono::milliseconds patience);
 
-// Convert a wish to and from its form on the socket. The answer goes the other way;
-// each ends with a line end.
-[[nodiscard]] std::string_view message(Wish wish);
-[[nodiscard]] std::optional<Wish> wishIn(std::string_view message);
+// What is sent: the wish, and the token with which the desktop lets a window come to
+// the front; empty where the desktop has given none.
+struct Request {
+    Wish wish;
+    std::string activation;
+
+    bool operator==(const Request &) const = default;
+};
+inline constexpr std::size_t longestMessage = 256; // bytes
+
+// Convert a request to and from its form on the socket; a token that is no plain
+// word is left out. The answer goes the other way; each ends with a line end.
+[[nodiscard]] std::string message(const Request &request);
+[[nodiscard]] std::optional<Request> requestIn(std::string_view message);
 inline constexpr std::string_view grantedMessage = "ok\n";
 
 // Takes the lock of a place without waiting, for as long as the process lives.

@@ -40,15 +40,18 @@ private:
     {
         m_words.setEnabled(false);
         deleteLater();
-        std::array<char, 16> text = {};
+        std::array<char, Rendezvous::longestMessage> text = {};
         const auto length = recv(m_connection, text.data(), text.size(), MSG_DONTWAIT);
-        const auto wish
-            = Rendezvous::wishIn({text.data(), static_cast<size_t>(std::max<ssize_t>(length, 0))});
-        if (!wish || hasGone())
+        const auto request
+            = Rendezvous::requestIn({text.data(), static_cast<size_t>(std::max<ssize_t>(length, 0))});
+        if (!request || hasGone())
             return;
         const auto answer = Rendezvous::grantedMessage;
         (void)send(m_connection, answer.data(), answer.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        m_grant(*wish);
+        // Where Qt looks for it when a window is to be activated.
+        if (request->wish == Wish::settings && !request->activation.empty())
+            qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(request->activation));
+        m_grant(request->wish);
     }
 
     // Who has given up asking may have asked again, or done without.
