@@ -241,6 +241,15 @@ std::vector<Scene> results()
              select(stage);
              return crossFade(stage, camera);
          }},
+        {QStringLiteral("edge"), false,
+         [](const QImage &screen, double scale, const Camera &camera) {
+             Stage stage(screen, scale);
+             stage.hand().stroke({stage.at(0.547, 0.375), stage.at(0.8, 0.6), stage.at(0.9375, 0.85)});
+             stage.hand().hold(Qt::Key_Control);
+             camera(stage.picture());
+             stage.hand().release();
+             return true;
+         }},
     };
 }
 

@@ -57,11 +57,18 @@ void Hand::turnWheel(QPointF at, int notches)
 
 void Hand::key(QKeyCombination combination, const QString &text)
 {
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+        sendKey(type, combination, text);
+}
+
+void Hand::hold(Qt::Key key) { sendKey(QEvent::KeyPress, key, {}); }
+
+void Hand::sendKey(int type, QKeyCombination combination, const QString &text)
+{
     QWidget *focus = m_widget.focusWidget();
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, combination.key(), combination.keyboardModifiers(), text);
-        QCoreApplication::sendEvent(focus ? focus : &m_widget, &event);
-    }
+    QKeyEvent event(static_cast<QEvent::Type>(type), combination.key(), combination.keyboardModifiers(),
+                    text);
+    QCoreApplication::sendEvent(focus ? focus : &m_widget, &event);
 }
 
 void Hand::type(const QString &text)

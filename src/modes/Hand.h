@@ -27,10 +27,13 @@ public:
     void turnWheel(QPointF at, int notches);
 
     void key(QKeyCombination combination, const QString &text = {});
+    // Presses a key without letting it go.
+    void hold(Qt::Key key);
     void type(const QString &text);
 
 private:
     void send(int type, QPointF at, bool held);
+    void sendKey(int type, QKeyCombination combination, const QString &text);
 
     QWidget &m_widget;
     QPointF m_at;

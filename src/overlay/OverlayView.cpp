@@ -37,6 +37,7 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     , m_state(beginning(m_space))
     , m_canvas(*this, m_shot, m_space, m_state, [&desktop] { return desktop.reduceMotion(); })
     , m_output(*this, desktop)
+    , m_pointer(m_state.bounds.center())
 {
     m_drawing.onRest = [this](QPointF) { m_hold.armHold(); };
     m_hold.onSnapped = [this](const ShapeRecognizer::Result &shape) { snapped(shape); };
@@ -55,7 +56,7 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     setCursor(Qt::CrossCursor);
 }
 
-OverlayView::~OverlayView() = default;
+OverlayView::~OverlayView() { rememberRegion(); }
 
 void OverlayView::lendPicture() { m_canvas.lendPicture(); }
 
@@ -143,6 +144,7 @@ void OverlayView::setLineWidth(double width)
 
 void OverlayView::discardSelection()
 {
+    rememberRegion();
     m_output.closePanel();
     m_bars.closePalette();
     m_bars.fadeBar(std::nullopt);
@@ -151,6 +153,7 @@ void OverlayView::discardSelection()
     m_canvas.halo().setPaused(false);
     m_drawing.discard();
     m_selectionDrag.cancel();
+    followEdge({});
     if (m_eyedropper.picking())
         stopPicking();
     m_state.selection.reset();
@@ -173,7 +176,7 @@ void OverlayView::refresh()
 // goes with the bar, the tip with the selection.
 void OverlayView::placeBars()
 {
-    if (!m_eyedropper.picking())
+    if (!m_eyedropper.picking() && !m_canvas.showsEdges())
         m_bars.placeBars();
     if (!m_bars.barShows())
         m_widthSample.hide();

@@ -67,6 +67,8 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -81,11 +83,18 @@ private:
     void moveLoupe(QPointF to);
     void takeColor(QPointF at);
     void stopPicking();
+    void copyColor();
     void leave();
     void pressOutside(QPointF at);
     [[nodiscard]] bool refusedByPanel();
+    [[nodiscard]] bool helpDrag(const QKeyEvent &event);
+    void followEdge(Qt::KeyboardModifiers held);
     void obey(const KeyCommands::Meaning &meaning);
     void run(Command command);
+    void select(const QRectF &region);
+    void selectAgain();
+    void moveByKey(const ArrowStep &step);
+    void rememberRegion() const;
     void copied();
     void refresh();
     void placeBars();
@@ -100,6 +109,7 @@ private:
     EditorState m_state;
     Canvas m_canvas;
     SelectionDrag m_selectionDrag{m_state};
+    RegionKeys m_regionKeys{m_state, m_space.scale()};
     DrawingInput m_drawing{m_state};
     HoldToSnap m_hold{m_state};
     TextEditing m_text{*this, m_space, m_state};

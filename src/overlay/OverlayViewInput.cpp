@@ -1,7 +1,6 @@
 #include "overlay/OverlayView.h"
 
 #include "base/Log.h"
-#include "base/Overloaded.h"
 #include "base/Rect.h"
 #include "marks/Kinds.h"
 #include "marks/SelectionGeometry.h"
@@ -10,11 +9,11 @@
 #include "overlay/canvas/ScreenPixels.h"
 #include "overlay/canvas/ShapeHint.h"
 #include "overlay/gestures/Cursors.h"
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
-#include "platform/KeyCodes.h"
+#include "toolbar/ColorHex.h"
 #include "toolbar/RecentColors.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTimer>
 
@@ -159,6 +158,7 @@ void OverlayView::mouseMoveEvent(QMouseEvent *event)
     if (m_drawing.active())
         return continueDrawing(inside, event->modifiers());
     m_selectionDrag.drag(inside);
+    followEdge(event->modifiers());
     refresh();
 }
 
@@ -174,6 +174,7 @@ void OverlayView::endGesture(QPointF at)
         finishDrawing();
     else if (m_selectionDrag.release())
         m_canvas.halo().pulse(Pulse::gentle);
+    followEdge({});
     m_bars.fadeBar(std::nullopt);
     m_pointer = at;
     followPointer();
@@ -218,6 +219,17 @@ void OverlayView::takeColor(QPointF at)
     stopPicking();
 }
 
+void OverlayView::copyColor()
+{
+    const auto color = ScreenPixels::pixelColor(m_shot, *m_eyedropper.pickPoint());
+    const QByteArray text = color ? hex(*color).toLatin1() : QByteArray();
+    if (!color
+        || !m_desktop.clipboard().offer(
+            {{QStringLiteral("text/plain;charset=utf-8"), text}, {QStringLiteral("text/plain"), text}}))
+        m_desktop.beep();
+    stopPicking();
+}
+
 void OverlayView::stopPicking()
 {
     m_canvas.touch(Loupe::area(*m_eyedropper.pickPoint()));
@@ -237,48 +249,4 @@ void OverlayView::wheelEvent(QWheelEvent *event)
     setLineWidth(KeyCommands::nextLineWidth(m_state.lineWidth, *step));
     if (m_bars.barShows())
         m_widthSample.show(m_pointer);
-}
-
-void OverlayView::keyPressEvent(QKeyEvent *event)
-{
-    const auto key = KeyCodes::latinKey(*event);
-    const auto meaning
-        = KeyCommands::meaning(QKeyCombination(event->modifiers(), key), m_state.selection.has_value());
-    const bool goesOn = meaning == KeyCommands::Meaning(Command::undo); // for as long as its key is held
-    if (meaning && (goesOn || !event->isAutoRepeat()))
-        obey(*meaning);
-    else
-        QWidget::keyPressEvent(event);
-}
-
-void OverlayView::obey(const KeyCommands::Meaning &meaning)
-{
-    if (refusedByPanel())
-        return;
-    const Overloaded follow{
-        [this](Command command) { run(command); },
-        [this](Tool tool) { toggleTool(tool); },
-    };
-    std::visit(follow, meaning);
-}
-
-void OverlayView::leave()
-{
-    if (m_eyedropper.picking())
-        stopPicking();
-    else
-        cancel();
-}
-
-void OverlayView::run(Command command)
-{
-    switch (command) {
-    case Command::close: return leave();
-    case Command::copy: return copyImage();
-    case Command::save: return saveImage();
-    case Command::print: return printImage();
-    case Command::undo: return undo();
-    case Command::selectAll: return selectAll();
-    case Command::pickColor: return startPicking();
-    }
 }

@@ -6,6 +6,8 @@
 #include "overlay/canvas/MarksLayer.h"
 #include "overlay/canvas/Rendering.h"
 
+#include <QClipboard>
+#include <QMimeData>
 #include <QRandomGenerator>
 #include <QtMath>
 
@@ -275,6 +277,21 @@ private slots:
         QCOMPARE(editor.session.finished, 0);
         QTest::keyClick(editor.view.get(), Qt::Key_Escape);
         QCOMPARE(editor.session.finished, 1);
+    }
+
+    void theColourUnderTheLoupeCanBeCopiedAsText()
+    {
+        Editor editor;
+        editor.mouse->drag({100, 100}, {300, 300});
+        QTest::keyClick(editor.view.get(), Qt::Key_I);
+        editor.mouse->hover({200.5, 200.5});
+        QTest::keyClick(editor.view.get(), Qt::Key_C, Qt::ControlModifier);
+        const QColor there = editor.shot.image.pixelColor(200, int(editor.shot.pointSize.height()) - 201);
+        QCOMPARE(QGuiApplication::clipboard()->text(), there.name().toUpper());
+        QVERIFY(editor.view->cursor().shape() != Qt::BlankCursor);
+        QCOMPARE(editor.session.finished, 0);
+        QTest::keyClick(editor.view.get(), Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QGuiApplication::clipboard()->mimeData()->hasFormat("image/png"));
     }
 
     void theEyedropperKeepsTheBarAway()

@@ -110,6 +110,14 @@ QRegion Canvas::followMarks()
 
 void Canvas::touch(const QRectF &area) { m_widget.update(m_space.around(area, 1)); }
 
+void Canvas::showEdges(std::optional<QPointF> at)
+{
+    for (const auto &place : {m_edges, at})
+        if (place)
+            touch(Loupe::area(*place));
+    m_edges = at;
+}
+
 void Canvas::touchMark(const Annotation &mark) { m_widget.update(MarkFootprint::of(mark, m_space)); }
 
 void Canvas::strokeGrew(const Annotation &stroke)
@@ -143,6 +151,8 @@ void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPoi
     Chrome::draw(painter, scene(), m_space.fromWidget(QRectF(exposed.boundingRect())));
     if (picked)
         Loupe::draw(painter, m_shot, *picked);
+    if (m_edges && m_state.selection)
+        Loupe::drawEdges(painter, m_shot, *m_edges, m_space.toNearestPixels(*m_state.selection));
 }
 
 // The frozen screen and the finished marks, which never show outside the selection.

@@ -46,6 +46,10 @@ public:
     void refresh();
     // Repaints that area, and what a soft edge may spill over.
     void touch(const QRectF &area);
+    // Shows the loupe over an edge of the selection that is being put there, or no
+    // longer.
+    void showEdges(std::optional<QPointF> at);
+    [[nodiscard]] bool showsEdges() const { return m_edges.has_value(); }
     // Repaints where the mark in hand is. To be called before and after it changes.
     void touchMark(const Annotation &mark);
     // Repaints what the last step of a freehand stroke has added to it.
@@ -80,5 +84,6 @@ private:
     Damage m_damage{m_space};
     HaloView m_halo;
     SnapFade m_fade;
-    QDeadlineTimer m_copied{0}; // until when the feedback shows
+    std::optional<QPointF> m_edges; // what the loupe over the edges is about
+    QDeadlineTimer m_copied{0};     // until when the feedback shows
 };

@@ -10,6 +10,8 @@
 #include <QFontDatabase>
 #include <QPainterPath>
 
+#include <functional>
+
 using Painting::Label;
 using Painting::Saved;
 
@@ -29,6 +31,10 @@ constexpr double readoutBelow = 14; // from the glass down to the text's top
 constexpr double readoutAbove = 8;  // from the glass up
 constexpr double lowest = 2;        // above the screen's lower edge
 constexpr QSizeF reach{72, 106};    // of glass and readout, to each side of the point
+
+constexpr double gridLine = 1;
+constexpr double edgeLine = 2;
+const QColor gridColor = QColor::fromRgbF(0.5F, 0.5F, 0.5F, 0.5F);
 
 QRectF glass(QPointF at) { return squareAround(at, diameter); }
 
@@ -55,15 +61,52 @@ void drawMarker(QPainter &painter, const QRectF &cell)
     painter.drawRect(grown(cell, 0.5));
 }
 
-void drawGlass(QPainter &painter, const ScreenShot &shot, const QRect &source, const QRectF &circle)
+// Between the pixels, faint on any colour.
+void drawGrid(QPainter &painter, const QRectF &circle)
+{
+    for (int i = 1; i < Loupe::cells; ++i) {
+        const double along = i * Loupe::zoom;
+        painter.fillRect(QRectF(minX(circle) + along, minY(circle), gridLine, diameter), gridColor);
+        painter.fillRect(QRectF(minX(circle), minY(circle) + along, diameter, gridLine), gridColor);
+    }
+}
+
+// What is not selected is dimmed as on the screen, up to a clear line.
+void drawSelected(QPainter &painter, const QRect &selected, const QRect &source, const QRectF &circle)
+{
+    const QRectF shown{minX(circle) + (selected.left() - source.left()) * Loupe::zoom,
+                       maxY(circle) - (selected.top() + selected.height() - source.top()) * Loupe::zoom,
+                       selected.width() * Loupe::zoom, selected.height() * Loupe::zoom};
+    QPainterPath outside;
+    outside.addRect(circle);
+    QPainterPath inside;
+    inside.addRect(shown);
+    painter.fillPath(outside - inside, Theme::scrim);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Theme::selectionBorder, edgeLine, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.drawRect(shown);
+}
+
+// The pixels in the glass, and whatever is to be seen on them there.
+void drawGlass(QPainter &painter, const ScreenShot &shot, QPointF at,
+               const std::function<void(const QRect &source, const QRectF &circle)> &drawOnPixels)
 {
     const Saved saved(painter);
-    QPainterPath shape;
-    shape.addEllipse(circle);
-    painter.setClipPath(shape, Qt::IntersectClip);
-    painter.fillRect(circle, Qt::black);
-    drawPixels(painter, shot, source, circle);
-    drawMarker(painter, squareAround(circle.center(), Loupe::zoom));
+    const QRectF circle = glass(at);
+    const QRect source = ScreenPixels::pixelRect(shot, at, Loupe::cells / 2);
+    {
+        const Saved whole(painter);
+        QPainterPath shape;
+        shape.addEllipse(circle);
+        painter.setClipPath(shape, Qt::IntersectClip);
+        painter.fillRect(circle, Qt::black);
+        drawPixels(painter, shot, source, circle);
+        drawOnPixels(source, circle);
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::white, ring));
+    painter.drawEllipse(circle);
 }
 
 void drawReadout(QPainter &painter, QPointF at, const QColor &color)
@@ -86,15 +129,21 @@ namespace Loupe {
 
 void draw(QPainter &painter, const ScreenShot &shot, QPointF at)
 {
+    drawGlass(painter, shot, at, [&painter](const QRect &, const QRectF &circle) {
+        drawMarker(painter, squareAround(circle.center(), zoom));
+    });
     const Saved saved(painter);
-    const QRectF circle = glass(at);
-    drawGlass(painter, shot, ScreenPixels::pixelRect(shot, at, cells / 2), circle);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Qt::white, ring));
-    painter.drawEllipse(circle);
     if (const auto color = ScreenPixels::pixelColor(shot, at))
         drawReadout(painter, at, *color);
+}
+
+void drawEdges(QPainter &painter, const ScreenShot &shot, QPointF at, const QRect &selected)
+{
+    drawGlass(painter, shot, at, [&painter, &selected](const QRect &source, const QRectF &circle) {
+        drawGrid(painter, circle);
+        drawSelected(painter, selected, source, circle);
+    });
 }
 
 QRectF area(QPointF at) { return {at - QPointF(reach.width(), reach.height()), 2 * reach}; }

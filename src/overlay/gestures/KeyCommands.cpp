@@ -19,14 +19,14 @@ constexpr std::array<std::pair<Qt::Key, Command>, 5> withCommand{{
     {Qt::Key_A, Command::selectAll},
 }};
 
-bool isCommand(Qt::KeyboardModifiers modifiers)
-{
-    return (modifiers & (Qt::ControlModifier | Qt::MetaModifier)) != Qt::NoModifier;
-}
-
 } // namespace
 
 namespace KeyCommands {
+
+bool isCommand(Qt::KeyboardModifiers held)
+{
+    return (held & (Qt::ControlModifier | Qt::MetaModifier)) != Qt::NoModifier;
+}
 
 std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection)
 {
@@ -40,6 +40,12 @@ std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection)
     }
     if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
         return Command::copy;
+    if (const auto step = RegionKeys::step(key))
+        return *step;
+    if (key == QKeyCombination(Qt::Key_Space) && !hasSelection)
+        return Command::lastRegion;
+    if (key == QKeyCombination(Qt::Key_Tab) && hasSelection)
+        return Command::nextCorner;
     if (command || !hasSelection || key.key() > Qt::Key_Z)
         return std::nullopt;
     if (key.key() == Qt::Key_I)

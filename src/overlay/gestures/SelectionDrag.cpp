@@ -24,8 +24,44 @@ void SelectionDrag::move(QPointF anchor) { m_drag = Moving{anchor, *m_state.sele
 
 void SelectionDrag::resize(int handle) { m_drag = Resizing{handle, *m_state.selection}; }
 
+void SelectionDrag::hold(QPointF at)
+{
+    if (movesEdge() && !m_held)
+        m_held = Held{at, *m_state.selection, m_drag};
+}
+
+bool SelectionDrag::movesEdge() const
+{
+    return std::holds_alternative<Creating>(m_drag) || std::holds_alternative<Resizing>(m_drag);
+}
+
+// The gesture goes on from where the region is put down.
+void SelectionDrag::carry(QPointF to)
+{
+    const QRectF target = moved(m_held->region, to - m_held->from, m_state.bounds);
+    const QPointF by = target.topLeft() - m_held->region.topLeft();
+    const Overloaded follow{
+        [](None) -> Drag { return None{}; },
+        [&](Creating d) -> Drag { return Creating{d.anchor + by}; },
+        [](Moving d) -> Drag { return d; },
+        [&](Resizing d) -> Drag {
+            return Resizing{d.handle, d.start.translated(by)};
+        },
+    };
+    m_drag = std::visit(follow, m_held->drag);
+    m_state.moveSelectionTo(target);
+}
+
+void SelectionDrag::cancel()
+{
+    m_drag = None{};
+    m_held.reset();
+}
+
 void SelectionDrag::drag(QPointF to)
 {
+    if (m_held)
+        return carry(to);
     const Overloaded follow{
         [](None) {},
         [&](Creating d) { m_state.selection = spanned(d.anchor, to); },
@@ -38,7 +74,7 @@ void SelectionDrag::drag(QPointF to)
 bool SelectionDrag::release()
 {
     const bool created = std::holds_alternative<Creating>(m_drag);
-    m_drag = None{};
+    cancel();
     if (created && tooSmall(*m_state.selection))
         m_state.selection.reset();
     return created && m_state.selection;

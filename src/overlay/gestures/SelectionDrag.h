@@ -2,6 +2,7 @@
 
 #include "marks/EditorState.h"
 
+#include <optional>
 #include <variant>
 
 // Makes, moves and resizes the selection by mouse gestures.
@@ -17,7 +18,14 @@ public:
 
     void drag(QPointF to);
 
-    void cancel() { m_drag = None{}; }
+    // Tells whether the region that is being made or resized is held, which it is from
+    // the point on where the pointer is: it then follows the pointer as a whole.
+    void hold(QPointF at);
+    void letGo() { m_held.reset(); }
+    // Whether one of its edges follows the pointer.
+    [[nodiscard]] bool movesEdge() const;
+
+    void cancel();
 
     // Ends the gesture. Returns true when it has made a new selection. A selection
     // that is too small to be meant is dropped.
@@ -37,6 +45,16 @@ private:
         QRectF start;
     };
 
+    using Drag = std::variant<None, Creating, Moving, Resizing>;
+    struct Held {
+        QPointF from;
+        QRectF region;
+        Drag drag; // as it was
+    };
+
+    void carry(QPointF to);
+
     EditorState &m_state;
-    std::variant<None, Creating, Moving, Resizing> m_drag;
+    Drag m_drag;
+    std::optional<Held> m_held;
 };

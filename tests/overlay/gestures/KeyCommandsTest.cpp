@@ -29,6 +29,12 @@ private slots:
         row("a tool", Qt::Key_A, Tool::arrow);
         row("a tool with shift", Qt::SHIFT | Qt::Key_X, Tool::pixelate);
         row("the eyedropper", Qt::Key_I, Command::pickColor);
+        row("an arrow", Qt::Key_Left, ArrowStep{-1, 0});
+        row("by a pixel", Qt::CTRL | Qt::Key_Up, ArrowStep{.x = 0, .y = 1, .fine = true});
+        row("a corner, by ten", Qt::ALT | Qt::SHIFT | Qt::Key_Down,
+            ArrowStep{.x = 0, .y = -1, .far = true, .ofCorner = true});
+        row("the next corner", Qt::Key_Tab, Command::nextCorner);
+        row("not the last region", Qt::Key_Space, std::nullopt);
         row("no tool has this letter", Qt::Key_C, std::nullopt);
         row("nor with command", Qt::CTRL | Qt::Key_X, std::nullopt);
         row("a key that types nothing", Qt::Key_F5, std::nullopt);
@@ -43,6 +49,8 @@ private slots:
     void toolsNeedASelection()
     {
         QVERIFY(!KeyCommands::meaning(Qt::Key_A, false));
+        QVERIFY(!KeyCommands::meaning(Qt::Key_Tab, false));
+        QVERIFY(KeyCommands::meaning(Qt::Key_Space, false) == KeyCommands::Meaning(Command::lastRegion));
         QVERIFY(KeyCommands::meaning(Qt::CTRL | Qt::Key_A, false)
                 == KeyCommands::Meaning(Command::selectAll));
     }
