@@ -104,7 +104,6 @@ bool readScriptFlag(const QString &argument, Reader &reader, Values &values, Com
         values.insert(argument, *value);
     else if (!line.misuse)
         line.misuse = complaint(*flag);
-    line.anyMode = true;
     return true;
 }
 
@@ -129,8 +128,7 @@ void readScript(const Values &values, CommandLine &line)
     const auto file = valueOf(output);
     const auto pixels = valueOf(region);
     const auto rectangle = pixels ? rectangleIn(*pixels) : std::nullopt;
-    const bool mixed = line.settings || line.quit || line.demo || line.haloTest || line.selfTest;
-    if (!line.capture || mixed)
+    if (!line.capture || line.settings || line.quit || line.anyMode)
         line.misuse = QStringLiteral("--salida, --pantalla and --region go with --capturar and nothing else");
     else if (!file)
         line.misuse = QStringLiteral("where does the picture go? ") + complaint(output);
@@ -157,6 +155,7 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     }
     if (!values.isEmpty() && !line.misuse)
         readScript(values, line);
+    line.anyMode = line.anyMode || line.script;
     return line;
 }
 

@@ -155,7 +155,7 @@ int run(int argc, char **argv)
     Ending::awaitPool();
     prepareToolkit();
     const auto instance = std::move(claimed); // serves no longer than the application is there
-    Platform platform = makePlatform();
+    Platform platform = makePlatform(line.script ? Services::pictures : Services::all);
     L10n::setPreferredLanguages(platform.desktop->preferredLanguages());
     QTranslator toolkitTexts;
     translateToolkit(toolkitTexts);

@@ -57,6 +57,7 @@ private slots:
         for (const char *other : {"--salir", "--ajustes"})
             row({"--capturar", "--salida", "a.png", other}, "and nothing else");
         row({"--capturar", "--salida", "a.png", "--selftest", "out"}, "and nothing else");
+        row({"--capturar", "--salida", "a.png", "--demo"}, "and nothing else");
         row({"--capturar", "--region", "0,0,1x1"}, "where does the picture go");
         row({"--capturar", "--pantalla", "todas"}, "where does the picture go");
         row({"--capturar", "--salida"}, "--salida wants a file");

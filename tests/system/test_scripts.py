@@ -125,11 +125,11 @@ class OnSway(Script):
         self.desktop = Sway()
         self.addCleanup(self.desktop.close)
         self.desktop.witnesses()
-        self.desktop.move_to((SWAY_A.width - 1, SWAY_A.height - 1))  # this compositor paints the pointer into the picture
+        self.desktop.move_to((SWAY_A.width - 60, 600))  # this compositor paints the pointer into the picture
 
     def test_outputs_of_two_scales(self):
         desktop = self.desktop
-        for output, edge in ((SWAY_A, 60), (SWAY_B, 0)):
+        for output, edge in ((SWAY_A, 120), (SWAY_B, 0)):
             area = (0, 0, output.width - edge, output.height)
             region = "0,0,{}x{}".format(*area[2:])
             self.assert_same_pixels(desktop.pixels_of(self.taken("--pantalla", output.name, "--region", region)), pattern(area))
