@@ -7,6 +7,15 @@ _vellumora() {
     mapfile -t COMPREPLY < <(compgen -W "--capturar --ajustes --demo --prueba-halo --selftest --version --help" -- "$current")
     return
   fi
+  if [ "$mode" = --capturar ]; then
+    case ${COMP_WORDS[COMP_CWORD - 1]} in
+      --salida) compopt -o filenames; mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
+      --pantalla) mapfile -t COMPREPLY < <(compgen -W todas -- "$current") ;;
+      --region) ;;
+      *) mapfile -t COMPREPLY < <(compgen -W "--salida --pantalla --region" -- "$current") ;;
+    esac
+    return
+  fi
   compopt -o filenames
   case $mode:$COMP_CWORD in
     --demo:2 | --prueba-halo:2) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;

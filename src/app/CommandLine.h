@@ -1,5 +1,7 @@
 #pragma once
 
+#include "modes/ScriptCapture.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -20,12 +22,19 @@ struct CommandLine {
     bool quit = false;     // "--salir"
 
     // Tells whether "--demo", "--prueba-halo" or "--selftest" is present, even
-    // without its arguments. There is no hot key and no update check then.
+    // without its arguments, or a picture for a script is wanted. There is no hot key
+    // and no update check then.
     bool anyMode = false;
     std::optional<PictureRun> demo = std::nullopt;
     std::optional<PictureRun> haloTest = std::nullopt;
     std::optional<QString> selfTest = std::nullopt; // the folder
 
+    // "--capturar" with "--salida", and perhaps "--pantalla" and "--region"
+    std::optional<ScriptCapture::Order> script = std::nullopt;
+
+    // A sentence about what is wrong with the flags of a picture for a script; there is
+    // no such picture then.
+    std::optional<QString> misuse = std::nullopt;
     std::optional<QString> unknown = std::nullopt; // the first unknown argument
 
     // Parses the arguments, without the program's own name. A mode whose arguments

@@ -2,10 +2,12 @@
 
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
+#include "app/StandardStreams.h"
 #include "base/Log.h"
 #include "l10n/L10n.h"
 #include "modes/DemoMode.h"
 #include "modes/HaloTestMode.h"
+#include "modes/ScriptCapture.h"
 #include "modes/SelfTestMode.h"
 #include "platform/Ending.h"
 #include "platform/Platform.h"
@@ -44,6 +46,10 @@ std::optional<int> answeredAtOnce(const CommandLine &line)
     if (line.unknown) {
         say(stderr, QStringLiteral("vellumora: unknown argument \"%1\"; --help says what there is")
                         .arg(*line.unknown));
+        return badUse;
+    }
+    if (line.misuse) {
+        say(stderr, QStringLiteral("vellumora: ") + *line.misuse);
         return badUse;
     }
     if (line.help)
@@ -149,7 +155,7 @@ int run(int argc, char **argv)
     Ending::awaitPool();
     prepareToolkit();
     const auto instance = std::move(claimed); // serves no longer than the application is there
-    Platform platform = makePlatform();
+    Platform platform = makePlatform(line.script ? Services::pictures : Services::all);
     L10n::setPreferredLanguages(platform.desktop->preferredLanguages());
     QTranslator toolkitTexts;
     translateToolkit(toolkitTexts);
@@ -159,6 +165,8 @@ int run(int argc, char **argv)
         return HaloTestMode::run(line.haloTest->picture, line.haloTest->folder);
     if (line.selfTest)
         return SelfTestMode::run(platform, *line.selfTest);
+    if (line.script)
+        return ScriptCapture::run(platform, *line.script);
     return stay(platform, line, *instance);
 }
 
@@ -166,6 +174,7 @@ int run(int argc, char **argv)
 
 int runProgram(int argc, char **argv)
 {
+    StandardStreams::keepTheirPlaces();
     const int status = run(argc, argv);
     if (!SystemProxies::isBusy())
         return status;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
 #include <QScreen>
 #include <QSizeF>
 
@@ -11,4 +12,7 @@ struct ScreenShot {
     QImage image;     // device pixels, top row first, opaque
     double scale = 1; // pixels per point, perhaps fractional
     QSizeF pointSize; // image size divided by scale
+    // Where it lies among the other screens, as the system counts: in points, or in
+    // device pixels where all screens share them.
+    QRect place = {};
 };

@@ -113,6 +113,23 @@ Platform makeWaylandPlatform()
             .updates = std::make_unique<BundleInstaller>()};
 }
 
+Platform makePicturesPlatform(const QString &display)
+{
+    Platform platform = makeNoPlatform();
+    if (display == u"xcb") {
+        platform.screens = std::make_unique<X11ScreenGrabber>();
+        platform.windows = std::make_unique<X11WindowPlacer>(std::make_shared<OwnWindows>());
+        return platform;
+    }
+    const auto queue = QtQueue::open();
+    const std::shared_ptr<Connection> connection = Connection::open();
+    if (queue && connection) {
+        platform.screens = makeWaylandScreenGrabber(connection);
+        platform.windows = std::make_unique<WaylandWindowPlacer>(queue);
+    }
+    return platform;
+}
+
 std::optional<QString> prepareX11()
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
@@ -133,14 +150,15 @@ std::optional<QString> prepareWayland(const QString &name)
 
 } // namespace
 
-Platform makePlatform()
+Platform makePlatform(Services services)
 {
     const QString display = QGuiApplication::platformName();
-    if (forced() == u"none")
+    const bool wayland = display.startsWith(u"wayland");
+    if (forced() == u"none" || (!wayland && display != u"xcb"))
         return makeNoPlatform();
-    if (display.startsWith(u"wayland"))
-        return makeWaylandPlatform();
-    return display == u"xcb" ? makeX11Platform() : makeNoPlatform();
+    if (services == Services::pictures)
+        return makePicturesPlatform(display);
+    return wayland ? makeWaylandPlatform() : makeX11Platform();
 }
 
 std::unique_ptr<SingleInstance> makeSingleInstance()

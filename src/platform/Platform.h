@@ -28,9 +28,14 @@ struct Platform {
     std::unique_ptr<UpdateInstaller> updates;
 };
 
+// Which services are the system's. Those left out answer "not here", and nothing is
+// started or asked for their sake.
+enum class Services { all, pictures };
+
 // Chooses the back ends for the display that the application object is on. The
 // environment variable VELLUMORA_PLATAFORMA ("x11", "wayland" or "none") overrules it.
-[[nodiscard]] Platform makePlatform();
+// Pictures need the screens and the windows.
+[[nodiscard]] Platform makePlatform(Services services);
 
 // Prepares the environment of Qt. Must be called before the application object
 // exists. Absent when a display can be opened, otherwise a sentence for the user

@@ -26,7 +26,7 @@ double of(QSize pixels, QSize points, double ratio)
 ScreenShot shot(QScreen &screen, const QImage &image)
 {
     const double scale = of(image.size(), screen.geometry().size(), screen.devicePixelRatio());
-    return {&screen, image, scale, QSizeF(image.size()) / scale};
+    return {&screen, image, scale, QSizeF(image.size()) / scale, screen.geometry()};
 }
 
 void sort(std::vector<ScreenShot> &shots)

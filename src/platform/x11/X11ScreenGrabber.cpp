@@ -81,7 +81,7 @@ ScreenShot X11ScreenGrabber::shoot(QScreen &screen, const QRect &area)
     const QImage image = area.isEmpty() ? QImage() : grab(screen, area);
     const bool gone = area.isEmpty() || (image.isNull() && Desk().place(screen) != area);
     const double scale = screen.devicePixelRatio();
-    return {gone ? nullptr : &screen, image, scale, QSizeF(image.size()) / scale};
+    return {gone ? nullptr : &screen, image, scale, QSizeF(image.size()) / scale, area};
 }
 
 QImage X11ScreenGrabber::grab(QScreen &screen, const QRect &area)
