@@ -9,6 +9,7 @@
 #include "modes/SelfTestMode.h"
 #include "platform/Ending.h"
 #include "platform/Platform.h"
+#include "platform/ProgramId.h"
 #include "platform/SingleInstance.h"
 #include "platform/StateFolder.h"
 #include "updater/SystemProxies.h"
@@ -135,7 +136,7 @@ int run(int argc, char **argv)
     if (!displayReady(line))
         return EXIT_FAILURE;
     QApplication::setApplicationName(QStringLiteral("Vellumora"));
-    QApplication::setDesktopFileName(QStringLiteral("vellumora"));
+    QApplication::setDesktopFileName(programId());
     QApplication application(argc, argv);
     Ending::awaitPool();
     prepareToolkit();

@@ -10,7 +10,7 @@ class AutostartLoginItemTest : public QObject {
 
     TempHome home;
     AutostartLoginItem item;
-    const QString entry = ".config/autostart/vellumora.desktop";
+    const QString entry = ".config/autostart/example.vellumora.Vellumora.desktop";
     const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
 
     void put(const QByteArray &text)
@@ -117,7 +117,7 @@ private slots:
         QVERIFY(item.canBeEnabled());
         QCOMPARE(home.read(entry), text);
         QCOMPARE(QDir(home.path(".config/autostart")).entryList(QDir::Files),
-                 QStringList{"vellumora.desktop"});
+                 QStringList{"example.vellumora.Vellumora.desktop"});
         QCOMPARE(QFile::permissions(home.path(entry)), permissions);
     }
 

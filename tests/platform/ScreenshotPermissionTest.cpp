@@ -75,7 +75,7 @@ private slots:
         answer("", "yes");
         QTRY_VERIFY(!permission.refused());
         answer("some.other.Program", "no");
-        answer("vellumora", "no");
+        answer("example.vellumora.Vellumora", "no");
         QTRY_VERIFY(permission.refused());
     }
 

@@ -8,6 +8,7 @@ import time
 from pathlib import Path
 
 PROGRAM = os.environ["VELLUMORA"]
+ID = "example.vellumora.Vellumora"  # its name among all programs of a desktop
 HELPERS = Path(os.environ["VELLUMORA_HELPERS"])
 PATIENCE = 20  # seconds; a wait that takes longer has failed
 

@@ -5,7 +5,7 @@ import shutil
 import tempfile
 from pathlib import Path
 
-from session import Process, wait_for
+from session import ID, Process, wait_for
 from wayland_desktop import Output, Picture, WaylandDesktop
 
 # All outputs of a KWin without a screen have one size.
@@ -27,7 +27,7 @@ class KWin(WaylandDesktop):
         self._install("hand", self.helpers / "wayland-hand", "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input")
         self._install("look", self.helpers / "wayland-look", GRANT)
         if self.granted:
-            self._install("vellumora", self.program, GRANT)
+            self._install(ID, self.program, GRANT)
         process = Process(self, "kwin", [
             without_capability(), "--virtual", "--width", str(self.outputs[0].width), "--height", str(self.outputs[0].height),
             "--output-count", str(len(self.outputs)), "--no-lockscreen", "--socket", "wayland-test"], WAYLAND_DISPLAY="")
