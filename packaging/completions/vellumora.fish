@@ -2,6 +2,7 @@
 complete -c vellumora -f
 complete -c vellumora -l capturar -d 'capture now'
 complete -c vellumora -l ajustes -d 'open the settings'
+complete -c vellumora -l salir -d 'end the running one'
 complete -c vellumora -l demo -rF -d 'write pictures of a scripted capture'
 complete -c vellumora -l prueba-halo -rF -d 'film the glow'
 complete -c vellumora -l selftest -rF -d 'report which services work here'
