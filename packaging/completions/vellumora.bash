@@ -4,7 +4,7 @@ _vellumora() {
   local mode=${COMP_WORDS[1]}
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "--capturar --ajustes --demo --prueba-halo --selftest --version --help" -- "$current")
+    mapfile -t COMPREPLY < <(compgen -W "--capturar --ajustes --salir --demo --prueba-halo --selftest --version --help" -- "$current")
     return
   fi
   if [ "$mode" = --capturar ]; then

@@ -12,10 +12,11 @@
 
 namespace {
 
-// Beside the program in the build folder, then where bundles and packages have it.
-// The last is for a copy of the program alone.
+// Beside the program in the build folder, then where bundles, installations and
+// Debian's packages have it. The last is for a copy of the program alone.
 constexpr const char *places[]
-    = {"/libvellumora.so", "/../lib/libvellumora.so", "/../lib/vellumora/libvellumora.so", nullptr};
+    = {"/libvellumora.so", "/../lib/libvellumora.so", "/../lib/vellumora/libvellumora.so",
+       "/../lib/" VELLUMORA_ARCHITECTURE "/vellumora/libvellumora.so", nullptr};
 
 std::string ownFolder()
 {

@@ -11,6 +11,7 @@
 #include "modes/SelfTestMode.h"
 #include "platform/Ending.h"
 #include "platform/Platform.h"
+#include "platform/ProgramId.h"
 #include "platform/SingleInstance.h"
 #include "platform/StateFolder.h"
 #include "updater/SystemProxies.h"
@@ -150,7 +151,7 @@ int run(int argc, char **argv)
     if (!displayReady(line))
         return EXIT_FAILURE;
     QApplication::setApplicationName(QStringLiteral("Vellumora"));
-    QApplication::setDesktopFileName(QStringLiteral("vellumora"));
+    QApplication::setDesktopFileName(programId());
     QApplication application(argc, argv);
     Ending::awaitPool();
     prepareToolkit();

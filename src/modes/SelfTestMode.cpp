@@ -11,6 +11,7 @@
 #include "modes/Stage.h"
 #include "platform/Ending.h"
 #include "platform/Platform.h"
+#include "platform/ProgramId.h"
 #include "updater/Updater.h"
 
 #include <QDateTime>
@@ -98,8 +99,9 @@ void tryLoginItem(Platform &platform, Report &report)
         report.works(service, QStringLiteral("could start at login; it is switched off"));
     else
         report.missing(service, QStringLiteral("the autostart folder cannot be written, or holds a "
-                                               "vellumora.desktop that starts something else: look at "
-                                               "~/.config/autostart"));
+                                               "%1.desktop that starts something else: look at "
+                                               "~/.config/autostart")
+                                    .arg(programId()));
 }
 
 // Only a connection: nothing is asked and nothing is sent.

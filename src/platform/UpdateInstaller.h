@@ -28,6 +28,9 @@ public:
     // Returns the path of the running bundle, wherever it has been moved to by now;
     // absent when the program does not run from a bundle.
     [[nodiscard]] virtual std::optional<QString> bundle() const = 0;
+    // Returns whether the system's package manager has installed the running program;
+    // then it alone replaces it.
+    [[nodiscard]] virtual bool isManaged() const = 0;
     // Returns whether the user may replace this folder by another.
     [[nodiscard]] virtual bool canReplace(const QString &bundle) const = 0;
     // Returns the absolute path of the user's folder for temporary files, from

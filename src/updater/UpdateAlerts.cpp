@@ -2,14 +2,28 @@
 
 #include "l10n/L10n.h"
 
+namespace {
+
+QString above(const std::optional<QString> &notes) { return notes ? *notes + u"\n\n"_qs : QString(); }
+
+} // namespace
+
 namespace UpdateAlerts {
 
 Alert offer(const QString &version, const std::optional<QString> &notes, const QString &current)
 {
-    const QString above = notes ? *notes + u"\n\n"_qs : QString();
     return {L10n::t(u"Hay una versión nueva de Vellumora (%@)", version),
-            above + L10n::t(u"Tienes la %@. Se instala sola en unos segundos y se vuelve a abrir.", current),
+            above(notes)
+                + L10n::t(u"Tienes la %@. Se instala sola en unos segundos y se vuelve a abrir.", current),
             {L10n::t(u"Actualizar"), L10n::t(u"Ahora no")}};
+}
+
+Alert managed(const QString &version, const std::optional<QString> &notes, const QString &current)
+{
+    return {L10n::t(u"Hay una versión nueva de Vellumora (%@)", version),
+            above(notes)
+                + L10n::t(u"Tienes la %@. Las nuevas llegan con las actualizaciones del sistema.", current),
+            {L10n::t(u"Abrir la web"), L10n::t(u"Cerrar")}};
 }
 
 Alert upToDate(const QString &current)

@@ -16,6 +16,9 @@ struct Alert {
 
 [[nodiscard]] Alert offer(const QString &version, const std::optional<QString> &notes,
                           const QString &current);
+// Instead of the offer, where the system's package manager updates the program.
+[[nodiscard]] Alert managed(const QString &version, const std::optional<QString> &notes,
+                            const QString &current);
 [[nodiscard]] Alert upToDate(const QString &current);
 [[nodiscard]] Alert notSigned();
 [[nodiscard]] Alert unreachable();

@@ -94,6 +94,8 @@ QCoro::Task<void> Updater::runSettling()
 
 void Updater::check(Asked asked)
 {
+    if (asked == Asked::byItself && m_installer.isManaged())
+        return;
     if (asked == Asked::byUser) {
         m_calmFrom = QDeadlineTimer();
         wake();
@@ -168,6 +170,8 @@ QCoro::Task<void> Updater::conclude(Found found, Asked asked)
         if (isNewer(manifest->version, current())) {
             if (asked == Asked::byItself && UpdateMark::isPutOff(manifest->version))
                 log(u"%1 aplazada hasta mañana"_qs.arg(manifest->version));
+            else if (m_installer.isManaged())
+                co_await pointToSystem(*manifest);
             else
                 co_await ask(*manifest);
             co_return;
@@ -192,6 +196,15 @@ QCoro::Task<void> Updater::ask(Manifest manifest)
           || co_await alert(UpdateAlerts::offer(manifest.version, manifest.notas(L10n::lang()), current()));
     if (alive && agreed)
         co_await install(std::move(manifest));
+}
+
+QCoro::Task<void> Updater::pointToSystem(Manifest manifest)
+{
+    const QPointer<Updater> alive(this);
+    auto news = UpdateAlerts::managed(manifest.version, manifest.notas(L10n::lang()), current());
+    const bool openWeb = co_await alert(std::move(news));
+    if (alive && openWeb)
+        m_desktop.openWeb(L10n::web());
 }
 
 QCoro::Task<void> Updater::fail(QString message)

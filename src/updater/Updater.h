@@ -42,7 +42,9 @@ public:
 
     // Checks for a newer version. Only one check runs at a time, from the first
     // request to the answer of its last alert. The user is told every outcome of a
-    // check of his own, otherwise only of a newer version.
+    // check of his own, otherwise only of a newer version. Where a package manager
+    // updates the program there are none but the user's own, and a newer version is
+    // told about but not installed.
     void check(Asked asked);
 
     // Returns whether something is going on that an alert would disturb or that
@@ -88,6 +90,7 @@ private:
     QCoro::Task<Found> fetchOnce();
     QCoro::Task<void> conclude(Found found, Asked asked);
     QCoro::Task<void> ask(Manifest manifest);
+    QCoro::Task<void> pointToSystem(Manifest manifest);
     QCoro::Task<void> install(Manifest manifest);
     QCoro::Task<Problem> prepare(Manifest::Item item);
     QCoro::Task<Problem> download(Manifest::Item item);

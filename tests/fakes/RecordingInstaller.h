@@ -9,6 +9,7 @@ public:
     explicit RecordingInstaller(const QString &program) : m_real(program) {}
 
     std::optional<QString> bundle() const override { return m_real.bundle(); }
+    bool isManaged() const override { return m_real.isManaged(); }
     bool canReplace(const QString &bundle) const override { return m_real.canReplace(bundle); }
     QString temporaryFolder() const override { return m_real.temporaryFolder(); }
     SwapCommands commands(const QString &bundle) const override { return m_real.commands(bundle); }

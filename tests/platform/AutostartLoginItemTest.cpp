@@ -1,4 +1,6 @@
 #include "platform/freedesktop/AutostartLoginItem.h"
+
+#include "platform/ProgramId.h"
 #include "platform/freedesktop/DesktopEntry.h"
 
 #include "support/TempHome.h"
@@ -10,7 +12,7 @@ class AutostartLoginItemTest : public QObject {
 
     TempHome home;
     AutostartLoginItem item;
-    const QString entry = ".config/autostart/vellumora.desktop";
+    const QString entry = ".config/autostart/" + programId() + ".desktop";
     const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
 
     void put(const QByteArray &text)
@@ -117,7 +119,7 @@ private slots:
         QVERIFY(item.canBeEnabled());
         QCOMPARE(home.read(entry), text);
         QCOMPARE(QDir(home.path(".config/autostart")).entryList(QDir::Files),
-                 QStringList{"vellumora.desktop"});
+                 QStringList{QFileInfo(entry).fileName()});
         QCOMPARE(QFile::permissions(home.path(entry)), permissions);
     }
 

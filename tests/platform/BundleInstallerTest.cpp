@@ -106,6 +106,16 @@ class BundleInstallerTest : public QObject {
     }
 
 private slots:
+    void whatLiesWherePackagesGoIsThePackageManagers()
+    {
+        const auto isManaged = [](const char *program) { return BundleInstaller(program).isManaged(); };
+        QVERIFY(isManaged("/usr/bin/vellumora"));
+        QVERIFY(isManaged("/usr/bin/vellumora (deleted)")); // by an upgrade
+        QVERIFY(!isManaged("/usr/local/bin/vellumora"));
+        QVERIFY(!isManaged("/usr/share/Vellumora.app/bin/vellumora"));
+        QVERIFY(!isManaged("/home/somebody/usr/bin/vellumora"));
+    }
+
     void init()
     {
         folder = std::make_unique<QTemporaryDir>();

@@ -1,5 +1,7 @@
 #include "platform/wayland/ScreenshotPermission.h"
 
+#include "platform/ProgramId.h"
+
 #include "support/SessionBusDaemon.h"
 #include "support/TempHome.h"
 
@@ -75,7 +77,7 @@ private slots:
         answer("", "yes");
         QTRY_VERIFY(!permission.refused());
         answer("some.other.Program", "no");
-        answer("vellumora", "no");
+        answer(programId(), "no");
         QTRY_VERIFY(permission.refused());
     }
 

@@ -4,7 +4,7 @@ import os
 import subprocess
 import time
 
-from session import HELPERS, PROGRAM, PATIENCE, Process, Session, wait_for  # noqa: F401
+from session import HELPERS, ID, PROGRAM, PATIENCE, Process, Session, wait_for  # noqa: F401
 
 # Two monitors side by side, in device pixels of the root window; A has two pixels a point.
 A = (0, 0, 1920, 1200)

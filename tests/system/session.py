@@ -1,6 +1,7 @@
 """What every private desktop of a test has: a home folder of its own, an environment in which nothing of the machine's shows,
 the programs that run there, and Vellumora's settings and log. All of it goes with the session."""
 import os
+import re
 import shutil
 import subprocess
 import tempfile
@@ -9,6 +10,8 @@ from pathlib import Path
 
 PROGRAM = os.environ["VELLUMORA"]
 HELPERS = Path(os.environ["VELLUMORA_HELPERS"])
+# Its name among all programs of a desktop.
+ID = re.search(r"VELLUMORA_ID (\S+)\)", (Path(__file__).parents[2] / "CMakeLists.txt").read_text("utf-8"))[1]
 PATIENCE = 20  # seconds; a wait that takes longer has failed
 
 

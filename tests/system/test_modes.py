@@ -4,7 +4,7 @@ import unittest
 from pathlib import Path
 
 from case import SystemTest
-from desktop import PROGRAM, Process, wait_for
+from desktop import ID, PROGRAM, Process, wait_for
 
 SAMPLE = Path(__file__).resolve().parents[2] / "resources/sample.svg"
 SIZE = (1280, 800)
@@ -118,7 +118,7 @@ class Modes(SystemTest):
         desktop = self.desktop
         desktop.witness()
         before = desktop.pixels((40, 40, 60, 60))
-        entry = desktop.home / ".config/autostart/vellumora.desktop"
+        entry = desktop.home / f".config/autostart/{ID}.desktop"
         entry.parent.mkdir(parents=True)
         entry.write_text(f"[Desktop Entry]\nType=Application\nExec={PROGRAM}\nHidden=true\n", "utf-8")
         entry.chmod(0o640)

@@ -3,7 +3,7 @@ import re
 import unittest
 
 from case import SystemTest
-from desktop import HELPERS, Process, wait_for
+from desktop import HELPERS, ID, Process, wait_for
 
 SCALE = 2  # the settings open on the first monitor
 CTRL, SUPER, SHIFT = 0x40000, 0x100000, 0x20000
@@ -151,7 +151,7 @@ class Settings(SystemTest):
         desktop.key("ctrl+space")
         self.wait_until_stored(49, CTRL)
         self.wait_until_free()
-        entry = desktop.home / ".config/autostart/vellumora.desktop"
+        entry = desktop.home / f".config/autostart/{ID}.desktop"
         desktop.key("Tab", "space")
         wait_for(entry.exists, "the autostart entry")
         desktop.key("space")

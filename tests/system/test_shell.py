@@ -4,7 +4,7 @@ import signal
 import unittest
 
 from case import SystemTest
-from desktop import HELPERS, PROGRAM, Desktop, Process, wait_for
+from desktop import HELPERS, ID, PROGRAM, Desktop, Process, wait_for
 
 CTRL, ALT = 0x40000, 0x80000
 
@@ -109,8 +109,7 @@ class TrayOnTheBus(SystemTest):
 
     def test_a_desktop_can_ask_over_the_bus(self):
         self.desktop.start()
-        self.call("org.vellumora.Vellumora", "/org/vellumora/Vellumora", "org.freedesktop.Application.ActivateAction",
-                  "capturar", "[]", "{}")
+        self.call(ID, "/" + ID.replace(".", "/"), "org.freedesktop.Application.ActivateAction", "capture", "[]", "{}")
         self.desktop.wait_for_overlays()
 
     def test_settings_that_open_during_a_capture_do_not_take_its_keys(self):

@@ -140,6 +140,7 @@ class Update(SystemTest):
         self.assertNotIn("/usr/lib/x86_64-linux-gnu/libQt6", libraries)
         wait_for(lambda: os.listdir(self.place) == [self.bundle.name], "the end of the old bundle")
         self.assertEqual(os.listdir(self.temporary), [])
+        self.assertTrue(os.access(self.bundle / "register", os.X_OK) and list(self.bundle.glob("share/applications/*.desktop")))
         self.desktop.press_shortcut()
         self.desktop.key("Escape")
         self.desktop.wait_until_over()

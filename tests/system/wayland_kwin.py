@@ -1,11 +1,11 @@
 """KWin without a screen, on a message bus of its own. Its checks of who may take pictures and press keys stay on: the hand and the
-eye have desktop entries that grant it, as any program needs, and Vellumora when a test installs one."""
+eye have desktop entries that grant it, as any program needs, and Vellumora the one that packages install."""
 import atexit
 import shutil
 import tempfile
 from pathlib import Path
 
-from session import Process, wait_for
+from session import ID, Process, wait_for
 from wayland_desktop import Output, Picture, WaylandDesktop
 
 # All outputs of a KWin without a screen have one size.
@@ -27,7 +27,8 @@ class KWin(WaylandDesktop):
         self._install("hand", self.helpers / "wayland-hand", "X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input")
         self._install("look", self.helpers / "wayland-look", GRANT)
         if self.granted:
-            self._install("vellumora", self.program, GRANT)
+            entry = (Path(self.program).parent / f"share/applications/{ID}.desktop").read_text("utf-8")
+            self._write(ID, entry.replace("\nExec=vellumora", f'\nExec="{self.program}"'))
         process = Process(self, "kwin", [
             without_capability(), "--virtual", "--width", str(self.outputs[0].width), "--height", str(self.outputs[0].height),
             "--output-count", str(len(self.outputs)), "--no-lockscreen", "--socket", "wayland-test"], WAYLAND_DISPLAY="")
@@ -36,10 +37,12 @@ class KWin(WaylandDesktop):
         return process
 
     def _install(self, name, program, grant):
+        self._write(name, f"[Desktop Entry]\nType=Application\nName={name}\nExec={program}\n{grant}\n")
+
+    def _write(self, name, entry):
         folder = self.home / ".local/share/applications"
         folder.mkdir(parents=True, exist_ok=True)
-        (folder / f"{name}.desktop").write_text(
-            f"[Desktop Entry]\nType=Application\nName={name}\nExec={program}\n{grant}\n", "utf-8")
+        (folder / f"{name}.desktop").write_text(entry, "utf-8")
 
     def arrange(self):
         """Gives the outputs their scales and places."""

@@ -1,7 +1,7 @@
 """sway without a screen: outputs in memory, painted by the processor."""
 import subprocess
 
-from session import Process, wait_for
+from session import ID, Process, wait_for
 from wayland_desktop import Output, Picture, WaylandDesktop
 
 A = Output("HEADLESS-1", 1920, 1200, 2)
@@ -27,7 +27,7 @@ class Sway(WaylandDesktop):
             "default_border none", "default_floating_border none", "xwayland disable",
             *(f"workspace {i} output {output.name}\nassign [title=\"witness-{output.name}\"] workspace {i}"
               for i, output in enumerate(self.outputs, 1)),
-            'for_window [app_id="vellumora"] floating enable',
+            f'for_window [app_id="{ID}"] floating enable',
             *(f"bindsym {keys} exec {command.format(program=self.program)}" for keys, command in self.bindings),
             f'exec "echo $WAYLAND_DISPLAY $SWAYSOCK > {ready}.new && mv {ready}.new {ready}"', ""]), "utf-8")
         self._own()

@@ -42,6 +42,26 @@ private slots:
                                             "Vellumora " + Updater::current() + " is the latest version."}));
     }
 
+    // Without even asking the website by itself.
+    void whereAPackageManagerUpdatesItItOnlySaysSo()
+    {
+        start("/usr/bin/vellumora");
+        serve(manifest("0"));
+        updater->check(Updater::Asked::byItself);
+        updater->check(Updater::Asked::byUser); // would be dropped if that one ran
+        QCOMPARE(alertTexts().value(0), "You're up to date");
+        answer(0);
+        QCOMPARE(server.requests.size(), 2);
+        serve(manifest("99", {}, "New"));
+        updater->check(Updater::Asked::byUser);
+        QCOMPARE(alertTexts(), (QStringList{"A new version of Vellumora is available (99)",
+                                            "New\n\nYou have " + Updater::current()
+                                                + ". New ones come with the system's updates."}));
+        answer(0);
+        QCOMPARE(desktop.opened, QList{L10n::web()});
+        QVERIFY(!progressShows());
+    }
+
     void twoRequestsAreOneCheckAndOneAlert()
     {
         serve(manifest("0"));

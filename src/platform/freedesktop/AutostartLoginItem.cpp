@@ -1,5 +1,6 @@
 #include "platform/freedesktop/AutostartLoginItem.h"
 
+#include "platform/ProgramId.h"
 #include "platform/freedesktop/DesktopEntry.h"
 
 #include <QCoreApplication>
@@ -17,6 +18,9 @@ namespace {
 
 constexpr const char *ownersMark = "X-Vellumora-Autostart=true";
 
+// As every string of the file is written.
+QString escaped(QString text) { return text.replace(u'\\', u"\\\\"_qs); }
+
 // An argument of the Exec key: in quotes, with the characters escaped that mean
 // something inside them, then once more as every string of the file is.
 QString execArgument(QString path)
@@ -24,20 +28,22 @@ QString execArgument(QString path)
     for (const QChar special : QStringView(u"\\\"`$"))
         path.replace(special, u'\\' + QString(special));
     path.replace(u"%"_qs, u"%%"_qs);
-    path.replace(u'\\', u"\\\\"_qs);
-    return u'"' + path + u'"';
+    return u'"' + escaped(path) + u'"';
 }
 
+// Desktops pass over it once the program it needs has been removed.
 QByteArray entry()
 {
+    const QString program = QCoreApplication::applicationFilePath();
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
                           "Name=Vellumora\n"
                           "Exec=%1\n"
-                          "Icon=vellumora\n"
+                          "TryExec=%2\n"
+                          "Icon=%3\n"
                           "Terminal=false\n"
-                          "%2\n")
-        .arg(execArgument(QCoreApplication::applicationFilePath()), QLatin1StringView(ownersMark))
+                          "%4\n")
+        .arg(execArgument(program), escaped(program), programId(), QLatin1StringView(ownersMark))
         .toUtf8();
 }
 
@@ -102,7 +108,7 @@ private:
 QString AutostartLoginItem::path()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-           + QStringLiteral("/autostart/vellumora.desktop");
+           + QStringLiteral("/autostart/%1.desktop").arg(programId());
 }
 
 bool AutostartLoginItem::enabled() const { return startsAtLogin(currentEntry().value_or(QByteArray())); }

@@ -158,15 +158,25 @@ BundleInstaller::BundleInstaller(QString program, qint64 limit)
     , m_limit(limit)
 {}
 
+// The system knows where the running program is by now.
+QString BundleInstaller::program() const
+{
+    return m_program.isEmpty() ? QFile::symLinkTarget(u"/proc/self/exe"_qs) : m_program;
+}
+
 std::optional<QString> BundleInstaller::bundle() const
 {
-    // The system knows where the running program is by now.
-    const QString program = m_program.isEmpty() ? QFile::symLinkTarget(u"/proc/self/exe"_qs) : m_program;
-    const QFileInfo folder(QFileInfo(program).path());
+    const QFileInfo folder(QFileInfo(program()).path());
     const QString bundle = folder.path();
     if (folder.fileName() != u"bin" || !bundle.endsWith(u".app"))
         return std::nullopt;
     return bundle;
+}
+
+// Everything there belongs to packages but what the administrator keeps by hand.
+bool BundleInstaller::isManaged() const
+{
+    return !bundle() && program().startsWith(u"/usr/") && !program().startsWith(u"/usr/local/");
 }
 
 bool BundleInstaller::canReplace(const QString &bundle) const

@@ -15,6 +15,7 @@ public:
     explicit BundleInstaller(QString program = {}, qint64 limit = unpackedLimit);
 
     std::optional<QString> bundle() const override;
+    bool isManaged() const override;
     bool canReplace(const QString &bundle) const override;
     QString temporaryFolder() const override;
     SwapCommands commands(const QString &bundle) const override;
@@ -28,6 +29,8 @@ public:
     QByteArray takeBequest() override;
 
 private:
+    [[nodiscard]] QString program() const;
+
     const QString m_program;
     const qint64 m_limit;
     std::optional<Descriptor> m_lock;

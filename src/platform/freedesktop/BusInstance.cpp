@@ -1,16 +1,25 @@
 #include "platform/freedesktop/BusInstance.h"
 
+#include "platform/ProgramId.h"
 #include "platform/freedesktop/SessionBus.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QTimer>
 
 namespace {
 
-const QString service = QStringLiteral("org.vellumora.Vellumora");
-const QString object = QStringLiteral("/org/vellumora/Vellumora");
-const QString captureAction = QStringLiteral("capturar");
+// By the program's name, as the interface wants it.
+QString objectPath() { return u'/' + programId().replace(u'.', u'/').replace(u'-', u'_'); }
+
+// The actions of the desktop entry.
+std::optional<Wish> wishOf(const QString &action)
+{
+    if (action == u"capture")
+        return Wish::capture;
+    return action == u"settings" ? std::optional(Wish::settings) : std::nullopt;
+}
 
 } // namespace
 
@@ -26,8 +35,8 @@ void BusInstance::serve()
     if (!bus.isConnected())
         return;
     new ApplicationAdaptor(*this);
-    bus.registerObject(object, this);
-    bus.interface()->registerService(service, QDBusConnectionInterface::QueueService);
+    bus.registerObject(objectPath(), this);
+    bus.interface()->registerService(programId(), QDBusConnectionInterface::QueueService);
 }
 
 void BusInstance::grantSoon(Wish wish)
@@ -53,7 +62,12 @@ void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &)
     m_instance.grantSoon(Wish::settings);
 }
 
-void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &, const QVariantMap &)
+void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &, const QVariantMap &,
+                                        const QDBusMessage &message)
 {
-    m_instance.grantSoon(name == captureAction ? Wish::capture : Wish::settings);
+    if (const auto wish = wishOf(name))
+        return m_instance.grantSoon(*wish);
+    message.setDelayedReply(true);
+    QDBusConnection::sessionBus().send(
+        message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("there is no action ") + name));
 }

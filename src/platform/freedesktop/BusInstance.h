@@ -6,10 +6,13 @@
 #include <QObject>
 #include <QVariantMap>
 
+class QDBusMessage;
+
 // Receives wishes over the session bus as well, where desktops look for running
-// applications. Another SingleInstance decides which process is the first. Where
-// two displays share a bus, wishes on the bus go to the instance that came first,
-// and to the other one after it.
+// applications, and start them when they do not run: what a wish waited for on the
+// bus is that the program's name appears there. Another SingleInstance decides which
+// process is the first. Where two displays share a bus, wishes on the bus go to the
+// instance that came first, and to the other one after it.
 class BusInstance final : public QObject, public SingleInstance {
     Q_OBJECT
 
@@ -42,7 +45,9 @@ public slots:
     // NOLINTBEGIN(readability-identifier-naming): the bus's own names.
     void Activate(const QVariantMap &platformData);
     void Open(const QStringList &uris, const QVariantMap &platformData);
-    void ActivateAction(const QString &name, const QVariantList &parameter, const QVariantMap &platformData);
+    // Answers with an error to an action that the desktop entry does not have.
+    void ActivateAction(const QString &name, const QVariantList &parameter, const QVariantMap &platformData,
+                        const QDBusMessage &message);
     // NOLINTEND(readability-identifier-naming)
 
 private:

@@ -83,6 +83,7 @@ private:
 class NoInstaller final : public UpdateInstaller {
 public:
     std::optional<QString> bundle() const override { return std::nullopt; }
+    bool isManaged() const override { return false; }
     bool canReplace(const QString &) const override { return false; }
     QString temporaryFolder() const override { return QDir::tempPath(); }
     SwapCommands commands(const QString &) const override { return {}; }

@@ -1,6 +1,7 @@
 #include "platform/wayland/PortalHotKeys.h"
 
 #include "base/Log.h"
+#include "platform/ProgramId.h"
 #include "platform/wayland/BusCall.h"
 #include "platform/wayland/PortalRequest.h"
 #include "platform/wayland/PortalShortcuts.h"
@@ -34,7 +35,7 @@ QDBusMessage call(const QString &path, const QString &interface, const QString &
 QDBusMessage introduction()
 {
     return call(Portal::object, QStringLiteral("org.freedesktop.host.portal.Registry"),
-                QStringLiteral("Register"), {QStringLiteral("vellumora"), QVariantMap()});
+                QStringLiteral("Register"), {programId(), QVariantMap()});
 }
 
 QDBusMessage versionQuestion()

@@ -1,5 +1,6 @@
 #include "platform/wayland/ScreenshotPermission.h"
 
+#include "platform/ProgramId.h"
 #include "platform/freedesktop/SessionBus.h"
 #include "platform/wayland/BusCall.h"
 
@@ -26,7 +27,7 @@ QDBusMessage call(const QString &method)
 
 // The programs that the answer may be about: this one by its desktop entry, and all
 // that have been started without one.
-bool isAboutUs(const QString &program) { return program.isEmpty() || program == u"vellumora"; }
+bool isAboutUs(const QString &program) { return program.isEmpty() || program == programId(); }
 
 // Whose answer was no.
 QStringList refusalsIn(const QVariant &permissions)

@@ -1,0 +1,3 @@
+#include "platform/ProgramId.h"
+
+QString programId() { return QStringLiteral(VELLUMORA_ID); }
