@@ -7,6 +7,8 @@
 #include "modes/DemoMode.h"
 #include "modes/HaloTestMode.h"
 #include "modes/SelfTestMode.h"
+#include "platform/Clipboard.h"
+#include "platform/Desktop.h"
 #include "platform/Ending.h"
 #include "platform/Platform.h"
 #include "platform/SingleInstance.h"
@@ -20,13 +22,17 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr int badUse = 2;
+constexpr auto clipboardKept = 2s; // at most
 
 QStringList argumentsOf(int argc, char **argv)
 {
@@ -119,6 +125,7 @@ int stay(Platform &platform, const CommandLine &line, SingleInstance &instance)
     Ending::onRequest([&delegate] { delegate.terminate(); });
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
     const int status = QApplication::exec();
+    platform.desktop->clipboard().handOver(clipboardKept);
     Ending::begin();
     return status;
 }
