@@ -164,6 +164,35 @@ def standing(copy):
         desktop.close()
 
 
+def memory():
+    """What is resident, and the share of it that no other process has a part in; with other programs on Qt, its libraries count less."""
+    desktop = Desktop("openbox", monitors=MONITORS)
+    try:
+        desktop.witness((0, 0, 5760, 1080))
+        program = desktop.start()
+
+        def measure(name):
+            time.sleep(2)  # everything has been painted, and what is free has gone back
+            lines = Path(f"/proc/{program.process.pid}/smaps_rollup").read_text("utf-8").splitlines()
+            sizes = {line.split(":")[0]: int(line.split()[-2]) / 1024 for line in lines if line.endswith("kB")}
+            row(f"memory, {name}", f"{sizes['Rss']:.0f} MiB", f"share of it {sizes['Pss']:.0f} MiB", "", "<= 120 MiB")
+
+        time.sleep(8)  # the search for updates, which loads libraries of its own, is over
+        measure("idle")
+        desktop.press_shortcut()
+        measure("screens frozen")
+        desktop.drag((400, 300), (3400, 1800))
+        measure("selection of 3000 x 1500")
+        desktop.key("p")
+        desktop.drag((500, 500), (3000, 1500))
+        measure("with a pencil stroke")
+        desktop.key("Escape", "Escape", "Escape")
+        desktop.wait_until_over()
+        measure("idle again")
+    finally:
+        desktop.close()
+
+
 def halo():
     rows = google("BenchHalo")
     copy, strokes = rows.pop("memcpy")["time"], rows.pop("Qt's strokes")["time"]
@@ -212,6 +241,7 @@ def recognition():
 if __name__ == "__main__":
     row("what", "median", "beside", "ratio", "budget")
     on_a_display()
+    memory()
     on_sway()
     halo()
     editor()

@@ -64,7 +64,7 @@ void turning(benchmark::State &state)
     std::vector<HaloTile> tiles;
     fill(tiles, band);
     for (HaloTile &tile : tiles)
-        tile.setGround(canvas);
+        tile.setGround(canvas.copy(tile.pixels));
     HaloColors::Table colors;
     HaloDrift drift;
     double turn = 0;

@@ -9,6 +9,8 @@
 #include "modes/HaloTestMode.h"
 #include "modes/ScriptCapture.h"
 #include "modes/SelfTestMode.h"
+#include "platform/Clipboard.h"
+#include "platform/Desktop.h"
 #include "platform/Ending.h"
 #include "platform/Platform.h"
 #include "platform/ProgramId.h"
@@ -23,13 +25,17 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr int badUse = 2;
+constexpr auto clipboardKept = 2s; // at most
 
 QStringList argumentsOf(int argc, char **argv)
 {
@@ -135,6 +141,7 @@ int stay(Platform &platform, const CommandLine &line, SingleInstance &instance)
     Ending::onRequest([&delegate] { delegate.terminate(); });
     QTimer::singleShot(0, &delegate, &AppDelegate::applicationDidFinishLaunching);
     const int status = QApplication::exec();
+    platform.desktop->clipboard().handOver(clipboardKept);
     Ending::begin();
     return status;
 }

@@ -1,6 +1,25 @@
 #include "base/Defaults.h"
 
+#include <QLockFile>
 #include <QSettings>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Whoever is killed while it writes may leave a lock that does not say whose it is.
+// Qt would wait thirty seconds for that one; who lives holds it for milliseconds, and
+// cannot be robbed of it, because the system knows.
+void removeDeadLock(const QSettings &settings)
+{
+    QLockFile lock(settings.fileName() + QStringLiteral(".lock"));
+    lock.setStaleLockTime(500ms);
+    (void)lock.tryLock(1s); // else Qt has its say
+}
+
+} // namespace
 
 namespace Defaults {
 
@@ -12,6 +31,7 @@ QVariant value(QStringView key)
 void setValue(QStringView key, const QVariant &value)
 {
     QSettings settings(QStringLiteral("Vellumora"), QStringLiteral("Vellumora"));
+    removeDeadLock(settings);
     settings.setValue(key.toString(), value);
     settings.sync();
 }
@@ -19,6 +39,7 @@ void setValue(QStringView key, const QVariant &value)
 void remove(QStringView key)
 {
     QSettings settings(QStringLiteral("Vellumora"), QStringLiteral("Vellumora"));
+    removeDeadLock(settings);
     settings.remove(key.toString());
     settings.sync();
 }

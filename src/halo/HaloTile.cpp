@@ -58,12 +58,11 @@ void HaloTile::setPixels(const QRect &rect)
 void HaloTile::setGround(const QImage &picture)
 {
     ground.resize(coverage.size());
-    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+    for (int y = 0; y < pixels.height(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-        const std::size_t from = indexOf(pixels.left(), y);
+        const std::size_t from = indexOf(pixels.left(), pixels.top() + y);
         for (std::size_t x = 0; x < static_cast<std::size_t>(pixels.width()); ++x)
-            ground[from + x]
-                = times(line[std::size_t(pixels.left()) + x] | opaque, 255U - coverage[from + x]);
+            ground[from + x] = times(line[x] | opaque, 255U - coverage[from + x]);
     }
 }
 

@@ -20,8 +20,8 @@ struct HaloTile {
     // Changes the rectangle. The former contents of the tile become invalid.
     void setPixels(const QRect &rect);
 
-    // Stores what shows through the glow, taken from a picture that covers the
-    // whole rectangle and in whose pixels the rectangle counts.
+    // Stores what shows through the glow, taken from an RGB32 picture of just this
+    // rectangle.
     void setGround(const QImage &picture);
 
     // Returns the index of a pixel in the vectors; y counts downwards as in the

@@ -46,10 +46,9 @@ HaloView::HaloView(QSizeF size, double scale, std::function<bool()> reduceMotion
     m_timer.callOnTimeout(this, &HaloView::askForFrame);
 }
 
-void HaloView::setGround(const QImage &picture)
+void HaloView::setGround(Ground ground)
 {
-    const bool fits = picture.format() == QImage::Format_RGB32 && picture.rect().contains(screen());
-    m_ground = fits ? picture : QImage();
+    m_ground = std::move(ground);
     m_tilesOf.reset();
 }
 
@@ -187,13 +186,17 @@ void HaloView::keepTiles()
     if (kept())
         return;
     m_tiles.resize(static_cast<std::size_t>(m_tinted.rectCount()));
+    QRegion grounded;
     std::size_t i = 0;
-    for (const QRect &rect : std::as_const(m_tinted))
-        m_band->fill(m_tiles[i++], rect);
-    if (!m_ground.isNull())
-        for (HaloTile &tile : m_tiles)
-            tile.setGround(m_ground);
-    m_covered = m_ground.isNull() ? QRegion() : m_space.widgetPointsWithin(m_tinted);
+    for (const QRect &rect : std::as_const(m_tinted)) {
+        HaloTile &tile = m_tiles[i++];
+        m_band->fill(tile, rect);
+        if (const QImage ground = m_ground ? m_ground(rect) : QImage(); !ground.isNull()) {
+            tile.setGround(ground);
+            grounded += rect;
+        }
+    }
+    m_covered = m_space.widgetPointsWithin(grounded);
     m_tilesOf = m_band->shape();
 }
 

@@ -33,10 +33,12 @@ public:
     // painted: as often as HaloPacing allows, and never while nothing moves.
     std::function<void(const QRegion &)> onFrame;
 
-    // Sets the picture of the screen as it looks beneath the glow, in device
-    // pixels. A picture that is not RGB32 or does not cover the screen is not used;
-    // the glow is then blended over what has been painted.
-    void setGround(const QImage &picture);
+    // Returns the picture of a part of the screen as it looks beneath the glow, in
+    // device pixels and RGB32; null where that is not known.
+    using Ground = std::function<QImage(const QRect &pixels)>;
+    // Sets what the glow asks for the ground of a band that stands. Without one the
+    // glow is blended over what has been painted.
+    void setGround(Ground ground);
     // Draws the glow round this rectangle from the next frame on. The glow is
     // hidden when the rectangle is absent, or 2 points or less wide or high.
     void update(const std::optional<QRectF> &rect);
@@ -88,7 +90,7 @@ private:
     std::vector<HaloTile> m_tiles;  // the whole band, computed for the shape m_tilesOf
     std::optional<HaloBand::Shape> m_tilesOf;
     QRegion m_covered; // widget points that the tiles fill completely, having a ground
-    QImage m_ground;   // null until there is one
+    Ground m_ground;
 
     QRegion m_tinted;  // pixels that the glow may have touched on the screen
     QRegion m_unasked; // pieces of the frame that are still to be asked for, in pixels

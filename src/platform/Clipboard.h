@@ -4,7 +4,10 @@
 #include <QMap>
 #include <QString>
 
-// Where other programs paste from. What is offered there dies with this program.
+#include <chrono>
+
+// Where other programs paste from. What is offered there dies with this program, unless
+// the desktop has somebody who keeps it.
 class Clipboard {
 public:
     virtual ~Clipboard() = default;
@@ -20,4 +23,9 @@ public:
     [[nodiscard]] virtual Formats offered() const = 0;
     // Whether nobody offers anything.
     [[nodiscard]] virtual bool isEmpty() const = 0;
+
+    // Has the desktop keep what this program offers, where it can, before the program
+    // ends. Serves events meanwhile, and returns when that is done or has taken as
+    // long as the limit.
+    virtual void handOver(std::chrono::milliseconds limit) { (void)limit; }
 };

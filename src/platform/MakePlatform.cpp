@@ -1,6 +1,5 @@
 #include "platform/DisplayChoice.h"
 #include "platform/Platform.h"
-#include "platform/QtClipboard.h"
 #include "platform/SingleInstance.h"
 
 #include "platform/freedesktop/AutostartLoginItem.h"
@@ -23,6 +22,7 @@
 #include "platform/wayland/WaylandScreenGrabber.h"
 #include "platform/wayland/WaylandWindowPlacer.h"
 #include "platform/x11/OwnWindows.h"
+#include "platform/x11/X11Clipboard.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11KeyboardGrab.h"
 #include "platform/x11/X11ScreenGrabber.h"
@@ -83,7 +83,7 @@ Platform makeX11Platform()
             .statusItem = std::make_unique<TrayStatusItem>(std::move(trays), settings,
                                                            TrayStatusItem::LeftClick::opensMenu),
             .loginItem = std::make_unique<AutostartLoginItem>(),
-            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<QtClipboard>(),
+            .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<X11Clipboard>(),
                                                             FreedesktopDesktop::Bell::ofDisplay),
             .updates = std::make_unique<BundleInstaller>()};
 }

@@ -3,7 +3,7 @@
 #include "platform/Clipboard.h"
 
 // Offers through the clipboard that Qt knows.
-class QtClipboard final : public Clipboard {
+class QtClipboard : public Clipboard {
 public:
     bool offer(const Formats &formats) override;
     Formats offered() const override;

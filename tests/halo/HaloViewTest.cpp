@@ -195,7 +195,7 @@ private slots:
         ground.fill(qRgb(40, 90, 20));
         Screen screen(pixels, scale);
         screen.stillness = false;
-        screen.halo.setGround(ground);
+        screen.halo.setGround([&](const QRect &part) { return ground.copy(part); });
         screen.halo.update(QRectF(150.4, 110, 100, 80));
         QTRY_VERIFY(!screen.halo.covered().isEmpty()); // as soon as it stands
         screen.halo.setPaused(true);

@@ -175,7 +175,7 @@ private slots:
         QCOMPARE(editor.stale(), 0);
     }
 
-    // Mosaics, tiles of marks, dimmed and copied pictures: all of a capture is on
+    // Mosaics, tiles of marks, copied pictures: all of a capture is on
     // the heap, and all of it goes.
     void nothingOfACaptureStaysAfterItsEnd()
     {

@@ -6,7 +6,6 @@
 
 #include <QClipboard>
 #include <QMimeData>
-#include <QThreadPool>
 
 class OverlayViewTest : public QObject {
     Q_OBJECT
@@ -218,21 +217,6 @@ private slots:
         QTest::keyClick(editor.view.get(), Qt::Key_P, Qt::ControlModifier);
         QCOMPARE(editor.desktop.beeps, 2);
         QCOMPARE(editor.session.finished, 0);
-    }
-
-    // An assertion of Qt notices when somebody is told who is gone.
-    void aCaptureMayEndWhileItsScreenIsBeingDimmed()
-    {
-        FakeDesktop desktop;
-        RecordingSession session;
-        ScreenShot shot = patternShot({100, 100}, 1, QGuiApplication::primaryScreen());
-        shot.image = QImage(6000, 6000, QImage::Format_RGB32); // takes a while
-        auto view = std::make_unique<OverlayView>(shot, session, desktop);
-        QThreadPool &threads = *QThreadPool::globalInstance();
-        QVERIFY(QTest::qWaitFor([&] { return threads.activeThreadCount() > 0; }));
-        view.reset();
-        QVERIFY(threads.waitForDone());
-        QCoreApplication::processEvents();
     }
 };
 

@@ -19,12 +19,17 @@ class Desktop(Session):
         self.scales = scales
         self.server = self._start_server(server_options)
         if window_manager:
-            # It overlooks windows that come while it starts, so it says when it is done.
-            ready = self.folder / "window-manager-ready"
-            Process(self, window_manager, [window_manager, "--startup", f"touch {ready}"])
-            wait_for(ready.exists, window_manager)
+            self.start_window_manager(window_manager)
         if bus:
             self.start_bus()
+
+    def start_window_manager(self, name):
+        # It overlooks windows that come while it starts, so it says when it is done.
+        ready = self.folder / "window-manager-ready"
+        ready.unlink(missing_ok=True)
+        manager = Process(self, name, [name, "--startup", f"touch {ready}"])
+        wait_for(ready.exists, name)
+        return manager
 
     def _start_server(self, options):
         read, write = os.pipe()

@@ -4,7 +4,7 @@
 //   witness X Y WIDTH HEIGHT [DELAY]   DELAY: milliseconds it takes to repaint
 //   witness --grab MODIFIERS KEYCODE   takes a global shortcut for itself
 //   witness --keyboard                 says whether somebody holds the keyboard, and ends
-//   witness --clipboard                keeps the picture of whoever leaves one on the clipboard
+//   witness --pointer                  the same of the pointer
 #include <xcb/xcb.h>
 
 #include <chrono>
@@ -133,35 +133,6 @@ xcb_window_t hiddenWindow(xcb_connection_t *c, const xcb_screen_t &screen)
     return window;
 }
 
-// What a clipboard manager does: a program that ends asks it to save what it has
-// on the clipboard, and waits until that is done.
-int keepClipboard(xcb_connection_t *c, const xcb_screen_t &screen)
-{
-    const xcb_window_t window = hiddenWindow(c, screen);
-    const xcb_atom_t manager = atom(c, "CLIPBOARD_MANAGER");
-    xcb_set_selection_owner(c, window, manager, XCB_CURRENT_TIME);
-    xcb_flush(c);
-    say("manages", window);
-    xcb_selection_notify_event_t answer = {};
-    while (const Event event{xcb_wait_for_event(c)}) {
-        const unsigned type = event->response_type & 0x7fU;
-        if (type == XCB_SELECTION_REQUEST) {
-            const auto &asked = reinterpret_cast<const xcb_selection_request_event_t &>(*event);
-            answer = {XCB_SELECTION_NOTIFY, 0, 0, asked.time, asked.requestor, manager, asked.target,
-                      XCB_ATOM_NONE};
-            xcb_convert_selection(c, window, atom(c, "CLIPBOARD"), atom(c, "image/png"), manager, asked.time);
-        } else if (type == XCB_SELECTION_NOTIFY) {
-            const std::unique_ptr<xcb_get_property_reply_t, Free> picture(xcb_get_property_reply(
-                c, xcb_get_property(c, 1, window, manager, XCB_GET_PROPERTY_TYPE_ANY, 0, 1 << 24), nullptr));
-            xcb_send_event(c, 0, answer.requestor, 0, reinterpret_cast<const char *>(&answer));
-            xcb_flush(c);
-            say("saved", picture->value_len);
-        }
-        xcb_flush(c);
-    }
-    return EXIT_SUCCESS;
-}
-
 // A window that does not show gets no grab, so asking changes nothing for others.
 int tellWhetherHeld(xcb_connection_t *c, const xcb_screen_t &screen)
 {
@@ -169,6 +140,16 @@ int tellWhetherHeld(xcb_connection_t *c, const xcb_screen_t &screen)
     const auto cookie
         = xcb_grab_keyboard(c, 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const std::unique_ptr<xcb_grab_keyboard_reply_t, Free> reply(xcb_grab_keyboard_reply(c, cookie, nullptr));
+    say("held", reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED ? 1 : 0);
+    return EXIT_SUCCESS;
+}
+
+int tellWhetherPointerHeld(xcb_connection_t *c, const xcb_screen_t &screen)
+{
+    const auto cookie
+        = xcb_grab_pointer(c, 0, hiddenWindow(c, screen), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                           XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME);
+    const std::unique_ptr<xcb_grab_pointer_reply_t, Free> reply(xcb_grab_pointer_reply(c, cookie, nullptr));
     say("held", reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED ? 1 : 0);
     return EXIT_SUCCESS;
 }
@@ -183,8 +164,8 @@ int main(int argc, char **argv)
     const xcb_screen_t &screen = *xcb_setup_roots_iterator(xcb_get_setup(c)).data;
     if (std::strcmp(argv[1], "--keyboard") == 0)
         return tellWhetherHeld(c, screen);
-    if (std::strcmp(argv[1], "--clipboard") == 0)
-        return keepClipboard(c, screen);
+    if (std::strcmp(argv[1], "--pointer") == 0)
+        return tellWhetherPointerHeld(c, screen);
     if (argc < 4)
         return EXIT_FAILURE;
     if (std::strcmp(argv[1], "--grab") == 0)

@@ -5,18 +5,47 @@
 
 #include <QPainter>
 
-QImage Backdrop::dimmed(const QImage &picture)
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+constexpr int pixelsAtOnce = 8 * 1024; // they stay in the processor's cache from one step to the next
+constexpr QRgb opaque = 0xff000000;
+
+// A row of pixels under the scrim, which is black: every channel times what shows
+// through, rounded as Qt blends. One thing at a time, so that it becomes vector code.
+void dim(QRgb *row, qsizetype count)
 {
-    QImage copy = picture;
-    QPainter(&copy).fillRect(copy.rect(), Theme::scrim);
-    return copy;
+    const auto through = static_cast<std::uint16_t>(255 - Theme::scrim.alpha());
+    auto *channels = reinterpret_cast<uchar *>(row);
+    for (qsizetype i = 0; i < count * qsizetype(sizeof(QRgb)); ++i) {
+        const auto product = static_cast<std::uint16_t>(channels[i] * through);
+        channels[i] = static_cast<uchar>(static_cast<std::uint16_t>(product + (product >> 8) + 128) >> 8);
+    }
+    for (qsizetype i = 0; i < count; ++i)
+        row[i] |= opaque;
+}
+
+} // namespace
+
+QImage Backdrop::dimmed(const QRect &pixels) const
+{
+    if (!m_shot.image.rect().contains(pixels))
+        return {};
+    QImage part = m_shot.image.copy(pixels).convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < part.height(); ++y)
+        dim(reinterpret_cast<QRgb *>(part.scanLine(y)), part.width());
+    return part;
 }
 
 void Backdrop::drawDimmed(QPainter &painter, const QRect &pixels) const
 {
-    painter.drawImage(pixels.topLeft(), m_dimmed.isNull() ? m_shot.image : m_dimmed, pixels);
-    if (m_dimmed.isNull())
-        painter.fillRect(pixels, Theme::scrim);
+    const int rows = std::clamp(pixelsAtOnce / pixels.width(), 1, pixels.height());
+    for (int top = pixels.top(); top <= pixels.bottom(); top += rows) {
+        const QRect strip = pixels & QRect(pixels.left(), top, pixels.width(), rows);
+        painter.drawImage(strip.topLeft(), dimmed(strip));
+    }
 }
 
 void Backdrop::draw(QPainter &painter, const QRect &bright, const QRegion &exposed) const

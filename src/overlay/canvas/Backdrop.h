@@ -7,19 +7,17 @@
 
 class QPainter;
 
-// Paints the frozen screen under everything else, dimmed outside the selection. A
-// glow that is dragged or flashes asks for much of the dimmed picture in every
-// frame.
+// Paints the frozen screen under everything else, dimmed outside the selection. It is
+// dimmed anew wherever it is asked for: that costs little more than copying a picture
+// that is dimmed already, and a second picture of every screen would stay in memory.
 class Backdrop {
 public:
     // Takes the shot, which must outlive this object.
     explicit Backdrop(const ScreenShot &shot) : m_shot(shot) {}
 
-    // Returns the whole picture dimmed. Any thread may call this; at 4K it takes
-    // longer than one step of a drag may.
-    [[nodiscard]] static QImage dimmed(const QImage &picture);
-    // Uses this dimmed picture from now on, instead of dimming what is exposed.
-    void keepDimmed(const QImage &picture) { m_dimmed = picture; }
+    // Returns that part of the screen dimmed, as RGB32, in device pixels. Null when
+    // the shot does not cover it.
+    [[nodiscard]] QImage dimmed(const QRect &pixels) const;
 
     // Paints only the exposed part, undimmed where it is bright. Everything is in
     // device pixels, in which the painter counts too. The picture is never
@@ -30,5 +28,4 @@ private:
     void drawDimmed(QPainter &painter, const QRect &pixels) const;
 
     const ScreenShot &m_shot;
-    QImage m_dimmed; // null until it has been made
 };

@@ -10,7 +10,6 @@
 #include <QPainter>
 #include <QTimer>
 #include <QWidget>
-#include <QtConcurrentRun>
 
 #include <algorithm>
 #include <chrono>
@@ -19,7 +18,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto screensFrozen = 100ms; // all of them have been painted for the first time
 constexpr auto copiedShows = 1s;
 
 } // namespace
@@ -41,7 +39,7 @@ Canvas::Canvas(QWidget &widget, const ScreenShot &shot, const ViewSpace &space, 
         if (!m_fade.running()) // the mark is among the others now
             refresh();
     };
-    QTimer::singleShot(screensFrozen, &m_widget, [this] { dimWhole(); });
+    m_halo.setGround([this](const QRect &pixels) { return m_backdrop.dimmed(pixels); });
 }
 
 void Canvas::lendPicture()
@@ -56,17 +54,6 @@ Canvas::~Canvas()
     // A picture of the screen is not kept longer than it is looked at.
     if (Annotation::background.cacheKey() == m_shot.image.cacheKey())
         Annotation::background = {};
-}
-
-// Beside the main thread, which has the user's first steps to follow. The
-// capture may be over before the picture is made; a watcher is never told then.
-void Canvas::dimWhole()
-{
-    QObject::connect(&m_dimming, &QFutureWatcherBase::finished, &m_widget, [this] {
-        m_backdrop.keepDimmed(m_dimming.result());
-        m_halo.setGround(m_dimming.result());
-    });
-    m_dimming.setFuture(QtConcurrent::run(Backdrop::dimmed, m_shot.image));
 }
 
 std::optional<QImage> Canvas::render()

@@ -9,7 +9,6 @@
 #include "overlay/canvas/SnapFade.h"
 
 #include <QDeadlineTimer>
-#include <QFutureWatcher>
 #include <QPointF>
 #include <QRectF>
 
@@ -65,7 +64,6 @@ public:
     [[nodiscard]] const HaloView &halo() const { return m_halo; }
 
 private:
-    void dimWhole();
     void endStaleFade();
     void drawScreen(QPainter &painter, const QRegion &exposed);
     void drawInHand(QPainter &painter, const QRegion &exposed);
@@ -79,7 +77,6 @@ private:
     const EditorState &m_state;
     const std::function<bool()> m_reduceMotion;
     Backdrop m_backdrop{m_shot};
-    QFutureWatcher<QImage> m_dimming;
     MarksLayer m_marks{m_space};
     Damage m_damage{m_space};
     HaloView m_halo;

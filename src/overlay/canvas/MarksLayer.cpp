@@ -23,6 +23,21 @@ bool isLong(const Annotation &mark)
     return isFreehand(mark.tool) && StrokePath::pieces(mark.points.size()) > 1;
 }
 
+// The box of a slanting line has many tiles that nothing is drawn on. A row at a
+// time, which becomes vector code.
+bool isBlank(const QImage &tile)
+{
+    for (int y = 0; y < TileGrid::side; ++y) {
+        const auto *row = reinterpret_cast<const QRgb *>(tile.constScanLine(y));
+        QRgb ink = 0;
+        for (int x = 0; x < TileGrid::side; ++x)
+            ink |= row[x];
+        if (ink)
+            return false;
+    }
+    return true;
+}
+
 // Every tile from one cell to another.
 void forTiles(auto &tiles, const std::pair<TileGrid::Cell, TileGrid::Cell> &range, const auto &doWith)
 {
@@ -151,17 +166,23 @@ void MarksLayer::prepareFor(const Annotation &stroke)
 // Draws what is missing on top, or everything anew when something was taken away.
 void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
 {
-    const auto inBoth = std::ranges::mismatch(tile.shown, tile.wanted).in1;
-    if (tile.picture.isNull() || inBoth != tile.shown.end()) {
+    if (tile.shown == tile.wanted)
+        return;
+    if (std::ranges::mismatch(tile.shown, tile.wanted).in1 != tile.shown.end()) {
+        tile.picture = {};
+        tile.shown.clear();
+    }
+    if (tile.picture.isNull()) {
         tile.picture = QImage(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
         tile.picture.fill(Qt::transparent);
-        tile.shown.clear();
     }
     for (std::size_t i = tile.shown.size(); i < tile.wanted.size(); ++i) {
         const auto kept = std::ranges::lower_bound(m_kept, tile.wanted[i], {}, &Kept::id);
         paint(cell, tile, *kept->mark, strokeIsLast && i + 1 == tile.wanted.size());
     }
     tile.shown = tile.wanted;
+    if (isBlank(tile.picture))
+        tile.picture = {};
 }
 
 void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const
@@ -195,6 +216,8 @@ void MarksLayer::draw(QPainter &painter, const QRegion &exposed) const
     for (const QRect &rect : exposed) {
         painter.setClipRect(rect); // or Qt would go span by span, in several threads
         forTiles(m_tiles, m_grid.range(rect), [&](Cell cell, const Tile &tile) {
+            if (tile.picture.isNull())
+                return;
             const QRect place = m_grid.pixels(cell);
             const QRect part = place & rect;
             painter.drawImage(part.topLeft(), tile.picture, part.translated(-place.topLeft()));

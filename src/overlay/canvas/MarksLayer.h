@@ -47,7 +47,7 @@ private:
         std::vector<Cell> cells;
     };
     struct Tile {
-        QImage picture;
+        QImage picture;          // null while nothing is drawn on it
         std::vector<int> wanted; // ids of the marks that touch it
         std::vector<int> shown;  // ids of the marks that are on the picture
     };
