@@ -59,6 +59,7 @@ QDialog *makeWindow(const std::function<void(const QUrl &)> &openLink)
     panel->setWindowTitle(L10n::t(u"Acerca de Vellumora…").remove(u'…').trimmed());
     auto *icon = new QLabel(panel);
     icon->setPixmap(QApplication::windowIcon().pixmap(QSize(iconSide, iconSide), panel->devicePixelRatioF()));
+    icon->setAccessibleName(QStringLiteral("Vellumora"));
     icon->setAlignment(Qt::AlignHCenter);
     auto *credits = centred(AboutPanel::credits(), Fonts::system(textSize), *panel);
     credits->setTextFormat(Qt::RichText);

@@ -1,5 +1,6 @@
 #include "settings/SettingsWindow.h"
 
+#include "access/Spoken.h"
 #include "base/Fonts.h"
 #include "hotkey/Prefs.h"
 #include "hotkey/ShortcutForm.h"
@@ -79,6 +80,7 @@ SettingsWindow::SettingsWindow(const Services &services)
           makeLabel(QStringLiteral("Vellumora ") + Version::current(), Fonts::system(versionSize), this))
     , m_cafe(new LinkButton(L10n::t(u"☕ Invítame a un café"), this))
 {
+    Spoken::setRole(*this, QAccessible::Window);
     setWindowTitle(L10n::t(u"Ajustes de Vellumora"));
     build();
     recolour();
@@ -204,7 +206,11 @@ void SettingsWindow::showStatus(Status status)
     else
         m_status->setText(
             L10n::t(u"Guardado: %@", ShortcutForm::display(Prefs::shortcut(), m_services.layout)));
-    m_recorder->setAccessibleDescription(m_status->text());
+    const QString spoken = ShortcutForm::inWords(m_status->text());
+    m_status->setAccessibleName(spoken);
+    m_recorder->setAccessibleDescription(spoken);
+    if (status != Status::hint)
+        m_announcer.say(spoken);
     recolour();
 }
 

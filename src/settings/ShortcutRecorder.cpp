@@ -1,5 +1,6 @@
 #include "settings/ShortcutRecorder.h"
 
+#include "access/Spoken.h"
 #include "base/Fonts.h"
 #include "base/LiteralText.h"
 #include "hotkey/ShortcutForm.h"
@@ -38,6 +39,7 @@ ShortcutRecorder::ShortcutRecorder(const Shortcut &shortcut, const KeyboardLayou
     , m_keyboard(keyboard)
     , m_shortcut(shortcut)
 {
+    Spoken::setRole(*this, QAccessible::Button);
     setFont(Fonts::system(textSize));
     setFocusPolicy(Qt::StrongFocus);
     setMinimumWidth(sizeHint().width() + 2 * besidePrompt);
@@ -96,7 +98,10 @@ void ShortcutRecorder::showTitle()
 {
     const QString title = m_recording ? prompt() : ShortcutForm::display(m_shortcut, m_layout);
     setText(literalText(title));
-    setAccessibleName(L10n::t(u"Atajo para capturar") + QStringLiteral(": ") + title);
+    const QString written = ShortcutForm::inWords(title);
+    setToolTip(m_recording ? QString() : written);
+    setAccessibleName(L10n::t(u"Atajo para capturar") + QStringLiteral(": ") + written);
+    Spoken::setOn(*this, m_recording);
 }
 
 // Before the keys that move the focus or operate the button are looked for.

@@ -1,5 +1,7 @@
 #include "overlay/output/SavePanel.h"
 
+#include "l10n/L10n.h"
+
 #include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFileIconProvider>
@@ -51,6 +53,7 @@ SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &nam
     , m_question(new QLabel(this))
     , m_answers(new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No, this))
 {
+    setAccessibleName(L10n::t(u"Guardar"));
     setOption(DontUseNativeDialog);
     setIconProvider(&nameOnlyIcons());
     setAcceptMode(AcceptSave);
@@ -121,6 +124,7 @@ void SavePanel::ask(const QString &question, const QString &path)
     m_asked = path;
     m_question->setText(question);
     m_question->show();
+    m_announcer.say(question);
     m_answers->setVisible(!path.isEmpty());
     if (auto *no = m_answers->button(QDialogButtonBox::No); !path.isEmpty())
         no->setFocus();
