@@ -40,7 +40,7 @@ ShortcutRecorder::ShortcutRecorder(const Shortcut &shortcut, const KeyboardLayou
     , m_shortcut(shortcut)
 {
     Spoken::setRole(*this, QAccessible::Button);
-    setFont(Fonts::system(textSize));
+    setFont(Fonts::window(textSize));
     setFocusPolicy(Qt::StrongFocus);
     setMinimumWidth(sizeHint().width() + 2 * besidePrompt);
     m_released.setInterval(repetitionComes);

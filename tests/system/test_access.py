@@ -112,7 +112,7 @@ class Access(SystemTest):
         desktop.type("there")
         desktop.key("Return")
         self.wait_until_heard("there.png already exists.\nDo you want to replace it?")
-        self.assertEqual(self.events("focused")[-1], ("push button", "No"))
+        wait_for(lambda: self.events("focused")[-1] == ("push button", "No"), "the focus of the answer that loses nothing")
 
     def test_settings_and_alerts_are_read_in_the_order_of_sight(self):
         desktop = self.desktop
@@ -140,6 +140,21 @@ class Access(SystemTest):
         self.assertIn("System Settings → Privacy & Security", words)
         buttons = [node for node in alert if node["role"] == "push button"]
         self.assertEqual([node["name"] for node in sorted(buttons, key=order_of_sight)], ["Open Settings", "Cancel"])
+
+    def test_the_settings_grow_with_the_text_of_the_desktop(self):
+        desktop = self.desktop
+        (desktop.home / ".config").mkdir(exist_ok=True)
+        (desktop.home / ".config/kdeglobals").write_text("[General]\nfont=DejaVu Sans,20,-1,5,50,0,0,0,0,0\n", "utf-8")
+        for language, title in (("en", "Vellumora Settings"), ("fr", "Réglages de Vellumora")):
+            program = desktop.start(XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5", VELLUMORA_IDIOMA=language)
+            self.assertEqual(Process(desktop, "again", [*program.process.args, "--ajustes"]).status(), 0)
+            tree = self.wait_for_tree(lambda tree: any(node["name"] == title for node in tree), "the settings")
+            left, top, width, height = next(node["place"] for node in tree if node["name"] == title)
+            self.assertGreater(width, 500)
+            for x, y, across, down in (node["place"] for node in tree if node["role"] in ("label", "push button", "check box")):
+                self.assertGreater(down, 15)
+                self.assertTrue(left < x and x + across < left + width and top < y and y + down < top + height)
+            program.end()
 
 
 if __name__ == "__main__":
