@@ -34,7 +34,7 @@ QString paragraph(const QString &html, double size)
     return QStringLiteral(
                "<p align=\"center\" style=\"margin-top: 0; margin-bottom: %1px; font-size: %2px\">%3</p>")
         .arg(paragraphSpacing)
-        .arg(size)
+        .arg(qRound(size * Fonts::enlargement()))
         .arg(html.isEmpty() ? QStringLiteral("&nbsp;") : html);
 }
 
@@ -59,8 +59,9 @@ QDialog *makeWindow(const std::function<void(const QUrl &)> &openLink)
     panel->setWindowTitle(L10n::t(u"Acerca de Vellumora…").remove(u'…').trimmed());
     auto *icon = new QLabel(panel);
     icon->setPixmap(QApplication::windowIcon().pixmap(QSize(iconSide, iconSide), panel->devicePixelRatioF()));
+    icon->setAccessibleName(QStringLiteral("Vellumora"));
     icon->setAlignment(Qt::AlignHCenter);
-    auto *credits = centred(AboutPanel::credits(), Fonts::system(textSize), *panel);
+    auto *credits = centred(AboutPanel::credits(), Fonts::window(textSize), *panel);
     credits->setTextFormat(Qt::RichText);
     credits->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     QObject::connect(credits, &QLabel::linkActivated, panel,
@@ -69,10 +70,10 @@ QDialog *makeWindow(const std::function<void(const QUrl &)> &openLink)
     rows->setContentsMargins(sideMargin, endMargin, sideMargin, endMargin);
     rows->setSpacing(rowSpacing);
     rows->addWidget(icon);
-    rows->addWidget(centred(QStringLiteral("Vellumora"), Fonts::system(nameSize, QFont::Bold), *panel));
-    rows->addWidget(centred(Version::current(), Fonts::system(textSize), *panel));
+    rows->addWidget(centred(QStringLiteral("Vellumora"), Fonts::window(nameSize, QFont::Bold), *panel));
+    rows->addWidget(centred(Version::current(), Fonts::window(textSize), *panel));
     rows->addWidget(credits);
-    rows->addWidget(centred(QStringLiteral("© KLV"), Fonts::system(textSize), *panel));
+    rows->addWidget(centred(QStringLiteral("© KLV"), Fonts::window(textSize), *panel));
     return panel;
 }
 

@@ -1,5 +1,6 @@
 #include "capture/OverlayWindow.h"
 
+#include "access/Spoken.h"
 #include "overlay/OverlaySession.h"
 #include "overlay/OverlayView.h"
 
@@ -10,6 +11,7 @@ OverlayWindow::OverlayWindow(const ScreenShot &shot, OverlaySession &session, De
     , m_session(session)
     , m_view(new OverlayView(shot, session, desktop, this))
 {
+    Spoken::setRole(*this, QAccessible::Window);
     setWindowTitle(QStringLiteral("Vellumora"));
     setAttribute(Qt::WA_OpaquePaintEvent); // the view covers all of it
     setFocusProxy(m_view);

@@ -15,13 +15,14 @@ namespace {
 struct Modifier {
     std::uint64_t flag;
     char16_t symbol;
+    QStringView word;
 };
 // In the order in which they are shown.
 constexpr Modifier modifierRows[] = {
-    {Shortcut::control, u'⌃'},
-    {Shortcut::option, u'⌥'},
-    {Shortcut::shift, u'⇧'},
-    {Shortcut::command, u'⌘'},
+    {Shortcut::control, u'⌃', u"Ctrl"},
+    {Shortcut::option, u'⌥', u"Alt"},
+    {Shortcut::shift, u'⇧', u"Mayús"},
+    {Shortcut::command, u'⌘', u"Super"},
 };
 
 struct NamedKey {
@@ -49,6 +50,12 @@ constexpr NamedKey namedKeys[] = {
     {113, u"F15"},
 };
 
+struct KeyWord {
+    char16_t symbol;
+    QStringView word;
+};
+constexpr KeyWord keyWords[] = {{u'↩', u"Intro"}, {u'⎋', u"Esc"}, {u'⇥', u"Tab"}};
+
 const QString keyCodeField = QStringLiteral("keyCode");
 const QString modifiersField = QStringLiteral("modifiers");
 
@@ -72,6 +79,20 @@ QString display(const Shortcut &shortcut, const KeyboardLayout &layout)
         if (shortcut.modifiers & row.flag)
             text += row.symbol;
     return text + keyName(shortcut.keyCode, layout);
+}
+
+QString inWords(const QString &text)
+{
+    QString words;
+    for (const QChar symbol : text) {
+        const auto *modifier = std::ranges::find(modifierRows, symbol, &Modifier::symbol);
+        const auto *key = std::ranges::find(keyWords, symbol, &KeyWord::symbol);
+        if (modifier != std::end(modifierRows))
+            words += L10n::t(modifier->word) + u'+';
+        else
+            words += key != std::end(keyWords) ? L10n::t(key->word) : QString(symbol);
+    }
+    return words;
 }
 
 QString keyName(std::uint32_t keyCode, const KeyboardLayout &layout)

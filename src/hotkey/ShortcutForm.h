@@ -15,6 +15,10 @@ namespace ShortcutForm {
 // Returns the symbols ⌃⌥⇧⌘ in this order and the key's name, such as "⇧⌘X".
 [[nodiscard]] QString display(const Shortcut &shortcut, const KeyboardLayout &layout);
 
+// Returns the text with words for the symbols of keys, which can be read aloud and
+// found on a keyboard: "Shift+Super+X".
+[[nodiscard]] QString inWords(const QString &text);
+
 // Returns a localised or symbolic name for special keys, otherwise what the key
 // types on the keyboard's layout, in upper case; "?" when it types nothing.
 [[nodiscard]] QString keyName(std::uint32_t keyCode, const KeyboardLayout &layout);

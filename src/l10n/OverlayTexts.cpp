@@ -2,7 +2,7 @@
 
 namespace {
 
-// The tools, the bar, the hints and the name of a saved file.
+// The tools, the bar, the hints, what is said aloud and the name of a saved file.
 constexpr Text texts[] = {
     {u"Lápiz", u"Pencil", u"Matita", u"Crayon", u"Stift", u"Lápis"},
     {u"Línea", u"Line", u"Linea", u"Ligne", u"Linie", u"Linha"},
@@ -18,6 +18,20 @@ constexpr Text texts[] = {
      u"Colore · I: contagocce · rotellina: spessore", u"Couleur · I : pipette · molette : épaisseur",
      u"Farbe · I: Pipette · Mausrad: Stärke", u"Cor · I: conta-gotas · rodinha: espessura"},
     {u"Color", u"Colour", u"Colore", u"Couleur", u"Farbe", u"Cor"},
+    {u"Herramientas", u"Tools", u"Strumenti", u"Outils", u"Werkzeuge", u"Ferramentas"},
+    {u"Selección: %@", u"Selection: %@", u"Selezione: %@", u"Sélection : %@", u"Auswahl: %@", u"Seleção: %@"},
+    {u"Rojo", u"Red", u"Rosso", u"Rouge", u"Rot", u"Vermelho"},
+    {u"Naranja", u"Orange", u"Arancione", u"Orange", u"Orange", u"Laranja"},
+    {u"Amarillo", u"Yellow", u"Giallo", u"Jaune", u"Gelb", u"Amarelo"},
+    {u"Verde", u"Green", u"Verde", u"Vert", u"Grün", u"Verde"},
+    {u"Azul", u"Blue", u"Blu", u"Bleu", u"Blau", u"Azul"},
+    {u"Morado", u"Purple", u"Viola", u"Violet", u"Lila", u"Roxo"},
+    {u"Rosa", u"Pink", u"Rosa", u"Rose", u"Rosa", u"Rosa"},
+    {u"Turquesa", u"Turquoise", u"Turchese", u"Turquoise", u"Türkis", u"Turquesa"},
+    {u"Marrón", u"Brown", u"Marrone", u"Marron", u"Braun", u"Marrom"},
+    {u"Blanco", u"White", u"Bianco", u"Blanc", u"Weiß", u"Branco"},
+    {u"Gris", u"Grey", u"Grigio", u"Gris", u"Grau", u"Cinza"},
+    {u"Negro", u"Black", u"Nero", u"Noir", u"Schwarz", u"Preto"},
     {u"Deshacer", u"Undo", u"Annulla", u"Annuler", u"Rückgängig", u"Desfazer"},
     {u"Guardar", u"Save", u"Salva", u"Enregistrer", u"Sichern", u"Salvar"},
     {u"Imprimir", u"Print", u"Stampa", u"Imprimer", u"Drucken", u"Imprimir"},

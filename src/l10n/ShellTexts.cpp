@@ -70,6 +70,13 @@ constexpr Text texts[] = {
      u"Abrir o Vellumora ao iniciar sessão"},
     {u"Guardado: %@", u"Saved: %@", u"Salvata: %@", u"Enregistré : %@", u"Gespeichert: %@", u"Salvo: %@"},
     {u"Espacio", u"Space", u"Spazio", u"Espace", u"Leertaste", u"Espaço"},
+    {u"Ctrl", u"Ctrl", u"Ctrl", u"Ctrl", u"Strg", u"Ctrl"},
+    {u"Alt", u"Alt", u"Alt", u"Alt", u"Alt", u"Alt"},
+    {u"Mayús", u"Shift", u"Maiusc", u"Maj", u"Umschalt", u"Shift"},
+    {u"Super", u"Super", u"Super", u"Super", u"Super", u"Super"},
+    {u"Intro", u"Return", u"Invio", u"Entrée", u"Eingabe", u"Return"},
+    {u"Esc", u"Esc", u"Esc", u"Échap", u"Esc", u"Esc"},
+    {u"Tab", u"Tab", u"Tab", u"Tab", u"Tab", u"Tab"},
     {u"☕ Invítame a un café", u"☕ Buy me a coffee", u"☕ Offrimi un caffè", u"☕ Offre-moi un café",
      u"☕ Spendier mir einen Kaffee", u"☕ Me pague um café"},
 };

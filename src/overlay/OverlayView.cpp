@@ -1,6 +1,9 @@
 #include "overlay/OverlayView.h"
 
+#include "access/Spoken.h"
+#include "l10n/L10n.h"
 #include "overlay/OverlaySession.h"
+#include "overlay/canvas/Chrome.h"
 #include "overlay/gestures/Cursors.h"
 #include "overlay/gestures/StrokeLog.h"
 #include "platform/Desktop.h"
@@ -39,6 +42,9 @@ OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desk
     , m_output(*this, desktop)
     , m_pointer(m_state.bounds.center())
 {
+    Spoken::setRole(*this, QAccessible::Canvas);
+    setAccessibleName(L10n::t(u"Captura"));
+    setAccessibleDescription(L10n::t(u"Arrastra para seleccionar · Intro copia · Esc sale"));
     m_drawing.onRest = [this](QPointF) { m_hold.armHold(); };
     m_hold.onSnapped = [this](const ShapeRecognizer::Result &shape) { snapped(shape); };
     m_hold.onMissed = [this] { StrokeLog::saveMissedStroke(m_state.current->points); };
@@ -75,6 +81,7 @@ void OverlayView::copyImage()
 void OverlayView::copied()
 {
     m_canvas.showCopied();
+    m_announcer.say(L10n::t(u"Copiado ✓"));
     QTimer::singleShot(copiedSeen, this, [this] { m_session.finish(); });
 }
 
@@ -100,6 +107,7 @@ void OverlayView::selectAll()
     m_session.selectionStarted(*this);
     m_state.selection = m_state.bounds;
     refresh();
+    saySize();
 }
 
 void OverlayView::undo()
@@ -182,6 +190,12 @@ void OverlayView::placeBars()
         m_widthSample.hide();
     if (!m_state.selection)
         m_tip.hide();
+}
+
+void OverlayView::saySize()
+{
+    if (m_state.selection)
+        m_announcer.say(L10n::t(u"Selección: %@", Chrome::sizeText(*m_state.selection, m_shot.scale)));
 }
 
 void OverlayView::paintEvent(QPaintEvent *event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "access/Announcer.h"
 #include "base/ScreenShot.h"
 #include "base/ViewSpace.h"
 #include "marks/EditorState.h"
@@ -77,6 +78,7 @@ private:
     void startDrawing(QPointF at);
     void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
     void finishDrawing();
+    void finishSelecting();
     void endGesture(QPointF at);
     void snapped(const ShapeRecognizer::Result &shape);
     void offerShapeHint();
@@ -98,6 +100,8 @@ private:
     void copied();
     void refresh();
     void placeBars();
+    void sayColor();
+    void saySize();
     void followPointer();
     [[nodiscard]] QPointF pointOf(const QSinglePointEvent &event) const;
 
@@ -119,5 +123,6 @@ private:
     WidthSample m_widthSample{*this, m_space, m_state}; // above the bar, and so made after it
     Notice m_tip{*this, m_space};
     Output m_output;
+    Announcer m_announcer{*this};
     QPointF m_pointer; // where it was last
 };

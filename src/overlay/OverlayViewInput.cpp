@@ -12,6 +12,7 @@
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "toolbar/ColorHex.h"
+#include "toolbar/ColorName.h"
 #include "toolbar/RecentColors.h"
 
 #include <QMouseEvent>
@@ -168,12 +169,19 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
         endGesture(pointOf(*event));
 }
 
+void OverlayView::finishSelecting()
+{
+    if (m_selectionDrag.release())
+        m_canvas.halo().pulse(Pulse::gentle);
+    saySize();
+}
+
 void OverlayView::endGesture(QPointF at)
 {
     if (m_drawing.active())
         finishDrawing();
-    else if (m_selectionDrag.release())
-        m_canvas.halo().pulse(Pulse::gentle);
+    else if (m_selectionDrag.active())
+        finishSelecting();
     followEdge({});
     m_bars.fadeBar(std::nullopt);
     m_pointer = at;
@@ -200,6 +208,7 @@ void OverlayView::startPicking()
         m_pointer = m_space.fromWidget(QPointF(mapFromGlobal(QCursor::pos())));
     m_eyedropper.startPicking(m_pointer);
     m_canvas.touch(Loupe::area(m_pointer));
+    sayColor();
     followPointer();
 }
 
@@ -208,6 +217,17 @@ void OverlayView::moveLoupe(QPointF to)
     m_canvas.touch(Loupe::area(*m_eyedropper.pickPoint()));
     m_eyedropper.pointerMoved(to);
     m_canvas.touch(Loupe::area(to));
+    sayColor();
+}
+
+// What the loupe shows, once it rests.
+void OverlayView::sayColor()
+{
+    m_announcer.sayAtRest([this] {
+        const auto at = m_eyedropper.pickPoint();
+        const auto color = at ? ScreenPixels::pixelColor(m_shot, *at) : std::nullopt;
+        return color ? spokenColor(*color) : QString();
+    });
 }
 
 void OverlayView::takeColor(QPointF at)

@@ -41,7 +41,7 @@ QString BindByHand::command()
 BindByHand::BindByHand(QWidget *parent) : QWidget(parent), m_command(new QLineEdit(command(), this))
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(static_cast<int>(textSize));
+    font.setPixelSize(qRound(textSize * Fonts::enlargement()));
     m_command->setFont(font);
     m_command->setReadOnly(true);
     m_command->setCursorPosition(0);

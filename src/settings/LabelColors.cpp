@@ -11,6 +11,7 @@ constexpr float secondaryShare = 0.65F; // of the text's colour in the backgroun
 constexpr float tertiaryShare = 0.35F;
 constexpr QColor red{0xff, 0x3b, 0x30};
 
+constexpr double almostBlack = 0.1;
 constexpr double readable = 4.5;
 constexpr int steps = 20;
 
@@ -59,6 +60,12 @@ QColor tertiary(const QPalette &palette) { return faded(palette, tertiaryShare);
 QColor refusal(const QPalette &palette) { return legible(red, palette); }
 
 QColor link(const QPalette &palette) { return legible(palette.color(QPalette::Link), palette); }
+
+QColor frame(const QPalette &palette)
+{
+    const QColor window = palette.color(QPalette::Window);
+    return window.lightnessF() < almostBlack ? palette.color(QPalette::WindowText) : window;
+}
 
 double contrast(const QColor &a, const QColor &b)
 {

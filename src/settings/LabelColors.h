@@ -14,6 +14,10 @@ namespace LabelColors {
 [[nodiscard]] QColor refusal(const QPalette &palette);
 [[nodiscard]] QColor link(const QPalette &palette);
 
+// Returns the colour that a style which darkens the window's for its frames should
+// start from. On a window that is almost black they would be invisible.
+[[nodiscard]] QColor frame(const QPalette &palette);
+
 // Returns the contrast ratio of two colours, from 1 to 21 (WCAG 2.1, "contrast
 // ratio").
 [[nodiscard]] double contrast(const QColor &a, const QColor &b);

@@ -15,7 +15,7 @@ LinkButton::LinkButton(const QString &text, QWidget *parent) : QPushButton(text,
 {
     setFlat(true);
     setAutoDefault(true);
-    setFont(Fonts::system(textSize));
+    setFont(Fonts::window(textSize));
     setCursor(Qt::PointingHandCursor);
 }
 

@@ -1,5 +1,6 @@
 #include "settings/SettingsWindow.h"
 
+#include "access/Spoken.h"
 #include "base/Fonts.h"
 #include "hotkey/Prefs.h"
 #include "hotkey/ShortcutForm.h"
@@ -59,7 +60,7 @@ void reserveWidth(QLabel &label, std::initializer_list<QString> texts)
     label.setText(shown);
 }
 
-void setTextColor(QWidget &widget, QPalette::ColorRole role, const QColor &color)
+void setOwnColor(QWidget &widget, QPalette::ColorRole role, const QColor &color)
 {
     QPalette palette;
     palette.setColor(role, color);
@@ -74,12 +75,13 @@ SettingsWindow::SettingsWindow(const Services &services)
     , m_services(services)
     , m_recorder(new ShortcutRecorder(Prefs::shortcut(), services.layout, services.keyboard, this))
     , m_byHand(new BindByHand(this))
-    , m_status(makeLabel(howToRecord(), Fonts::system(statusSize), this))
+    , m_status(makeLabel(howToRecord(), Fonts::window(statusSize), this))
     , m_login(new QCheckBox(L10n::t(u"Abrir Vellumora al iniciar sesión"), this))
     , m_version(
-          makeLabel(QStringLiteral("Vellumora ") + Version::current(), Fonts::system(versionSize), this))
+          makeLabel(QStringLiteral("Vellumora ") + Version::current(), Fonts::window(versionSize), this))
     , m_cafe(new LinkButton(L10n::t(u"☕ Invítame a un café"), this))
 {
+    Spoken::setRole(*this, QAccessible::Window);
     setWindowTitle(L10n::t(u"Ajustes de Vellumora"));
     build();
     recolour();
@@ -113,10 +115,10 @@ void SettingsWindow::build()
     around->addWidget(content);
 
     auto *heading
-        = makeLabel(L10n::t(u"Atajo para capturar"), Fonts::system(textSize, QFont::DemiBold), content);
+        = makeLabel(L10n::t(u"Atajo para capturar"), Fonts::window(textSize, QFont::DemiBold), content);
     heading->setBuddy(m_recorder);
     reserveWidth(*m_status, {howToRecord(), refusal()});
-    m_login->setFont(Fonts::system(textSize));
+    m_login->setFont(Fonts::window(textSize));
     auto *footer = new QHBoxLayout;
     footer->setSpacing(footerSpacing);
     footer->addWidget(m_version);
@@ -210,17 +212,23 @@ void SettingsWindow::showStatus(Status status)
     else
         m_status->setText(
             L10n::t(u"Guardado: %@", ShortcutForm::display(Prefs::shortcut(), m_services.layout)));
-    m_recorder->setAccessibleDescription(m_status->text());
+    const QString spoken = ShortcutForm::inWords(m_status->text());
+    m_status->setAccessibleName(spoken);
+    m_recorder->setAccessibleDescription(spoken);
+    if (status != Status::hint)
+        m_announcer.say(spoken);
     recolour();
 }
 
 void SettingsWindow::recolour()
 {
     const bool refused = m_shown == Status::refused;
-    setTextColor(*m_status, QPalette::WindowText,
-                 refused ? LabelColors::refusal(palette()) : LabelColors::secondary(palette()));
-    setTextColor(*m_version, QPalette::WindowText, LabelColors::tertiary(palette()));
-    setTextColor(*m_cafe, QPalette::ButtonText, LabelColors::link(palette()));
+    setOwnColor(*m_status, QPalette::WindowText,
+                refused ? LabelColors::refusal(palette()) : LabelColors::secondary(palette()));
+    setOwnColor(*m_version, QPalette::WindowText, LabelColors::tertiary(palette()));
+    for (QWidget *framed : {static_cast<QWidget *>(m_login), static_cast<QWidget *>(m_recorder)})
+        setOwnColor(*framed, QPalette::Window, LabelColors::frame(palette()));
+    setOwnColor(*m_cafe, QPalette::ButtonText, LabelColors::link(palette()));
 }
 
 void SettingsWindow::refreshLogin() { m_login->setChecked(Prefs::launchAtLogin(m_services.loginItem)); }

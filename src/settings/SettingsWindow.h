@@ -1,5 +1,6 @@
 #pragma once
 
+#include "access/Announcer.h"
 #include "platform/HotKeyService.h"
 
 #include <QWidget>
@@ -79,4 +80,5 @@ private:
     QCheckBox *m_login;
     QLabel *m_version;
     LinkButton *m_cafe;
+    Announcer m_announcer{*this};
 };

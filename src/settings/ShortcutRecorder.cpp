@@ -1,5 +1,6 @@
 #include "settings/ShortcutRecorder.h"
 
+#include "access/Spoken.h"
 #include "base/Fonts.h"
 #include "base/LiteralText.h"
 #include "hotkey/ShortcutForm.h"
@@ -38,7 +39,8 @@ ShortcutRecorder::ShortcutRecorder(const Shortcut &shortcut, const KeyboardLayou
     , m_keyboard(keyboard)
     , m_shortcut(shortcut)
 {
-    setFont(Fonts::system(textSize));
+    Spoken::setRole(*this, QAccessible::Button);
+    setFont(Fonts::window(textSize));
     setFocusPolicy(Qt::StrongFocus);
     setMinimumWidth(sizeHint().width() + 2 * besidePrompt);
     m_released.setInterval(repetitionComes);
@@ -96,7 +98,10 @@ void ShortcutRecorder::showTitle()
 {
     const QString title = m_recording ? prompt() : ShortcutForm::display(m_shortcut, m_layout);
     setText(literalText(title));
-    setAccessibleName(L10n::t(u"Atajo para capturar") + QStringLiteral(": ") + title);
+    const QString written = ShortcutForm::inWords(title);
+    setToolTip(m_recording ? QString() : written);
+    setAccessibleName(L10n::t(u"Atajo para capturar") + QStringLiteral(": ") + written);
+    Spoken::setOn(*this, m_recording);
 }
 
 // Before the keys that move the focus or operate the button are looked for.

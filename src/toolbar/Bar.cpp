@@ -1,5 +1,6 @@
 #include "toolbar/Bar.h"
 
+#include "access/Spoken.h"
 #include "base/Painting.h"
 #include "base/Rect.h"
 #include "toolbar/BarButton.h"
@@ -42,6 +43,7 @@ Bar::Bar(Qt::Orientation orientation, QWidget *parent)
     , m_orientation(orientation)
     , m_effect(new BarEffect(this))
 {
+    Spoken::setRole(*this, QAccessible::ToolBar);
     setGraphicsEffect(m_effect);
     resize(0, 0);
 }

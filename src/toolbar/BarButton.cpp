@@ -1,5 +1,6 @@
 #include "toolbar/BarButton.h"
 
+#include "access/Spoken.h"
 #include "base/Easing.h"
 #include "toolbar/BarLayout.h"
 #include <QPainter>
@@ -19,6 +20,7 @@ constexpr int buttonSide = static_cast<int>(BarLayout::buttonSide);
 
 BarButton::BarButton(const QString &symbol, QWidget *parent) : QAbstractButton(parent)
 {
+    Spoken::setRole(*this, QAccessible::Button);
     m_state.symbol = symbol;
     m_background = BarButtonPaint::fill(m_state);
     m_fade.setEasingCurve(Easing::out());
@@ -37,6 +39,7 @@ BarButton::BarButton(const QString &symbol, QWidget *parent) : QAbstractButton(p
 void BarButton::setActive(bool active)
 {
     m_state.isActive = active;
+    Spoken::setOn(*this, active);
     refresh(Speed::normal);
 }
 

@@ -6,7 +6,6 @@
 #include "base/Rect.h"
 #include "l10n/L10n.h"
 #include "toolbar/ColorHex.h"
-#include "toolbar/PaletteGeometry.h"
 #include "toolbar/PixelGrid.h"
 #include "toolbar/RecentColors.h"
 #include "toolbar/Symbols.h"
@@ -75,12 +74,42 @@ void ColorPalette::setSelected(const std::optional<QColor> &color)
     update();
 }
 
+bool ColorPalette::isSelected(const QColor &color) const
+{
+    return m_selected && hex(*m_selected) == hex(color);
+}
+
+QList<PaletteGeometry::Hit> ColorPalette::items() const
+{
+    QList<PaletteGeometry::Hit> items;
+    for (int i = 0; i < PaletteGeometry::places; ++i)
+        items.append(PaletteGeometry::FixedColor{i});
+    items.append(PaletteGeometry::Eyedropper{});
+    for (int i = 0; i < m_recents.size(); ++i)
+        items.append(PaletteGeometry::RecentColor{i});
+    return items;
+}
+
+std::optional<QColor> ColorPalette::colorOf(const PaletteGeometry::Hit &item) const
+{
+    using Color = std::optional<QColor>;
+    return std::visit(
+        Overloaded{
+            [](PaletteGeometry::Eyedropper) { return Color(); },
+            [](PaletteGeometry::FixedColor fixed) {
+                return Color(Theme::drawColors[static_cast<std::size_t>(fixed.index)]);
+            },
+            [this](PaletteGeometry::RecentColor recent) { return Color(m_recents[recent.index]); },
+        },
+        item);
+}
+
 void ColorPalette::drawDot(QPainter &painter, const QRectF &dot, const QColor &color) const
 {
     painter.setPen(QPen(white(0.5F), 1));
     painter.setBrush(color);
     painter.drawEllipse(dot);
-    if (!m_selected || hex(*m_selected) != hex(color))
+    if (!isSelected(color))
         return;
     painter.setPen(QPen(palette().color(QPalette::Highlight), ringWidth));
     painter.setBrush(Qt::NoBrush);
@@ -115,31 +144,20 @@ void ColorPalette::mousePressEvent(QMouseEvent *event)
     event->accept();
     if (event->button() != Qt::LeftButton)
         return;
-    const auto hit = PaletteGeometry::hitAt(exactPosition(*event, *this), static_cast<int>(m_recents.size()));
-    if (!hit)
-        return;
-    const Overloaded answer{
-        [&](PaletteGeometry::Eyedropper) { askForEyedropper(); },
-        [&](PaletteGeometry::FixedColor fixed) {
-            pick(Theme::drawColors[static_cast<std::size_t>(fixed.index)]);
-        },
-        [&](PaletteGeometry::RecentColor recent) { pick(m_recents[recent.index]); },
-    };
-    std::visit(answer, *hit);
+    if (const auto hit
+        = PaletteGeometry::hitAt(exactPosition(*event, *this), static_cast<int>(m_recents.size())))
+        choose(*hit);
 }
 
 void ColorPalette::mouseMoveEvent(QMouseEvent *event) { event->accept(); }
 
 void ColorPalette::mouseReleaseEvent(QMouseEvent *event) { event->accept(); }
 
-void ColorPalette::pick(const QColor &color) const
+void ColorPalette::choose(const PaletteGeometry::Hit &item) const
 {
-    if (onPick)
-        onPick(color);
-}
-
-void ColorPalette::askForEyedropper() const
-{
-    if (onEyedropper)
+    const auto color = colorOf(item);
+    if (color && onPick)
+        onPick(*color);
+    else if (!color && onEyedropper)
         onEyedropper();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolbar/PaletteGeometry.h"
+
 #include <QColor>
 #include <QList>
 #include <QWidget>
@@ -22,6 +24,14 @@ public:
 
     // Marks the colour in use with a ring wherever it shows.
     void setSelected(const std::optional<QColor> &color);
+    [[nodiscard]] bool isSelected(const QColor &color) const;
+
+    // Returns all that can be clicked, as it is read, and the colour of one of them;
+    // the eyedropper has none.
+    [[nodiscard]] QList<PaletteGeometry::Hit> items() const;
+    [[nodiscard]] std::optional<QColor> colorOf(const PaletteGeometry::Hit &item) const;
+    // Does what a click on it does.
+    void choose(const PaletteGeometry::Hit &item) const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -30,8 +40,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
-    void pick(const QColor &color) const;
-    void askForEyedropper() const;
     void drawDot(QPainter &painter, const QRectF &dot, const QColor &color) const;
     void drawRecents(QPainter &painter) const;
 

@@ -1,5 +1,6 @@
 #include "toolbar/PaletteGeometry.h"
 
+#include "base/Overloaded.h"
 #include "base/Rect.h"
 
 #include <algorithm>
@@ -36,6 +37,16 @@ QRectF fixedDot(int index) { return place(index, margin); }
 QRectF eyedropperRow() { return dropperRow; }
 
 QRectF recentSlot(int index) { return place(index, recentTop); }
+
+QRectF placeOf(const Hit &item)
+{
+    return std::visit(Overloaded{
+                          [](Eyedropper) { return eyedropperRow(); },
+                          [](FixedColor fixed) { return fixedDot(fixed.index); },
+                          [](RecentColor recent) { return recentSlot(recent.index); },
+                      },
+                      item);
+}
 
 std::optional<Hit> hitAt(QPointF point, int recentColors)
 {

@@ -26,6 +26,9 @@ using Hit = std::variant<Eyedropper, FixedColor, RecentColor>;
 [[nodiscard]] QRectF eyedropperRow();
 [[nodiscard]] QRectF recentSlot(int index);
 
+// Returns the place of what can be clicked.
+[[nodiscard]] QRectF placeOf(const Hit &item);
+
 // Returns what a click at the point means; absent where it does nothing. A click on
 // an empty recent slot, or round it, chooses the eyedropper, which fills the slot.
 [[nodiscard]] std::optional<Hit> hitAt(QPointF point, int recentColors);

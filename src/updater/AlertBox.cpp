@@ -1,5 +1,7 @@
 #include "updater/AlertBox.h"
 
+#include "base/Fonts.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCoroSignal>
@@ -16,9 +18,9 @@
 
 namespace {
 
-constexpr int iconSide = 64;     // points
-constexpr int textWidth = 420;   // points
-constexpr int shareOfScreen = 2; // the rest is for title, message and buttons
+constexpr int iconSide = 64;           // points
+constexpr double usualTextWidth = 420; // points
+constexpr int shareOfScreen = 2;       // the rest is for title, message and buttons
 
 void takeReturn(QMessageBox &box, bool take)
 {
@@ -44,6 +46,8 @@ int shareOfSmallestScreen()
     return height / shareOfScreen;
 }
 
+int textWidth() { return qRound(usualTextWidth * Fonts::enlargement()); }
+
 // Long notes are read through a window of the alert's, as wide as they wish.
 void letScroll(QMessageBox &box)
 {
@@ -53,13 +57,13 @@ void letScroll(QMessageBox &box)
         return;
     label->setWordWrap(true);
     const int height = shareOfSmallestScreen();
-    if (label->heightForWidth(textWidth) <= height)
+    if (label->heightForWidth(textWidth()) <= height)
         return;
     auto *area = new QScrollArea(&box);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFixedSize(textWidth + area->verticalScrollBar()->sizeHint().width(), height);
+    area->setFixedSize(textWidth() + area->verticalScrollBar()->sizeHint().width(), height);
     delete layout->replaceWidget(label, area);
     area->setWidget(label);
 }

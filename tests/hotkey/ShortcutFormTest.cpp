@@ -36,6 +36,8 @@ private slots:
         const auto all = Shortcut::command | Shortcut::option | Shortcut::shift | Shortcut::control;
         QCOMPARE(ShortcutForm::display({96, all | 1}, layout), "⌃⌥⇧⌘F5");
         QCOMPARE(ShortcutForm::display({96, 0}, layout), "F5");
+        QCOMPARE(ShortcutForm::inWords(ShortcutForm::display({36, all}, layout)),
+                 "Ctrl+Alt+Shift+Super+Return");
     }
 
     void keysHaveNames_data()

@@ -66,7 +66,7 @@ class SettingsWindowTest : public QObject {
     [[nodiscard]] QColor statusColor() const
     {
         for (const QLabel *label : window->findChildren<QLabel *>())
-            if (label->text() == status())
+            if (label->accessibleName() == status())
                 return label->palette().color(QPalette::WindowText);
         return {};
     }
@@ -117,7 +117,7 @@ private slots:
 
     void anAcceptedShortcutIsStored()
     {
-        QCOMPARE(status(), "Click and press the keys. Default is ⇧⌘X.");
+        QCOMPARE(status(), "Click and press the keys. Default is Shift+Super+X.");
         QCOMPARE(recorder->text(), "⇧⌘&&");
         click();
         QCOMPARE(recorder->text(), "Press the shortcut…");
@@ -125,7 +125,7 @@ private slots:
         QVERIFY(recorder->recording());
         send(QEvent::KeyPress, k, Qt::ControlModifier);
         QCOMPARE(Prefs::shortcut(), ctrlK);
-        QCOMPARE(status(), "Saved: ⌃&");
+        QCOMPARE(status(), "Saved: Ctrl+&");
         QCOMPARE(statusColor(), LabelColors::secondary(window->palette()));
         QVERIFY(!recorder->recording());
         QCOMPARE(keyboard.holder, window.get()); // until the key is up
@@ -246,8 +246,7 @@ private slots:
         QVERIFY(recorder->isVisible() && !command->isVisible());
         QVERIFY(status().contains("Meta+F9"));
         window->setBinding(HotKeyService::Binding::program, {});
-        QVERIFY(recorder->isVisible()
-                && status() == L10n::t(u"Haz clic y pulsa la combinación. Por defecto ⇧⌘X."));
+        QVERIFY(recorder->isVisible() && status().startsWith("Click and press the keys."));
     }
 
     // The language is chosen once, so each needs a process of its own.

@@ -2,8 +2,11 @@
 #include "support/Mouse.h"
 #include "support/TempHome.h"
 #include "toolbar/ColorHex.h"
+#include "toolbar/ColorName.h"
+#include "toolbar/PaletteAccess.h"
 #include "toolbar/RecentColors.h"
 
+#include <QAccessible>
 #include <QTest>
 
 class ColorPaletteTest : public QObject {
@@ -65,6 +68,35 @@ private slots:
         palette.setSelected(QColor(255, 255, 255, 40));
         QVERIFY(ringed(fixedWhite));
         QVERIFY(ringed(recentWhite));
+    }
+
+    void everythingInItIsReadAndPressed()
+    {
+        PaletteAccess::install();
+        ColorPalette palette;
+        QStringList heard;
+        palette.onPick = [&](const QColor &color) { heard.append(hex(color)); };
+        palette.onEyedropper = [&] { heard.append("eyedropper"); };
+        palette.setSelected(QColor(1, 2, 3));
+        auto *spoken = QAccessible::queryAccessibleInterface(&palette);
+        QCOMPARE(spoken->childCount(), 10 + 1 + static_cast<int>(RecentColors::colors().size()));
+        for (const int i : {0, 5, 10, 11}) {
+            auto *item = spoken->child(i);
+            QCOMPARE(spoken->indexOfChild(item), i);
+            QCOMPARE(spoken->childAt(item->rect().center().x(), item->rect().center().y()), item);
+            QCOMPARE(item->state().checked, i == 11);
+            item->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        }
+        QCOMPARE(heard, (QStringList{"#FF3B30", "#B052DE", "eyedropper", "#010203"}));
+        QCOMPARE(spoken->child(11)->text(QAccessible::Name), "Black, #010203");
+        for (const auto &[color, name] : {std::pair{"#7f0010", "Red"},
+                                          {"#ffc0cb", "Pink"},
+                                          {"#2f4f4f", "Turquoise"},
+                                          {"#8b4513", "Brown"},
+                                          {"#fffafa", "White"},
+                                          {"#808084", "Grey"},
+                                          {"#ff8c00", "Orange"}})
+            QCOMPARE(colorName(QColor(color)), name);
     }
 
     void theEditorKeepsTheKeyboard()

@@ -1,11 +1,14 @@
 #include "overlay/bars/ToolBars.h"
 
+#include "access/Spoken.h"
 #include "base/Rect.h"
 #include "l10n/L10n.h"
 #include "marks/Kinds.h"
 #include "toolbar/Bar.h"
 #include "toolbar/BarButton.h"
+#include "toolbar/ColorName.h"
 #include "toolbar/ColorPalette.h"
+#include "toolbar/PaletteAccess.h"
 
 #include <chrono>
 
@@ -29,6 +32,7 @@ ToolBars::ToolBars(QWidget &overlay, const ViewSpace &space, const EditorState &
     , m_state(state)
     , m_bar(new Bar(Qt::Horizontal, &overlay))
 {
+    m_bar->setAccessibleName(L10n::t(u"Herramientas"));
     m_bar->hide();
     m_fade.setDuration(std::chrono::milliseconds(fadeTime).count());
     QObject::connect(&m_fade, &QVariantAnimation::valueChanged, m_bar,
@@ -38,12 +42,12 @@ ToolBars::ToolBars(QWidget &overlay, const ViewSpace &space, const EditorState &
     followState();
 }
 
-BarButton *ToolBars::add(QStringView symbol, const QString &toolTip, const QString &name,
-                         std::function<void()> action)
+BarButton *ToolBars::add(QStringView symbol, const Words &words, std::function<void()> action)
 {
     auto *button = new BarButton(symbol.toString());
-    button->setToolTip(toolTip);
-    button->setAccessibleName(name);
+    button->setToolTip(words.toolTip);
+    button->setAccessibleName(words.name);
+    Spoken::setKeys(*button, words.keys);
     QObject::connect(button, &BarButton::clicked, button, [this, action = std::move(action)] {
         if (mayAct())
             action();
@@ -54,28 +58,34 @@ BarButton *ToolBars::add(QStringView symbol, const QString &toolTip, const QStri
 
 void ToolBars::addTools()
 {
-    for (const Tool tool : allTools)
-        m_toolButtons[tool] = add(kindOf(tool).symbol, withKey(label(tool), QString(QChar(keyLetter(tool)))),
-                                  label(tool), [this, tool] { onTool(tool); });
+    for (const Tool tool : allTools) {
+        const QString key(QChar(keyLetter(tool)));
+        m_toolButtons[tool] = add(kindOf(tool).symbol, {label(tool), withKey(label(tool), key), key},
+                                  [this, tool] { onTool(tool); });
+        Spoken::setRole(*m_toolButtons[tool], QAccessible::RadioButton);
+        m_toolButtons[tool]->setActive(false);
+    }
     m_bar->addSeparator();
 }
 
 void ToolBars::addCommands()
 {
     const auto command = [this](Command what) { return [this, what] { onCommand(what); }; };
-    m_colorButton = add(u"circle.fill", L10n::t(u"Color · I: cuentagotas · rueda: grosor"), L10n::t(u"Color"),
-                        [this] { showPalette(); });
-    const QString undo = L10n::t(u"Deshacer");
-    add(u"arrow.uturn.backward", withKey(undo, u"⌘Z"), undo, command(Command::undo));
+    const auto withCommand = [](const QString &name, QChar key) {
+        return Words{name, withKey(name, QStringLiteral("⌘") + key), QStringLiteral("Super+") + key};
+    };
+    m_colorButton
+        = add(u"circle.fill", {L10n::t(u"Color"), L10n::t(u"Color · I: cuentagotas · rueda: grosor"), {}},
+              [this] { showPalette(); });
+    Spoken::setOpen(*m_colorButton, false);
+    add(u"arrow.uturn.backward", withCommand(L10n::t(u"Deshacer"), u'Z'), command(Command::undo));
     m_bar->addSeparator();
-    const QString save = L10n::t(u"Guardar");
-    add(u"square.and.arrow.down", withKey(save, u"⌘S"), save, command(Command::save));
-    const QString print = L10n::t(u"Imprimir");
-    add(u"printer", withKey(print, u"⌘P"), print, command(Command::print));
+    add(u"square.and.arrow.down", withCommand(L10n::t(u"Guardar"), u'S'), command(Command::save));
+    add(u"printer", withCommand(L10n::t(u"Imprimir"), u'P'), command(Command::print));
     const QString close = L10n::t(u"Cerrar");
-    add(u"xmark", withKey(close, u"Esc"), close, command(Command::close));
-    m_copyButton
-        = add(u"doc.on.doc", L10n::t(u"Copiar  ⌘C · Intro"), L10n::t(u"Copiar"), command(Command::copy));
+    add(u"xmark", {close, withKey(close, u"Esc"), L10n::t(u"Esc")}, command(Command::close));
+    m_copyButton = add(u"doc.on.doc", {L10n::t(u"Copiar"), L10n::t(u"Copiar  ⌘C · Intro"), L10n::t(u"Intro")},
+                       command(Command::copy));
     m_copyButton->setPrimary(true);
 }
 
@@ -131,6 +141,8 @@ void ToolBars::followState()
     }
     m_colorButton->setSwatch(m_state.color);
     m_colorButton->setWidthLabel(widthText(m_state.lineWidth));
+    m_colorButton->setAccessibleDescription(spokenColor(m_state.color) + QStringLiteral(", ")
+                                            + widthText(m_state.lineWidth));
     if (barShows())
         placeBars(); // its length may have changed
 }
@@ -139,6 +151,7 @@ void ToolBars::showPalette()
 {
     if (m_palette)
         return closePalette();
+    PaletteAccess::install();
     m_palette = new ColorPalette(&m_overlay);
     m_palette->setSelected(m_state.color);
     m_palette->onPick = [this](const QColor &color) {
@@ -150,6 +163,7 @@ void ToolBars::showPalette()
         onCommand(Command::pickColor);
     };
     m_palette->show();
+    Spoken::setOpen(*m_colorButton, true);
     placePalette();
 }
 
@@ -170,4 +184,5 @@ void ToolBars::closePalette()
     m_palette->hide();
     m_palette->deleteLater();
     m_palette.clear();
+    Spoken::setOpen(*m_colorButton, false);
 }

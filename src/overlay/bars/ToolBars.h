@@ -47,8 +47,11 @@ public:
     [[nodiscard]] bool barShows() const;
 
 private:
-    BarButton *add(QStringView symbol, const QString &toolTip, const QString &name,
-                   std::function<void()> action);
+    struct Words {
+        QString name, toolTip;
+        QString keys; // as they are written
+    };
+    BarButton *add(QStringView symbol, const Words &words, std::function<void()> action);
     void addTools();
     void addCommands();
     void fitToWidth();

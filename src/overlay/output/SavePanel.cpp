@@ -1,14 +1,19 @@
 #include "overlay/output/SavePanel.h"
 
+#include "base/Fonts.h"
+#include "l10n/L10n.h"
+
 #include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace {
 
@@ -44,6 +49,15 @@ QString question(const char *text, const QString &name)
     return QCoreApplication::translate("QFileDialog", text).arg(name);
 }
 
+// Qt gives the columns widths of their own, which cut their titles off.
+void fitColumns(const QFileDialog &panel)
+{
+    if (const auto *files = panel.findChild<QTreeView *>(QStringLiteral("treeView"))) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+}
+
 } // namespace
 
 SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &name)
@@ -51,6 +65,7 @@ SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &nam
     , m_question(new QLabel(this))
     , m_answers(new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No, this))
 {
+    setAccessibleName(L10n::t(u"Guardar"));
     setOption(DontUseNativeDialog);
     setIconProvider(&nameOnlyIcons());
     setAcceptMode(AcceptSave);
@@ -64,6 +79,7 @@ SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &nam
     setCursor(Qt::ArrowCursor);
     setSizeGripEnabled(false);
     setContentsMargins(margin, margin, margin, margin);
+    fitColumns(*this);
     m_question->setWordWrap(true);
     if (auto *grid = qobject_cast<QGridLayout *>(layout())) {
         grid->addWidget(m_question, grid->rowCount(), 0, 1, grid->columnCount());
@@ -78,7 +94,7 @@ SavePanel::SavePanel(QWidget &overlay, const QString &folder, const QString &nam
 void SavePanel::open()
 {
     const QRect room = parentWidget()->rect();
-    resize(sizeHint().boundedTo(room.size()));
+    resize((sizeHint() * Fonts::enlargement()).boundedTo(room.size()));
     move(room.center() - rect().center());
     show();
     raise();
@@ -121,6 +137,7 @@ void SavePanel::ask(const QString &question, const QString &path)
     m_asked = path;
     m_question->setText(question);
     m_question->show();
+    m_announcer.say(question);
     m_answers->setVisible(!path.isEmpty());
     if (auto *no = m_answers->button(QDialogButtonBox::No); !path.isEmpty())
         no->setFocus();

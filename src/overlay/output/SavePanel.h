@@ -1,5 +1,7 @@
 #pragma once
 
+#include "access/Announcer.h"
+
 #include <QFileDialog>
 
 #include <functional>
@@ -36,5 +38,6 @@ private:
 
     QLabel *m_question;
     QDialogButtonBox *m_answers;
+    Announcer m_announcer{*this};
     QString m_asked; // the path that the question is about
 };

@@ -52,6 +52,7 @@ TextField::TextField(QWidget &overlay, const ViewSpace &space, QPointF at, const
     , m_look(look)
 {
     m_look.points = {at + QPointF{textInset, 0}, at + QPointF{textInset, 0}};
+    setAccessibleName(L10n::t(u"Texto"));
     setFrame(false);
     setContextMenuPolicy(Qt::NoContextMenu);
     setAttribute(Qt::WA_MacShowFocusRect, false);

@@ -15,11 +15,13 @@
 #include <QDialogButtonBox>
 #include <QFileSystemModel>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTreeView>
 
 #include <sys/stat.h>
 
@@ -143,6 +145,17 @@ private slots:
         QTest::keyClick(view.get(), Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(view->findChildren<SavePanel *>().size(), 1);
         QCOMPARE(view->focusWidget(), name());
+    }
+
+    void theTitlesOfTheColumnsAreWhole()
+    {
+        askToSave();
+        QFont large = panel()->font();
+        large.setPixelSize(22); // makes them as long as some languages do
+        panel()->setFont(large);
+        const auto *header = panel()->findChild<QTreeView *>("treeView")->header();
+        for (int column = 1; column < header->count(); ++column)
+            QTRY_VERIFY(header->sectionSize(column) >= header->sectionSizeHint(column));
     }
 
     void replacingIsAskedInsideThePanel()
