@@ -6,7 +6,11 @@
 #include "support/TempHome.h"
 #include "support/Wallpaper.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QScreen>
 #include <QTest>
 
@@ -51,13 +55,37 @@ class ExtCopyGrabberTest : public QObject {
     Q_OBJECT
 
     TempHome home;
+    SessionBusDaemon bus;
+    QProcess store; // the desktops' own
+
+    static QDBusMessage ask(const QString &method, const QVariantList &arguments)
+    {
+        const QString name = "org.freedesktop.impl.portal.PermissionStore";
+        auto call = QDBusMessage::createMethodCall(name, "/org/freedesktop/impl/portal/PermissionStore", name,
+                                                   method);
+        call.setArguments(arguments);
+        return QDBusConnection::sessionBus().call(call);
+    }
 
 private slots:
     void initTestCase()
     {
         qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
         qputenv("WAYLAND_DISPLAY", "wayland-test");
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        const QString data = home.path("data");
+        QDir().mkpath(data + "/flatpak/db");
+        qputenv("XDG_DATA_HOME", data.toLocal8Bit());
+        store.start("/usr/libexec/xdg-permission-store", {});
+        auto *daemon = QDBusConnection::sessionBus().interface();
+        QTRY_VERIFY(daemon->isServiceRegistered("org.freedesktop.impl.portal.PermissionStore"));
+        const auto refused = ask("SetPermission", {"screenshot", true, "screenshot", "", QStringList{"no"}});
+        QCOMPARE(refused.type(), QDBusMessage::ReplyMessage);
+    }
+
+    void cleanupTestCase()
+    {
+        store.terminate();
+        store.waitForFinished();
     }
 
     void everyScreenIsReadPixelForPixel()
@@ -126,14 +154,26 @@ private slots:
         QVERIFY(!result.shots && result.final);
     }
 
+    void whoRefusedThePortalIsHeardOnlyWhereItIsNeeded()
+    {
+        Desk copying;
+        const auto grabber = makeWaylandScreenGrabber(copying.connection);
+        QVERIFY(QCoro::waitFor(grabber->grabScreens()));
+        QVERIFY(grabber->accessGranted());
+        // Answered after whatever has been asked before.
+        QCOMPARE(ask("Lookup", {"screenshot", "screenshot"}).type(), QDBusMessage::ReplyMessage);
+        QCoreApplication::processEvents();
+        QVERIFY(grabber->accessGranted());
+    }
+
     void itComesBeforeKWinAndThePortal()
     {
         Desk refusing("refuses");
         const auto grabber = makeWaylandScreenGrabber(refusing.connection);
-        QVERIFY(grabber->accessGranted());
         QVERIFY(!QCoro::waitFor(grabber->grabScreens()));
         QVERIFY(home.log().contains("captura por otra vía: wlr-screencopy: no se ofrece; "
                                     "ext-image-copy-capture: el compositor se niega; KWin: "));
+        QTRY_VERIFY(!grabber->accessGranted());
     }
 };
 

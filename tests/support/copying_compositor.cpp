@@ -67,7 +67,8 @@ struct Screen {
             formats, [this](const Format &one) { return !one.name || value == one.name; });
         return is("format") ? *found : formats[0];
     }
-    // As the hardware would scan it.
+    // As the hardware would scan them.
+    [[nodiscard]] QSize scanned() const { return transform() % 2 ? size.transposed() : size; }
     [[nodiscard]] QImage picture() const
     {
         QImage image = Wallpaper::make(size);
@@ -187,8 +188,8 @@ void answer(const Frame &frame)
         stop(frame);
     else if (screen.is("restless"))
         wantAnother(frame, session.wanted + QSize(1, 1));
-    else if (session.wanted != screen.picture().size())
-        wantAnother(frame, screen.picture().size());
+    else if (session.wanted != screen.scanned())
+        wantAnother(frame, screen.scanned());
     else if (!screen.is("silent"))
         copy(frame);
     if (screen.is("goes"))
@@ -261,7 +262,7 @@ constexpr struct ext_image_copy_capture_manager_v1_interface managerRequests {
             if (closed)
                 ext_image_copy_capture_session_v1_send_stopped(resource);
             else
-                want(*session, screen.changesSize() ? screen.size / 2 : screen.picture().size());
+                want(*session, screen.changesSize() ? screen.size / 2 : screen.scanned());
         },
     .create_pointer_cursor_session
         = [](wl_client *, wl_resource *, std::uint32_t, wl_resource *, wl_resource *) {},

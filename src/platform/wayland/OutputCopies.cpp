@@ -3,6 +3,7 @@
 #include "platform/wayland/ScreenScale.h"
 
 #include <algorithm>
+#include <utility>
 
 OutputCopy::OutputCopy(OutputCopies &all, std::unique_ptr<Output> output)
     : m_all(all)
@@ -11,13 +12,22 @@ OutputCopy::OutputCopy(OutputCopies &all, std::unique_ptr<Output> output)
 
 void OutputCopy::copyInto(const SharedBuffers::Layout &layout)
 {
-    const auto buffer = m_all.m_buffers->take(layout);
-    if (!buffer)
+    m_buffer = m_all.m_buffers->take(layout);
+    m_image = {};
+    if (!m_buffer)
         return end(false);
-    send(buffer->proxy(), layout.size);
+    send(m_buffer->proxy(), layout.size);
     m_all.m_connection->flush();
-    // Takes its time for a large picture, which passes while the compositor copies.
-    m_image = SharedBuffers::picture(buffer);
+    // Takes its time for a large picture, which passes while the compositor copies; but
+    // the other outputs are asked for first, or they would be copied later.
+    QMetaObject::invokeMethod(
+        &m_all, [this] { lookAtBuffer(); }, Qt::QueuedConnection);
+}
+
+void OutputCopy::lookAtBuffer()
+{
+    if (m_buffer)
+        m_image = SharedBuffers::picture(std::exchange(m_buffer, nullptr));
 }
 
 void OutputCopy::end(bool copied)
@@ -32,6 +42,7 @@ QImage OutputCopy::take()
 {
     if (m_state != State::copied)
         return {};
+    lookAtBuffer();
     // Not before: what the compositor copies has no opacity.
     SharedBuffers::makeOpaque(m_image);
     return upright(std::move(m_image), m_transform.value_or(m_output->transform()), m_rows);

@@ -40,9 +40,12 @@ protected:
 private:
     enum class State { asked, copied, failed };
 
+    void lookAtBuffer();
+
     OutputCopies &m_all;
     std::unique_ptr<Output> m_output;
-    QImage m_image; // what the compositor writes into
+    std::shared_ptr<SharedBuffers::Buffer> m_buffer; // what the compositor writes into
+    QImage m_image;                                  // the same, once it can be read
     std::optional<wl_output_transform> m_transform;
     Rows m_rows = Rows::topFirst;
     State m_state = State::asked;
