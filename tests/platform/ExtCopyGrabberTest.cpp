@@ -18,13 +18,14 @@
 
 namespace {
 
-// A compositor with outputs like the screens of the test's platform, as told.
+// A compositor with outputs of the names that the test's platform gives its screens.
+// Rows of three bytes a pixel need some more on the second.
 class Desk {
     BusService m_compositor; // before the connection to it
 
 public:
     explicit Desk(const QString &behaviour = {})
-        : m_compositor(VELLUMORA_COMPOSITOR, {"A:1920x1200", "B:1600x900:" + behaviour})
+        : m_compositor(VELLUMORA_COMPOSITOR, {"A:1920x1200", "B:1598x898:" + behaviour})
     {}
 
     std::shared_ptr<Connection> connection = Connection::open();
@@ -40,7 +41,7 @@ private:
 };
 
 const QImage wallpaperA = Wallpaper::make({1920, 1200});
-const QImage wallpaperB = Wallpaper::make({1600, 900});
+const QImage wallpaperB = Wallpaper::make({1598, 898});
 
 void table(std::initializer_list<const char *> behaviours)
 {
@@ -95,9 +96,9 @@ private slots:
         QCOMPARE(all.size(), 2U);
         QCOMPARE(all[0].screen, QGuiApplication::screens()[0]);
         QCOMPARE(all[0].image, wallpaperA);
+        QCOMPARE(all[0].pointSize, QSizeF(960, 600));
         QCOMPARE(all[0].image.pixel(700, 700) >> 24, 255U);
         QCOMPARE(all[1].image, wallpaperB);
-        QCOMPARE(all[1].pointSize, QSizeF(1600, 900));
     }
 
     void whateverTheBufferIsLikeThePictureIsTheSame_data()
