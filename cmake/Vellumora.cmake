@@ -72,17 +72,22 @@ function(vellumora_update_key file out)
 endfunction()
 
 # vellumora_wayland_protocols(platform_wayland a.xml …) makes the client's side of these protocols and compiles it in; the
-# headers are included as "a-client.h".
+# headers are included as "a-client.h". SERVER makes the other side and "a-server.h".
 function(vellumora_wayland_protocols room)
+  cmake_parse_arguments(PARSE_ARGV 1 protocols "SERVER" "" "")
+  set(side client)
+  if(protocols_SERVER)
+    set(side server)
+  endif()
   find_program(WAYLAND_SCANNER wayland-scanner REQUIRED)
-  foreach(file ${ARGN})
+  foreach(file ${protocols_UNPARSED_ARGUMENTS})
     get_filename_component(path ${file} ABSOLUTE)
     get_filename_component(name ${file} NAME_WE)
     set(made ${CMAKE_CURRENT_BINARY_DIR}/${name})
-    add_custom_command(OUTPUT ${made}-client.h ${made}.c DEPENDS ${path}
-      COMMAND ${WAYLAND_SCANNER} client-header ${path} ${made}-client.h
+    add_custom_command(OUTPUT ${made}-${side}.h ${made}.c DEPENDS ${path}
+      COMMAND ${WAYLAND_SCANNER} ${side}-header ${path} ${made}-${side}.h
       COMMAND ${WAYLAND_SCANNER} private-code ${path} ${made}.c)
-    target_sources(vellumora_${room} PRIVATE ${made}-client.h ${made}.c)
+    target_sources(vellumora_${room} PRIVATE ${made}-${side}.h ${made}.c)
   endforeach()
   target_include_directories(vellumora_${room} SYSTEM PUBLIC ${CMAKE_CURRENT_BINARY_DIR})
 endfunction()

@@ -1,23 +1,14 @@
 #pragma once
 
-#include "platform/wayland/ScreenSource.h"
+#include "platform/wayland/CopyGrabber.h"
 
-#include <memory>
-
-class Connection;
-class SharedBuffers;
-
-// Has the compositor copy every output into shared memory, all at once, by the
-// protocol that compositors built on wlroots offer.
-class ScreencopyGrabber final : public ScreenSource {
+// By the protocol that compositors built on wlroots have offered from the beginning.
+class ScreencopyGrabber final : public CopyGrabber {
 public:
     explicit ScreencopyGrabber(std::shared_ptr<Connection> connection);
 
-    [[nodiscard]] bool offered() const;
     QString name() const override;
-    QCoro::Task<Result> grab() override;
 
 private:
-    std::shared_ptr<Connection> m_connection;
-    std::shared_ptr<SharedBuffers> m_buffers;
+    std::unique_ptr<CopyProtocol> bind(const Connection &connection) const override;
 };

@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -15,12 +16,14 @@ constexpr std::uint32_t fourLetters(const char (&name)[5])
            | std::uint32_t(name[3]) << 24;
 }
 
+constexpr int alignment = 4; // bytes, of every row
+
 struct PixelLayout {
     std::uint32_t format;
     QImage::Format image;
     int bytes; // a pixel
 };
-// A screen is opaque, whatever stands where the opacity would be.
+// The easiest to read first. A screen is opaque, whatever stands where the opacity would be.
 constexpr PixelLayout layouts[] = {
     {WL_SHM_FORMAT_XRGB8888, QImage::Format_RGB32, 4}, {WL_SHM_FORMAT_ARGB8888, QImage::Format_RGB32, 4},
     {fourLetters("XB24"), QImage::Format_RGBX8888, 4}, {fourLetters("AB24"), QImage::Format_RGBX8888, 4},
@@ -35,14 +38,19 @@ const PixelLayout *layoutOf(std::uint32_t format)
 }
 
 // What the compositor says is not believed blindly: the picture is read by it.
+constexpr int mostPixels = 32768; // along one side
+
+bool makesSense(QSize size)
+{
+    return !size.isEmpty() && size.width() <= mostPixels && size.height() <= mostPixels;
+}
+
 bool makesSense(const SharedBuffers::Layout &layout)
 {
-    constexpr int mostPixels = 32768; // along one side
     const PixelLayout *pixels = layoutOf(layout.format);
     const QSize size = layout.size;
-    return pixels && !size.isEmpty() && size.width() <= mostPixels && size.height() <= mostPixels
-           && layout.stride % 4 == 0 && layout.stride >= size.width() * pixels->bytes
-           && layout.stride <= 2 * mostPixels * 4
+    return pixels && makesSense(size) && layout.stride % alignment == 0
+           && layout.stride >= size.width() * pixels->bytes && layout.stride <= 2 * mostPixels * 4
            && qsizetype(layout.stride) * size.height() <= std::numeric_limits<int>::max();
 }
 
@@ -113,6 +121,20 @@ SharedBuffers::~SharedBuffers()
 {
     if (m_shm)
         wl_shm_destroy(m_shm);
+}
+
+std::optional<SharedBuffers::Layout> SharedBuffers::layoutFor(QSize size,
+                                                              const std::vector<std::uint32_t> &formats)
+{
+    const auto *pixels = std::ranges::find_if(layouts, [&](const PixelLayout &known) {
+        return std::ranges::find(formats, known.format) != formats.end();
+    });
+    if (pixels == std::end(layouts) || !makesSense(size))
+        return std::nullopt;
+    int stride = size.width() * pixels->bytes;
+    while (stride % alignment != 0)
+        stride += pixels->bytes; // compositors want whole pixels
+    return Layout{pixels->format, size, stride};
 }
 
 std::shared_ptr<SharedBuffers::Buffer> SharedBuffers::take(const Layout &layout)

@@ -34,6 +34,12 @@ public:
         [[nodiscard]] virtual wl_buffer *proxy() const = 0;
     };
 
+    // Returns the layout in which a picture of this size is read with the least work;
+    // absent when the size makes no sense or none of the formats is one that this
+    // program reads.
+    [[nodiscard]] static std::optional<Layout> layoutFor(QSize size,
+                                                         const std::vector<std::uint32_t> &formats);
+
     // Returns a buffer that no picture uses; null when the format is none that this
     // program reads, the sizes make no sense or there is no memory.
     [[nodiscard]] std::shared_ptr<Buffer> take(const Layout &layout);

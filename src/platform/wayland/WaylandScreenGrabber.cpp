@@ -2,6 +2,7 @@
 
 #include "base/Log.h"
 #include "platform/freedesktop/PrivacySettings.h"
+#include "platform/wayland/ExtCopyGrabber.h"
 #include "platform/wayland/KWinGrabber.h"
 #include "platform/wayland/PortalGrabber.h"
 #include "platform/wayland/ScreencopyGrabber.h"
@@ -40,13 +41,18 @@ public:
     explicit WaylandScreenGrabber(const std::shared_ptr<Connection> &connection)
     {
         const auto screencopy = std::make_shared<ScreencopyGrabber>(connection);
-        if (!screencopy->offered())
-            m_permission.emplace();
-        m_sources
-            = {screencopy, std::make_shared<KWinGrabber>(), std::make_shared<PortalGrabber>(connection)};
+        const auto extCopy = std::make_shared<ExtCopyGrabber>(connection);
+        *m_portalServes = !screencopy->offered() && !extCopy->offered();
+        m_sources = {screencopy, extCopy, std::make_shared<KWinGrabber>(),
+                     std::make_shared<PortalGrabber>(connection)};
+        lookForRefusal();
     }
 
-    bool accessGranted() override { return !m_permission || !m_permission->refused(); }
+    bool accessGranted() override
+    {
+        lookForRefusal();
+        return !m_permission || !m_permission->refused();
+    }
 
     // The desktop asks by itself at the first capture. Who has said no is asked again
     // only when he wants to be.
@@ -63,16 +69,18 @@ public:
 
     QCoro::Task<std::optional<std::vector<ScreenShot>>> grabScreens() override
     {
-        return grabBest(m_sources, m_falls);
+        return grabBest(m_sources, m_falls, m_portalServes);
     }
 
 private:
     // Holds what it needs itself, because this may be gone before the screens are read.
     static QCoro::Task<std::optional<std::vector<ScreenShot>>> grabBest(Sources sources,
-                                                                        std::shared_ptr<Falls> falls)
+                                                                        std::shared_ptr<Falls> falls,
+                                                                        std::shared_ptr<bool> portalServes)
     {
         std::optional<std::vector<ScreenShot>> shots;
         for (const auto &source : sources) {
+            *portalServes |= source == sources.back();
             ScreenSource::Result result = co_await source->grab();
             shots = std::move(result.shots);
             if (!shots)
@@ -84,9 +92,17 @@ private:
         co_return shots;
     }
 
-    Sources m_sources;
-    std::optional<ScreenshotPermission> m_permission; // where the compositor itself copies, nobody is asked
+    // Where the compositor itself copies, nobody has been asked.
+    void lookForRefusal()
+    {
+        if (*m_portalServes && !m_permission)
+            m_permission.emplace();
+    }
+
+    Sources m_sources; // the portal last
+    std::optional<ScreenshotPermission> m_permission;
     std::shared_ptr<Falls> m_falls = std::make_shared<Falls>();
+    std::shared_ptr<bool> m_portalServes = std::make_shared<bool>(); // or may have to
 };
 
 } // namespace
