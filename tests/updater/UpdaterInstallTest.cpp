@@ -173,7 +173,7 @@ private slots:
         const QString noRoom = "Vellumora isn't in a folder it can write to.";
         const auto couldNot
             = [](const QString &why) { return "Couldn't download or install (" + why + ")."; };
-        QTest::newRow("no bundle") << "/usr/bin/vellumora"
+        QTest::newRow("no bundle") << "/opt/bin/vellumora"
                                    << "" << noRoom;
         QTest::newRow("a folder that cannot be written") << "/proc/self/Vellumora.app/bin/vellumora"
                                                          << "" << noRoom;

@@ -41,14 +41,15 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor {
 public:
     explicit ApplicationAdaptor(BusInstance &instance);
 
+    // The bus chose these names.
+    // NOLINTBEGIN(readability-identifier-naming, readability-redundant-access-specifiers)
 public slots:
-    // NOLINTBEGIN(readability-identifier-naming): the bus's own names.
     void Activate(const QVariantMap &platformData);
     void Open(const QStringList &uris, const QVariantMap &platformData);
     // Answers with an error to an action that the desktop entry does not have.
     void ActivateAction(const QString &name, const QVariantList &parameter, const QVariantMap &platformData,
                         const QDBusMessage &message);
-    // NOLINTEND(readability-identifier-naming)
+    // NOLINTEND(readability-identifier-naming, readability-redundant-access-specifiers)
 
 private:
     BusInstance &m_instance;
