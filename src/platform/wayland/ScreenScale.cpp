@@ -29,6 +29,13 @@ ScreenShot shot(QScreen &screen, const QImage &image)
     return {&screen, image, scale, QSizeF(image.size()) / scale};
 }
 
+QRect pixelsOf(const QRectF &points, double scale)
+{
+    const QPointF first = points.topLeft() * scale;
+    const QPointF last = points.bottomRight() * scale;
+    return {first.toPoint(), last.toPoint() - QPoint(1, 1)};
+}
+
 void sort(std::vector<ScreenShot> &shots)
 {
     const auto screens = QGuiApplication::screens();

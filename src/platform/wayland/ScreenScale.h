@@ -17,6 +17,10 @@ namespace ScreenScale {
 // the user sees it.
 [[nodiscard]] ScreenShot shot(QScreen &screen, const QImage &image);
 
+// Returns the device pixels of a rectangle in points of a screen, both y downwards from
+// its top left corner, each edge moved to the nearest pixel border.
+[[nodiscard]] QRect pixelsOf(const QRectF &points, double scale);
+
 // Puts the shots into the order of the system's list of screens.
 void sort(std::vector<ScreenShot> &shots);
 
