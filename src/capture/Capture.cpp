@@ -14,14 +14,13 @@ QCoro::Task<std::optional<std::vector<ScreenShot>>> captureAllScreens(ScreenGrab
                                                                       WindowList &windows)
 {
     placer.beginSession();
-    windows.freeze();
     const auto shots = co_await grabber.grabScreens();
     const auto failed = [](const ScreenShot &shot) { return shot.image.isNull(); };
     const bool read = shots && std::ranges::none_of(*shots, failed);
-    if (!read || shots->empty()) {
-        windows.forget();
+    if (read && !shots->empty())
+        windows.freeze();
+    else
         placer.endSession();
-    }
     if (read)
         co_return shots;
     Log::write(QStringLiteral("captura -> FALLO"));

@@ -15,6 +15,7 @@
 #include "platform/none/NoServices.h"
 #include "platform/wayland/Compositor.h"
 #include "platform/wayland/Connection.h"
+#include "platform/wayland/KWinWindowList.h"
 #include "platform/wayland/QtQueue.h"
 #include "platform/wayland/SwayWindowList.h"
 #include "platform/wayland/WaylandClipboard.h"
@@ -94,7 +95,11 @@ Platform makeX11Platform()
 std::unique_ptr<WindowList> makeWaylandWindowList()
 {
     const QString sway = SwayWindowList::socket();
-    return sway.isEmpty() ? makeNoWindowList() : std::make_unique<SwayWindowList>(sway);
+    if (!sway.isEmpty())
+        return std::make_unique<SwayWindowList>(sway);
+    if (KWinWindowList::present())
+        return std::make_unique<KWinWindowList>();
+    return makeNoWindowList();
 }
 
 Platform makeWaylandPlatform()

@@ -12,7 +12,8 @@ public:
     virtual ~WindowList() = default;
 
     // Asks where the windows are now, and does not wait for what can be told later.
-    // Must be called when this program's own windows are hidden.
+    // Must be called as soon as the screens have been read, while this program's own
+    // windows are hidden.
     virtual void freeze() = 0;
 
     // Returns the frames of the windows on that screen, the topmost window first: with

@@ -29,11 +29,16 @@ ScreenShot shot(QScreen &screen, const QImage &image)
     return {&screen, image, scale, QSizeF(image.size()) / scale};
 }
 
-QRect pixelsOf(const QRectF &points, double scale)
+std::vector<QRect> pixelsOn(const ScreenShot &shot, const std::vector<QRectF> &rects)
 {
-    const QPointF first = points.topLeft() * scale;
-    const QPointF last = points.bottomRight() * scale;
-    return {first.toPoint(), last.toPoint() - QPoint(1, 1)};
+    std::vector<QRect> all;
+    for (const QRectF &rect : rects) {
+        const QPoint first = (rect.topLeft() * shot.scale).toPoint();
+        const QPoint last = (rect.bottomRight() * shot.scale).toPoint() - QPoint(1, 1);
+        if (const QRect part = QRect(first, last) & shot.image.rect(); !part.isEmpty())
+            all.push_back(part);
+    }
+    return all;
 }
 
 void sort(std::vector<ScreenShot> &shots)

@@ -24,7 +24,7 @@ QRect frameOf(const QJsonObject &window, bool tabs)
     return rect.adjusted(0, -title, 0, 0);
 }
 
-void collect(const QJsonObject &node, bool tabs, std::vector<QRect> &frames)
+void collect(const QJsonObject &node, bool tabs, std::vector<QRectF> &frames)
 {
     const QJsonArray floating = node[u"floating_nodes"].toArray();
     for (auto i = floating.size(); i-- > 0;)
@@ -34,7 +34,7 @@ void collect(const QJsonObject &node, bool tabs, std::vector<QRect> &frames)
     for (const QJsonValue &child : children)
         collect(child.toObject(), layout == u"tabbed" || layout == u"stacked", frames);
     if (node[u"visible"].toBool() && node[u"pid"].toInteger() != QCoreApplication::applicationPid())
-        frames.push_back(frameOf(node, tabs));
+        frames.emplace_back(frameOf(node, tabs));
 }
 
 QRect outputIn(const QJsonObject &root, const QString &name)
@@ -54,17 +54,12 @@ std::vector<QRect> framesOn(const ScreenShot &shot, const QByteArray &json)
 {
     const QJsonObject root = QJsonDocument::fromJson(json).object();
     const QRect output = outputIn(root, shot.screen->name());
-    std::vector<QRect> frames;
-    if (output.isEmpty())
-        return frames;
-    std::vector<QRect> all;
-    collect(root, false, all);
-    for (const QRect &frame : all) {
-        const QRect pixels = ScreenScale::pixelsOf(QRectF(frame.translated(-output.topLeft())), shot.scale);
-        if (const QRect part = pixels & shot.image.rect(); !part.isEmpty())
-            frames.push_back(part);
-    }
-    return frames;
+    std::vector<QRectF> frames;
+    if (!output.isEmpty())
+        collect(root, false, frames);
+    for (QRectF &frame : frames)
+        frame.translate(-output.topLeft());
+    return ScreenScale::pixelsOn(shot, frames);
 }
 
 } // namespace SwayTree
