@@ -58,7 +58,8 @@ QCoro::Task<void> KWinScript::run()
     QDBusMessage load = callOfScripting(QStringLiteral("loadScript"));
     load << m_file.fileName() << m_name;
     m_loaded = true;
-    const QDBusMessage reply = co_await BusCall::ask(m_bus, load, patience);
+    auto asked = BusCall::ask(m_bus, load, patience);
+    const QDBusMessage reply = co_await asked;
     if (!alive || reply.type() != QDBusMessage::ReplyMessage)
         co_return;
     const QString number = QString::number(reply.arguments().value(0).toInt());
