@@ -60,6 +60,7 @@ def on_a_display():
         capture, copy, toolkit = (rows[name]["time"] for name in ("capture", "memcpy", "grabWindow"))
         ratio_row("capture, 4K + 1080p", capture, copy, "memcpy")
         ratio_row("", capture, toolkit, "grabWindow")
+        ratio_row("of 50 windows, where they are", rows["windows"]["time"], capture, "capture", "<= 0.1")
         desktop.run("xsetroot", "-solid", "#6688aa")
         desktop.witness((0, 0, 5760, 1080))
         desktop.start()

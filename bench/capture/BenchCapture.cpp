@@ -6,6 +6,8 @@
 #include "platform/wayland/PortalGrabber.h"
 #include "platform/wayland/WaylandScreenGrabber.h"
 #include "platform/x11/X11ScreenGrabber.h"
+#include "platform/x11/X11WindowList.h"
+#include "platform/x11/Xcb.h"
 
 #include <benchmark/benchmark.h>
 
@@ -14,6 +16,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <memory>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -98,6 +101,42 @@ void toolkit(benchmark::State &state)
             benchmark::DoNotOptimize(screen->grabWindow(0).toImage());
 }
 
+// Of another program, one above the other.
+class FiftyWindows {
+public:
+    FiftyWindows()
+    {
+        auto *c = m_connection.get();
+        const xcb_screen_t &screen = *xcb_setup_roots_iterator(xcb_get_setup(c)).data;
+        for (std::int16_t i = 0; i < 50; ++i) {
+            const xcb_window_t window = xcb_generate_id(c);
+            xcb_create_window(c, XCB_COPY_FROM_PARENT, window, screen.root, 20 * i, 20 * i, 400, 300, 0,
+                              XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, 0, nullptr);
+            xcb_map_window(c, window);
+        }
+        xcb_flush(c);
+        std::this_thread::sleep_for(1s); // in which the window manager frames them
+    }
+
+private:
+    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> m_connection{xcb_connect(nullptr, nullptr),
+                                                                              xcb_disconnect};
+};
+
+// Until the server has answered everything, which the capture does not wait for.
+void windows(benchmark::State &state)
+{
+    if (QGuiApplication::platformName() != u"xcb")
+        return state.SkipWithError("only on X11");
+    const FiftyWindows others;
+    X11WindowList list;
+    for (auto _ : state) {
+        list.freeze();
+        Xcb::sync();
+        list.forget();
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -107,7 +146,7 @@ int main(int argc, char **argv)
     for (auto *bench :
          {benchmark::RegisterBenchmark("capture", capture), benchmark::RegisterBenchmark("memcpy", copy),
           benchmark::RegisterBenchmark("grabWindow", toolkit), benchmark::RegisterBenchmark("kwin", kwin),
-          benchmark::RegisterBenchmark("portal", portal)})
+          benchmark::RegisterBenchmark("portal", portal), benchmark::RegisterBenchmark("windows", windows)})
         bench->UseRealTime()->Unit(benchmark::kMillisecond);
     benchmark::RunSpecifiedBenchmarks();
     return EXIT_SUCCESS;

@@ -137,7 +137,8 @@ QCoro::Task<void> AppDelegate::startCapture()
 {
     const QPointer<AppDelegate> alive(this);
     m_capturing = true;
-    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens, *m_platform.windows);
+    const auto shots = co_await Capture::captureAllScreens(*m_platform.screens, *m_platform.windows,
+                                                           *m_platform.windowList);
     if (!alive)
         co_return;
     m_capturing = false;
@@ -147,7 +148,8 @@ QCoro::Task<void> AppDelegate::startCapture()
         m_updater.captureEnded();
         co_return;
     }
-    m_session = std::make_unique<CaptureSession>(*m_platform.windows, *m_platform.desktop);
+    m_session
+        = std::make_unique<CaptureSession>(*m_platform.windows, *m_platform.windowList, *m_platform.desktop);
     // The session reports its end from within one of its own windows' events.
     m_session->onFinish = [this] {
         m_session.release()->deleteLater();

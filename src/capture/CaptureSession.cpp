@@ -2,6 +2,7 @@
 
 #include "capture/OverlayWindow.h"
 #include "overlay/OverlayView.h"
+#include "platform/WindowList.h"
 #include "platform/WindowPlacer.h"
 
 #include <QApplication>
@@ -31,7 +32,10 @@ bool isKeyboardEvent(QEvent::Type type)
 
 } // namespace
 
-CaptureSession::CaptureSession(WindowPlacer &placer, Desktop &desktop) : m_placer(placer), m_desktop(desktop)
+CaptureSession::CaptureSession(WindowPlacer &placer, WindowList &frozen, Desktop &desktop)
+    : m_placer(placer)
+    , m_frozen(frozen)
+    , m_desktop(desktop)
 {}
 
 CaptureSession::~CaptureSession()
@@ -136,6 +140,7 @@ void CaptureSession::finish()
     if (std::exchange(m_finished, true))
         return;
     qApp->removeEventFilter(this);
+    m_frozen.forget();
     m_placer.endSession();
     m_keyWindow = nullptr;
     for (auto &window : std::exchange(m_windows, {})) {
@@ -146,6 +151,8 @@ void CaptureSession::finish()
     if (const auto finished = std::exchange(onFinish, nullptr))
         finished();
 }
+
+std::vector<QRect> CaptureSession::windowsIn(const ScreenShot &shot) { return m_frozen.framesOn(shot); }
 
 // The dialog comes up on a screen that is no longer covered.
 void CaptureSession::print(const QImage &picture)

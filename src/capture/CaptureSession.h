@@ -11,6 +11,7 @@
 
 class Desktop;
 class OverlayWindow;
+class WindowList;
 class WindowPlacer;
 
 // Manages the windows of one capture, from the moment the screens freeze until they
@@ -19,8 +20,8 @@ class CaptureSession final : public QObject, public OverlaySession {
     Q_OBJECT
 
 public:
-    // Takes the placer and the desktop, which must both outlive the session.
-    CaptureSession(WindowPlacer &placer, Desktop &desktop);
+    // Takes what must outlive the session.
+    CaptureSession(WindowPlacer &placer, WindowList &frozen, Desktop &desktop);
     ~CaptureSession() override;
 
     // Called once, when every window is closed.
@@ -37,6 +38,7 @@ public:
     // nothing.
     void finish() override;
     void print(const QImage &picture) override;
+    std::vector<QRect> windowsIn(const ScreenShot &shot) override;
 
     [[nodiscard]] const std::vector<std::unique_ptr<OverlayWindow>> &windows() const { return m_windows; }
     [[nodiscard]] OverlayWindow *keyWindow() const { return m_keyWindow; }
@@ -52,6 +54,7 @@ private:
     void endWhenScreensChange();
 
     WindowPlacer &m_placer;
+    WindowList &m_frozen;
     Desktop &m_desktop;
     std::vector<std::unique_ptr<OverlayWindow>> m_windows;
     OverlayWindow *m_keyWindow = nullptr; // the one that should have the keyboard

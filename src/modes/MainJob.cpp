@@ -70,7 +70,8 @@ bool MainJob::capture()
     }
     QElapsedTimer since;
     since.start();
-    const auto shots = QCoro::waitFor(Capture::captureAllScreens(*m_platform.screens, *m_platform.windows));
+    const auto shots = QCoro::waitFor(
+        Capture::captureAllScreens(*m_platform.screens, *m_platform.windows, *m_platform.windowList));
     const qint64 took = since.elapsed();
     if (!shots || shots->empty()) {
         m_report.missing(service, QStringLiteral("the display did not hand out a picture of any screen"));
@@ -87,7 +88,7 @@ bool MainJob::edit()
 {
     const KeptClipboardText kept;
     bool over = false;
-    CaptureSession session(*m_platform.windows, *m_platform.desktop);
+    CaptureSession session(*m_platform.windows, *m_platform.windowList, *m_platform.desktop);
     session.onFinish = [&over] { over = true; };
     session.start(m_shots);
     const QString service = QStringLiteral("overlays");

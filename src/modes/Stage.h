@@ -46,6 +46,7 @@ private:
         void selectionStarted(OverlayView &) override {}
         void finish() override {}
         void print(const QImage &) override {}
+        std::vector<QRect> windowsIn(const ScreenShot &) override { return {}; }
     };
 
     class QuietDesktop final : public Desktop {

@@ -1,7 +1,12 @@
 #pragma once
 
+#include <QRect>
+
+#include <vector>
+
 class OverlayView;
 class QImage;
+struct ScreenShot;
 
 // Answers what an overlay asks of the capture it belongs to.
 class OverlaySession {
@@ -13,6 +18,9 @@ public:
     virtual void finish() = 0;
     // Ends the capture and opens the print dialog for its picture.
     virtual void print(const QImage &picture) = 0;
+    // Returns the frames of the windows that the picture shows, the topmost first, in
+    // its pixels, y downwards. Empty where nobody knows them.
+    [[nodiscard]] virtual std::vector<QRect> windowsIn(const ScreenShot &shot) = 0;
 
 protected:
     ~OverlaySession() = default;

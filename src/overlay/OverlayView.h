@@ -14,6 +14,7 @@
 #include "overlay/gestures/KeyCommands.h"
 #include "overlay/gestures/SelectionDrag.h"
 #include "overlay/gestures/WheelSteps.h"
+#include "overlay/gestures/WindowPick.h"
 #include "overlay/output/Output.h"
 #include "overlay/text/TextEditing.h"
 
@@ -63,6 +64,7 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -74,6 +76,7 @@ protected:
 
 private:
     void startSelection(QPointF at);
+    [[nodiscard]] bool selectWindow();
     void pressInside(QPointF at);
     void startDrawing(QPointF at);
     void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
@@ -114,6 +117,7 @@ private:
     Canvas m_canvas;
     SelectionDrag m_selectionDrag{m_state};
     RegionKeys m_regionKeys{m_state, m_space.scale()};
+    WindowPick m_windowPick;
     DrawingInput m_drawing{m_state};
     HoldToSnap m_hold{m_state};
     TextEditing m_text{*this, m_space, m_state};

@@ -61,6 +61,14 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
     refresh();
 }
 
+// To everybody but the windows it is one press more.
+void OverlayView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_windowPick.expectSecond();
+    mousePressEvent(event);
+}
+
 // An open save panel waits for its answer first.
 bool OverlayView::refusedByPanel()
 {
@@ -140,6 +148,8 @@ void OverlayView::pressOutside(QPointF at)
 
 void OverlayView::startSelection(QPointF at)
 {
+    if (!m_state.selection)
+        m_windowPick.press(at);
     m_text.commitText();
     m_state.annotations.clear();
     m_session.selectionStarted(*this);
@@ -158,6 +168,7 @@ void OverlayView::mouseMoveEvent(QMouseEvent *event)
     const QPointF inside = clamped(at, m_state.bounds);
     if (m_drawing.active())
         return continueDrawing(inside, event->modifiers());
+    m_windowPick.pointerMoved(inside);
     m_selectionDrag.drag(inside);
     followEdge(event->modifiers());
     refresh();
@@ -169,18 +180,34 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
         endGesture(pointOf(*event));
 }
 
+// After a double click on a window, which is selected as it stood when the screens
+// froze.
+bool OverlayView::selectWindow()
+{
+    const auto at = m_windowPick.release();
+    if (!at || m_state.selection)
+        return false;
+    const auto frame = WindowPick::frameAt(m_session.windowsIn(m_shot), m_space.pixelAt(*at));
+    if (frame)
+        m_state.selection = m_space.fromPixels(*frame);
+    return frame.has_value();
+}
+
 void OverlayView::finishSelecting()
 {
-    if (m_selectionDrag.release())
+    const bool selecting = m_selectionDrag.active();
+    const bool dragged = m_selectionDrag.release();
+    if (selectWindow() || dragged)
         m_canvas.halo().pulse(Pulse::gentle);
-    saySize();
+    if (selecting)
+        saySize();
 }
 
 void OverlayView::endGesture(QPointF at)
 {
     if (m_drawing.active())
         finishDrawing();
-    else if (m_selectionDrag.active())
+    else
         finishSelecting();
     followEdge({});
     m_bars.fadeBar(std::nullopt);

@@ -14,7 +14,9 @@
 #include "platform/none/NoServices.h"
 #include "platform/wayland/Compositor.h"
 #include "platform/wayland/Connection.h"
+#include "platform/wayland/KWinWindowList.h"
 #include "platform/wayland/QtQueue.h"
+#include "platform/wayland/SwayWindowList.h"
 #include "platform/wayland/WaylandClipboard.h"
 #include "platform/wayland/WaylandHotKeys.h"
 #include "platform/wayland/WaylandKeyboardGrab.h"
@@ -26,6 +28,7 @@
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11KeyboardGrab.h"
 #include "platform/x11/X11ScreenGrabber.h"
+#include "platform/x11/X11WindowList.h"
 #include "platform/x11/X11WindowPlacer.h"
 #include "platform/x11/XembedHost.h"
 #include "platform/x11/XkbKeyboardLayout.h"
@@ -77,6 +80,7 @@ Platform makeX11Platform()
     trays.push_back(std::make_unique<XembedHost>());
     return {.screens = std::make_unique<X11ScreenGrabber>(),
             .windows = std::make_unique<X11WindowPlacer>(std::make_shared<OwnWindows>()),
+            .windowList = std::make_unique<X11WindowList>(),
             .keyboardGrab = std::move(recorder),
             .keyboard = std::make_unique<XkbKeyboardLayout>(),
             .hotKeys = std::move(hotKeys),
@@ -86,6 +90,16 @@ Platform makeX11Platform()
             .desktop = std::make_unique<FreedesktopDesktop>(settings, std::make_unique<X11Clipboard>(),
                                                             FreedesktopDesktop::Bell::ofDisplay),
             .updates = std::make_unique<BundleInstaller>()};
+}
+
+std::unique_ptr<WindowList> makeWaylandWindowList()
+{
+    const QString sway = SwayWindowList::socket();
+    if (!sway.isEmpty())
+        return std::make_unique<SwayWindowList>(sway);
+    if (KWinWindowList::present())
+        return std::make_unique<KWinWindowList>();
+    return makeNoWindowList();
 }
 
 Platform makeWaylandPlatform()
@@ -101,6 +115,7 @@ Platform makeWaylandPlatform()
     auto hotKeys = makeWaylandHotKeys(keyboard.get());
     return {.screens = makeWaylandScreenGrabber(connection),
             .windows = std::make_unique<WaylandWindowPlacer>(queue),
+            .windowList = makeWaylandWindowList(),
             .keyboardGrab = std::make_unique<WaylandKeyboardGrab>(queue),
             .keyboard = std::move(keyboard),
             .hotKeys = std::move(hotKeys),

@@ -8,6 +8,7 @@
 #include "platform/ScreenGrabber.h"
 #include "platform/StatusItem.h"
 #include "platform/UpdateInstaller.h"
+#include "platform/WindowList.h"
 #include "platform/WindowPlacer.h"
 
 #include <QString>
@@ -19,6 +20,7 @@
 struct Platform {
     std::unique_ptr<ScreenGrabber> screens;
     std::unique_ptr<WindowPlacer> windows;
+    std::unique_ptr<WindowList> windowList;
     std::unique_ptr<KeyboardGrab> keyboardGrab;
     std::unique_ptr<KeyboardLayout> keyboard; // outlives the service below, which may ask it
     std::unique_ptr<HotKeyService> hotKeys;

@@ -5,6 +5,7 @@
 #include "capture/OverlayWindow.h"
 #include "marks/Annotation.h"
 #include "overlay/OverlayView.h"
+#include "platform/WindowList.h"
 #include "platform/WindowPlacer.h"
 
 #include "fakes/FakeDesktop.h"
@@ -40,6 +41,26 @@ public:
     QScreen *under = nullptr;
 };
 
+class FakeWindows final : public WindowList {
+public:
+    explicit FakeWindows(QStringList &calls) : m_calls(calls) {}
+    void freeze() override
+    {
+        m_calls.append("freeze");
+        m_known = true;
+    }
+    std::vector<QRect> framesOn(const ScreenShot &shot) override
+    {
+        return m_known && shot.screen->name() == "B" ? std::vector{QRect(100, 50, 300, 200)}
+                                                     : std::vector<QRect>();
+    }
+    void forget() override { m_known = false; }
+
+private:
+    QStringList &m_calls;
+    bool m_known = false;
+};
+
 } // namespace
 
 class CaptureSessionTest : public QObject {
@@ -48,6 +69,7 @@ class CaptureSessionTest : public QObject {
     FakeDesktop desktop;
     FakeScreens screens;
     RecordingPlacer placer;
+    FakeWindows frozen{placer.calls};
     std::unique_ptr<CaptureSession> session;
     int finished = 0;
 
@@ -60,15 +82,16 @@ private slots:
     {
         placer = {};
         placer.under = QGuiApplication::screens().at(1);
-        session = std::make_unique<CaptureSession>(placer, desktop);
+        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
         finished = 0;
         session->onFinish = [this] { ++finished; };
-        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer, frozen)));
     }
 
     void everyScreenIsCoveredAndTheOneUnderThePointerGetsTheKeys()
     {
-        QCOMPARE(placer.calls, (QStringList{"begin", "cover A", "cover B", "cover C", "keyboard B"}));
+        QCOMPARE(placer.calls,
+                 (QStringList{"begin", "freeze", "cover A", "cover B", "cover C", "keyboard B"}));
         QCOMPARE(view(0).shot().image.size(), QSize(1920, 1200));
         QCOMPARE(view(0).size(), QSize(960, 600));
         QCOMPARE(Annotation::background, view(1).shot().image); // what is pixelated, on every screen
@@ -78,16 +101,16 @@ private slots:
     void withThePointerNowhereTheFirstScreenGetsTheKeys()
     {
         placer.under = nullptr;
-        session = std::make_unique<CaptureSession>(placer, desktop);
-        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
+        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer, frozen)));
         QCOMPARE(placer.calls.last(), "keyboard A");
     }
 
     void theFirstScreenThatThePointerEntersTellsWhereItWas()
     {
         placer.under = nullptr;
-        session = std::make_unique<CaptureSession>(placer, desktop);
-        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer)));
+        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
+        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer, frozen)));
         const auto enter = [this](size_t i) {
             QEnterEvent event({10, 10}, {10, 10}, {10, 10});
             QCoreApplication::sendEvent(session->windows().at(i).get(), &event);
@@ -111,6 +134,23 @@ private slots:
         QCOMPARE(placer.calls.last(), "keyboard B");
         QVERIFY(!view(0).state().selection && view(0).state().annotations.empty());
         QVERIFY(view(1).state().selection);
+    }
+
+    void aDoubleClickSelectsAWindowOfItsScreenAsLongAsTheCaptureLasts()
+    {
+        const ScreenShot shown = view(1).shot();
+        for (const size_t i : {0U, 1U}) {
+            Mouse mouse(view(i), view(i).shot().pointSize.height());
+            const QPointF at(200, view(i).shot().pointSize.height() - 100);
+            mouse.press(at);
+            mouse.release(at);
+            mouse.pressAgain(at);
+            mouse.release(at);
+            QCOMPARE(view(i).state().selection.has_value(), i == 1);
+        }
+        QCOMPARE(view(1).renderSelection()->size(), QSize(300, 200));
+        session->finish();
+        QVERIFY(frozen.framesOn(shown).empty());
     }
 
     void keysGoWhereTheyAreMeantToGo()
@@ -174,7 +214,7 @@ private slots:
 
     void withoutScreensFinishingStillReports()
     {
-        session = std::make_unique<CaptureSession>(placer, desktop);
+        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
         session->onFinish = [this] { ++finished; };
         session->start({});
         session->finish();

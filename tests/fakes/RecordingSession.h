@@ -11,6 +11,9 @@ public:
     void finish() override { ++finished; }
     void print(const QImage &picture) override { printed.append(picture); }
 
+    std::vector<QRect> windowsIn(const ScreenShot &) override { return windows; }
+
+    std::vector<QRect> windows;
     int started = 0;
     int finished = 0;
     QList<QImage> printed;

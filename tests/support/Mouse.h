@@ -14,6 +14,8 @@ public:
     {
         send(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, modifiers);
     }
+    // The second press of a double click, which comes as an event of its own kind.
+    void pressAgain(QPointF at) { send(QEvent::MouseButtonDblClick, at, Qt::LeftButton, Qt::LeftButton, {}); }
     void move(QPointF to, Qt::KeyboardModifiers modifiers = {})
     {
         send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, modifiers);

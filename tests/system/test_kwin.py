@@ -2,7 +2,7 @@
 import signal
 import unittest
 
-from session import PATIENCE, wait_for
+from session import PATIENCE, Process, wait_for
 from wayland_case import Drawing, MainJob, WaylandTest
 from wayland_desktop import pattern
 from wayland_kwin import A, B, KWin
@@ -70,6 +70,33 @@ class OnTwoOutputs(MainJob, Drawing, KWinTest):
         self.assertIn(str(SHIFT_META_X), granted)
         desktop.start()
         self.assertIn("registro de atajo ⇧⌘X -> FALLO", desktop.log())
+
+
+class Windows(KWinTest):
+    def spot_without_pattern(self, output):
+        """A pixel at which another window lies over the witness of the output."""
+        picture = self.desktop.look(output)
+        spots = ((x, y) for y in range(8, output.height, 64) for x in range(8, output.width, 64))
+        return next((spot for spot in spots if picture.crop((*spot, 1, 1)) != pattern((*spot, 1, 1))), None)
+
+    def test_a_double_click_copies_the_topmost_window(self):
+        desktop = self.desktop
+        self.start()
+        self.park(A)
+        Process(desktop, "witness", [desktop.helpers / "wayland-witness", A.name])
+        spot = wait_for(lambda: self.spot_without_pattern(A), "a window over the witness")
+        for output, place, size in ((A, spot, (600, 400)), (B, (401, 401), (B.width, B.height))):
+            with self.subTest(output=output.name):
+                self.park(output)
+                desktop.capture()
+                desktop.click(place, output)
+                desktop.click(place, output)
+                self.copy("Return", size)
+                # What a witness shows begins in its own corner.
+                self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png"), (0, 0, 600, 400)), pattern((0, 0, 600, 400)))
+        loaded = desktop.run("gdbus", "introspect", "--session", "-d", "org.kde.KWin", "-o", "/", "-r")
+        self.assertIn("org.kde.kwin.Scripting", loaded)
+        self.assertNotIn("org.kde.kwin.Script ", loaded)
 
 
 class WithoutPermission(KWinTest):

@@ -90,6 +90,28 @@ class OnTwoOutputs(MainJob, Drawing, SwayTest):
         self.assert_same_pixels(desktop.pixels_of(desktop.folder / "paper-000.png"), pattern(area))
 
 
+class Windows(SwayTest):
+    def test_a_double_click_copies_the_topmost_window_with_its_title_bar(self):
+        desktop = self.desktop
+        self.start()
+        desktop.tell("workspace 1")
+        Process(desktop, "witness", [desktop.helpers / "wayland-witness", A.name]).says("keyboard 1")
+        for command in ("floating enable", "border normal", "resize set 401 233", "move position 101 77"):
+            desktop.tell(command)
+        # In the middle of the floating window, beside it, and on the other output.
+        for output, place, area in ((A, (500, 400), (202, 154, 802, 466)), (A, (150, 900), (0, 0, 1920, 1200)),
+                                    (B, (500, 400), (0, 0, 1600, 900))):
+            with self.subTest(output=output.name, area=area):
+                self.park(output)
+                self.at_rest(output, area)
+                screen = desktop.pixels(output, area)
+                desktop.capture()
+                desktop.click(place, output)
+                desktop.click(place, output)
+                self.copy("Return", area[2:])
+                self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), screen)
+
+
 class OnABus(SwayTest):
     def make_desktop(self):
         return Sway(bus=True)

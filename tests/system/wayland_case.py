@@ -44,7 +44,8 @@ class WaylandTest(PictureTest):
         before = desktop.log().count("copiado")
         desktop.key(keys)
         wait_for(lambda: desktop.log().count("copiado") > before, "the copy")
-        self.assertRegex(desktop.log().splitlines()[-1], f"copiado {size[0]}x{size[1]} png=\\d+ -> OK")
+        copies = [line for line in desktop.log().splitlines() if "copiado" in line]
+        self.assertRegex(copies[-1], f"copiado {size[0]}x{size[1]} png=\\d+ -> OK")
         desktop.wait_until_over()
 
     def wait_for_keyboard(self, witness, times):

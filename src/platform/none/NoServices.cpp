@@ -34,6 +34,13 @@ public:
     void endSession() override {}
 };
 
+class NoWindowList final : public WindowList {
+public:
+    void freeze() override {}
+    std::vector<QRect> framesOn(const ScreenShot &) override { return {}; }
+    void forget() override {}
+};
+
 class NoHotKeys final : public HotKeyService {
 public:
     bool registerShortcut(const Shortcut &) override { return false; }
@@ -102,10 +109,13 @@ private:
 
 } // namespace
 
+std::unique_ptr<WindowList> makeNoWindowList() { return std::make_unique<NoWindowList>(); }
+
 Platform makeNoPlatform()
 {
     return {.screens = std::make_unique<NoScreens>(),
             .windows = std::make_unique<PlainWindows>(),
+            .windowList = makeNoWindowList(),
             .keyboardGrab = std::make_unique<NoKeyboardGrab>(),
             .keyboard = std::make_unique<NoLayout>(),
             .hotKeys = std::make_unique<NoHotKeys>(),

@@ -29,6 +29,18 @@ ScreenShot shot(QScreen &screen, const QImage &image)
     return {&screen, image, scale, QSizeF(image.size()) / scale, screen.geometry()};
 }
 
+std::vector<QRect> pixelsOn(const ScreenShot &shot, const std::vector<QRectF> &rects)
+{
+    std::vector<QRect> all;
+    for (const QRectF &rect : rects) {
+        const QPoint first = (rect.topLeft() * shot.scale).toPoint();
+        const QPoint last = (rect.bottomRight() * shot.scale).toPoint() - QPoint(1, 1);
+        if (const QRect part = QRect(first, last) & shot.image.rect(); !part.isEmpty())
+            all.push_back(part);
+    }
+    return all;
+}
+
 void sort(std::vector<ScreenShot> &shots)
 {
     const auto screens = QGuiApplication::screens();

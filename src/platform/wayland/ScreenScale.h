@@ -17,6 +17,11 @@ namespace ScreenScale {
 // the user sees it.
 [[nodiscard]] ScreenShot shot(QScreen &screen, const QImage &image);
 
+// Returns the device pixels of the picture that rectangles in points of its screen cover,
+// both y downwards from the top left corner; each edge is moved to the nearest pixel
+// border. What lies beyond the picture is cut off, or left out.
+[[nodiscard]] std::vector<QRect> pixelsOn(const ScreenShot &shot, const std::vector<QRectF> &rects);
+
 // Puts the shots into the order of the system's list of screens.
 void sort(std::vector<ScreenShot> &shots);
 

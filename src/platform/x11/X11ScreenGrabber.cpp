@@ -1,6 +1,7 @@
 #include "platform/x11/X11ScreenGrabber.h"
 
 #include "platform/freedesktop/PrivacySettings.h"
+#include "platform/x11/Desk.h"
 #include "platform/x11/Xcb.h"
 
 #include <QGuiApplication>
@@ -27,21 +28,6 @@ QImage takeThroughSocket(const QRect &area, QImage::Format format)
     std::memcpy(image.bits(), xcb_get_image_data(reply.get()), static_cast<size_t>(image.sizeInBytes()));
     return image;
 }
-
-// How the screens lie on the root window at this moment.
-struct Desk {
-    QHash<QString, QRect> monitors = Xcb::monitors();
-    QRect root = Xcb::rootArea();
-
-    // Qt's own rectangle is rounded to points, so the monitor's is asked
-    // for first. Empty when the screen is not there any more.
-    [[nodiscard]] QRect place(const QScreen &screen) const
-    {
-        const QRect area = screen.geometry();
-        const QRect guess(area.topLeft(), (QSizeF(area.size()) * screen.devicePixelRatio()).toSize());
-        return monitors.value(screen.name(), guess) & root;
-    }
-};
 
 // The numbers of the screens, that of the one under the pointer last.
 std::vector<qsizetype> orderOf(const QList<QScreen *> &screens)
