@@ -11,6 +11,7 @@
 #include "overlay/gestures/Eyedropper.h"
 #include "overlay/gestures/HoldToSnap.h"
 #include "overlay/gestures/KeyCommands.h"
+#include "overlay/gestures/MarkGrab.h"
 #include "overlay/gestures/SelectionDrag.h"
 #include "overlay/gestures/WheelSteps.h"
 #include "overlay/output/Output.h"
@@ -66,7 +67,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -76,6 +79,11 @@ private:
     void continueDrawing(QPointF to, Qt::KeyboardModifiers modifiers);
     void finishDrawing();
     void endGesture(QPointF at);
+    [[nodiscard]] bool gestureActive() const;
+    void takeMark();
+    void carryMark(QPointF to);
+    void leaveMark(void (MarkGrab::*how)());
+    void removeMark();
     void snapped(const ShapeRecognizer::Result &shape);
     void offerShapeHint();
     void moveLoupe(QPointF to);
@@ -90,6 +98,8 @@ private:
     void refresh();
     void placeBars();
     void followPointer();
+    void followKeys(const QKeyEvent &event);
+    QPointF see(const QSinglePointEvent &event);
     [[nodiscard]] QPointF pointOf(const QSinglePointEvent &event) const;
 
     const ScreenShot m_shot;
@@ -102,6 +112,7 @@ private:
     SelectionDrag m_selectionDrag{m_state};
     DrawingInput m_drawing{m_state};
     HoldToSnap m_hold{m_state};
+    MarkGrab m_grab{m_state, m_space};
     TextEditing m_text{*this, m_space, m_state};
     Eyedropper m_eyedropper;
     WheelSteps m_wheel;

@@ -38,13 +38,27 @@ QPointF OverlayView::pointOf(const QSinglePointEvent &event) const
     return m_space.fromWidget(plausible ? exact : event.position());
 }
 
+// Notes where the pointer is, and the key that lets it take hold of marks.
+QPointF OverlayView::see(const QSinglePointEvent &event)
+{
+    m_pointer = pointOf(event);
+    m_grab.pointerAt(m_pointer);
+    m_grab.arm(event.modifiers().testFlag(Qt::AltModifier));
+    return m_pointer;
+}
+
+bool OverlayView::gestureActive() const
+{
+    return m_drawing.active() || m_selectionDrag.active() || m_grab.active();
+}
+
 void OverlayView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
     if (refusedByPanel())
         return;
-    const QPointF at = m_pointer = pointOf(*event);
+    const QPointF at = see(*event);
     if (m_eyedropper.picking())
         return takeColor(at);
     m_bars.closePalette();
@@ -71,6 +85,9 @@ bool OverlayView::refusedByPanel()
 
 void OverlayView::pressInside(QPointF at)
 {
+    followPointer();
+    if (m_state.grip)
+        return takeMark();
     if (m_state.tool)
         return startDrawing(at);
     m_selectionDrag.move(at);
@@ -141,23 +158,25 @@ void OverlayView::pressOutside(QPointF at)
 void OverlayView::startSelection(QPointF at)
 {
     m_text.commitText();
-    m_state.annotations.clear();
+    m_state.discardMarks();
     m_session.selectionStarted(*this);
     m_selectionDrag.create(at);
 }
 
 void OverlayView::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPointF at = m_pointer = pointOf(*event);
+    const QPointF at = see(*event);
     if (m_eyedropper.picking())
         return moveLoupe(at);
-    if (!m_drawing.active() && !m_selectionDrag.active())
+    if (!gestureActive())
         return followPointer();
     if (!event->buttons().testFlag(Qt::LeftButton))
         return endGesture(at); // its release went to somebody else
     const QPointF inside = clamped(at, m_state.bounds);
     if (m_drawing.active())
         return continueDrawing(inside, event->modifiers());
+    if (m_grab.active())
+        return carryMark(inside);
     m_selectionDrag.drag(inside);
     refresh();
 }
@@ -170,25 +189,67 @@ void OverlayView::mouseReleaseEvent(QMouseEvent *event)
 
 void OverlayView::endGesture(QPointF at)
 {
+    m_pointer = at;
+    m_grab.pointerAt(at);
+    if (m_grab.active())
+        return leaveMark(&MarkGrab::putDown);
     if (m_drawing.active())
         finishDrawing();
     else if (m_selectionDrag.release())
         m_canvas.halo().pulse(Pulse::gentle);
     m_bars.fadeBar(std::nullopt);
-    m_pointer = at;
     followPointer();
     refresh();
 }
 
 void OverlayView::enterEvent(QEnterEvent *event)
 {
-    m_pointer = pointOf(*event);
+    see(*event);
     followPointer();
+}
+
+void OverlayView::leaveEvent(QEvent *)
+{
+    m_grab.pointerAt(std::nullopt);
+    if (!gestureActive())
+        followPointer();
+}
+
+void OverlayView::takeMark()
+{
+    m_text.commitText();
+    m_grab.take();
+    m_canvas.halo().setPaused(true);
+    followPointer();
+}
+
+void OverlayView::carryMark(QPointF to)
+{
+    m_bars.fadeBar(clamped(to, *m_state.selection));
+    m_grab.carry(to);
+    m_canvas.followGrip();
+}
+
+// Lets go of the mark, here or where it was.
+void OverlayView::leaveMark(void (MarkGrab::*how)())
+{
+    (m_grab.*how)();
+    m_canvas.halo().setPaused(false);
+    m_bars.fadeBar(std::nullopt);
+    followPointer();
+    refresh();
+}
+
+// A text that is being typed has this key for itself.
+void OverlayView::removeMark()
+{
+    if (!m_text.isOpen() && m_state.grip)
+        leaveMark(&MarkGrab::remove);
 }
 
 void OverlayView::startPicking()
 {
-    if (m_drawing.active() || m_selectionDrag.active())
+    if (gestureActive())
         endGesture(m_pointer);
     m_text.commitText();
     // The loupe is above everything, and every pixel can be picked.
@@ -230,7 +291,7 @@ void OverlayView::stopPicking()
 void OverlayView::wheelEvent(QWheelEvent *event)
 {
     event->accept();
-    m_pointer = pointOf(*event);
+    see(*event);
     const auto step = m_wheel.turned(event->angleDelta().y());
     if (!step || !m_state.selection || m_output.panelOpen())
         return;
@@ -239,8 +300,26 @@ void OverlayView::wheelEvent(QWheelEvent *event)
         m_widthSample.show(m_pointer);
 }
 
+// The key may come and go while the pointer rests.
+void OverlayView::followKeys(const QKeyEvent &event)
+{
+    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+    if (event.isAutoRepeat() || alt == m_grab.armed())
+        return;
+    m_grab.arm(alt);
+    if (!gestureActive())
+        followPointer();
+}
+
+void OverlayView::keyReleaseEvent(QKeyEvent *event)
+{
+    followKeys(*event);
+    QWidget::keyReleaseEvent(event);
+}
+
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
+    followKeys(*event);
     const auto key = KeyCodes::latinKey(*event);
     const auto meaning
         = KeyCommands::meaning(QKeyCombination(event->modifiers(), key), m_state.selection.has_value());
@@ -280,5 +359,6 @@ void OverlayView::run(Command command)
     case Command::undo: return undo();
     case Command::selectAll: return selectAll();
     case Command::pickColor: return startPicking();
+    case Command::removeMark: return removeMark();
     }
 }

@@ -5,6 +5,7 @@
 #include "overlay/canvas/Backdrop.h"
 #include "overlay/canvas/Chrome.h"
 #include "overlay/canvas/Damage.h"
+#include "overlay/canvas/GripFrame.h"
 #include "overlay/canvas/MarksLayer.h"
 #include "overlay/canvas/SnapFade.h"
 
@@ -44,6 +45,8 @@ public:
 
     // Follows a change of the state.
     void refresh();
+    // Follows the grip alone, which a step of the pointer changes.
+    void followGrip();
     // Repaints that area, and what a soft edge may spill over.
     void touch(const QRectF &area);
     // Repaints where the mark in hand is. To be called before and after it changes.
@@ -65,6 +68,7 @@ private:
     void endStaleFade();
     void drawScreen(QPainter &painter, const QRegion &exposed);
     void drawInHand(QPainter &painter, const QRegion &exposed);
+    [[nodiscard]] AnnotationPtr lifted() const;
     [[nodiscard]] QRegion followMarks();
     [[nodiscard]] QRegion hiddenByMosaics() const;
     [[nodiscard]] Chrome::Scene scene() const;
@@ -77,6 +81,8 @@ private:
     Backdrop m_backdrop{m_shot};
     QFutureWatcher<QImage> m_dimming;
     MarksLayer m_marks{m_space};
+    MarksLayer m_inHand{m_space}; // the mark that was taken up, which moves while the others stay
+    GripFrame m_gripFrame{m_space};
     Damage m_damage{m_space};
     HaloView m_halo;
     SnapFade m_fade;
