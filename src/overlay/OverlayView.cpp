@@ -111,7 +111,8 @@ void OverlayView::undo()
         return leaveMark(&MarkGrab::putBack);
     if (!m_state.undoLast())
         return;
-    followPointer();
+    if (m_grab.armed() && !gestureActive())
+        followPointer(); // another mark may be under it now
     refresh();
 }
 

@@ -62,7 +62,7 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
     if (m_eyedropper.picking())
         return takeColor(at);
     m_bars.closePalette();
-    if (m_drawing.active())
+    if (m_drawing.active() || m_grab.active())
         return;
     if (!m_state.selection)
         startSelection(at);
@@ -85,7 +85,8 @@ bool OverlayView::refusedByPanel()
 
 void OverlayView::pressInside(QPointF at)
 {
-    followPointer();
+    if (m_grab.armed() || m_state.grip)
+        followPointer(); // it may be elsewhere than it was last seen, and the key up
     if (m_state.grip)
         return takeMark();
     if (m_state.tool)
@@ -211,8 +212,23 @@ void OverlayView::enterEvent(QEnterEvent *event)
 void OverlayView::leaveEvent(QEvent *)
 {
     m_grab.pointerAt(std::nullopt);
-    if (!gestureActive())
+    if (m_state.grip && !gestureActive())
         followPointer();
+}
+
+// A pointer that goes over to a bar, a panel or a text field has not left the view.
+void OverlayView::childEvent(QChildEvent *event)
+{
+    if (event->added())
+        event->child()->installEventFilter(this);
+    QWidget::childEvent(event);
+}
+
+bool OverlayView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Enter)
+        leaveEvent(event);
+    return QWidget::eventFilter(watched, event);
 }
 
 void OverlayView::takeMark()

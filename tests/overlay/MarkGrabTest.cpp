@@ -119,8 +119,9 @@ private slots:
         QCOMPARE(editor.where(1), on); // without the key it is drawn upon
         QCOMPARE(editor.state().annotations.size(), allTools.size());
         editor.mouse->hover(on, Qt::AltModifier);
-        QEvent leaving(QEvent::Leave);
-        QCoreApplication::sendEvent(editor.view.get(), &leaving);
+        QCOMPARE(shape(), Qt::OpenHandCursor);
+        QEnterEvent toTheBar({5, 5}, {5, 5}, {5, 5});
+        QCoreApplication::sendEvent(editor.view->findChild<Bar *>(), &toTheBar);
         QCOMPARE(shape(), Qt::CrossCursor);
         QCOMPARE(editor.stale(), 0);
     }
