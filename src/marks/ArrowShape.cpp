@@ -47,11 +47,20 @@ QRectF bounds(const Annotation &mark)
     return arrow ? Reach::boxOf(arrow->head + QPolygonF{arrow->shaft.p1()}) : QRectF();
 }
 
+bool isNear(const Annotation &mark, QPointF point, double slack)
+{
+    const auto arrow = ArrowShape::of(mark);
+    return arrow
+           && (arrow->head.containsPoint(point, Qt::WindingFill)
+               || Reach::passes(arrow->head + QPolygonF{arrow->head.first()}, point, slack)
+               || Reach::passes({arrow->shaft.p1(), arrow->shaft.p2()}, point, mark.width / 2 + slack));
+}
+
 } // namespace
 
 namespace Looks {
 extern const Look arrow;
-const Look arrow{draw, boxes, bounds};
+const Look arrow{draw, boxes, bounds, isNear};
 } // namespace Looks
 
 std::optional<ArrowShape> ArrowShape::of(const Annotation &mark)

@@ -20,9 +20,14 @@ Look::Boxes boxes(const Annotation &mark)
 
 QRectF bounds(const Annotation &mark) { return mark.rectFromPoints(); }
 
+bool isNear(const Annotation &mark, QPointF point, double slack)
+{
+    return Reach::passes({mark.first(), mark.last()}, point, mark.width / 2 + slack);
+}
+
 } // namespace
 
 namespace Looks {
 extern const Look line;
-const Look line{draw, boxes, bounds};
+const Look line{draw, boxes, bounds, isNear};
 } // namespace Looks

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointF>
 #include <QRectF>
 
 #include <vector>
@@ -18,4 +19,6 @@ struct Look {
     Boxes (*boxes)(const Annotation &mark);
     // Returns a rectangle round the mark's geometry, without the width of its lines.
     QRectF (*bounds)(const Annotation &mark);
+    // Returns whether the point is on the mark, or beside it by at most so many points.
+    bool (*isNear)(const Annotation &mark, QPointF point, double slack);
 };

@@ -32,35 +32,54 @@ void drawEllipse(QPainter &painter, const Annotation &mark, const QRectF &)
     painter.drawEllipse(mark.rectFromPoints());
 }
 
+QPolygonF corners(const QRectF &r)
+{
+    return {
+        {minX(r), minY(r)}, {maxX(r), minY(r)}, {maxX(r), maxY(r)}, {minX(r), maxY(r)}, {minX(r), minY(r)}};
+}
+
+// The oval, enlarged by that factor, as straight lines.
+QPolygonF oval(const QRectF &r, double factor)
+{
+    QPolygonF outline;
+    for (int i = 0; i <= ellipsePieces; ++i) {
+        const double angle = 2 * std::numbers::pi * i / ellipsePieces;
+        outline << QPointF{midX(r) + factor * r.width() / 2 * std::cos(angle),
+                           midY(r) + factor * r.height() / 2 * std::sin(angle)};
+    }
+    return outline;
+}
+
 // A miter reaches further than half the line's width.
 Look::Boxes boxesOfRectangle(const Annotation &mark)
 {
-    const QRectF r = mark.rectFromPoints();
-    const QPolygonF corners{
-        {minX(r), minY(r)}, {maxX(r), minY(r)}, {maxX(r), maxY(r)}, {minX(r), maxY(r)}, {minX(r), minY(r)}};
-    return Reach::along(corners, mark.width / 2 * std::numbers::sqrt2);
+    return Reach::along(corners(mark.rectFromPoints()), mark.width / 2 * std::numbers::sqrt2);
 }
 
 // Along lines outside the oval, by less than its arcs bulge out between the points.
 Look::Boxes boxesOfEllipse(const Annotation &mark)
 {
-    const QRectF r = mark.rectFromPoints();
     const double bulge = 1 / std::cos(std::numbers::pi / ellipsePieces);
-    QPolygonF outline;
-    for (int i = 0; i <= ellipsePieces; ++i) {
-        const double angle = 2 * std::numbers::pi * i / ellipsePieces;
-        outline << QPointF{midX(r) + bulge * r.width() / 2 * std::cos(angle),
-                           midY(r) + bulge * r.height() / 2 * std::sin(angle)};
-    }
-    return Reach::along(outline, mark.width / 2);
+    return Reach::along(oval(mark.rectFromPoints(), bulge), mark.width / 2);
 }
 
 QRectF bounds(const Annotation &mark) { return mark.rectFromPoints(); }
+
+// Inside, the hand means what is framed, not the frame.
+bool isNearRectangle(const Annotation &mark, QPointF point, double slack)
+{
+    return Reach::passes(corners(mark.rectFromPoints()), point, mark.width / 2 + slack);
+}
+
+bool isNearEllipse(const Annotation &mark, QPointF point, double slack)
+{
+    return Reach::passes(oval(mark.rectFromPoints(), 1), point, mark.width / 2 + slack);
+}
 
 } // namespace
 
 namespace Looks {
 extern const Look rectangle, ellipse;
-const Look rectangle{drawRectangle, boxesOfRectangle, bounds};
-const Look ellipse{drawEllipse, boxesOfEllipse, bounds};
+const Look rectangle{drawRectangle, boxesOfRectangle, bounds, isNearRectangle};
+const Look ellipse{drawEllipse, boxesOfEllipse, bounds, isNearEllipse};
 } // namespace Looks

@@ -84,11 +84,16 @@ QRectF bounds(const Annotation &mark) { return mark.rectFromPoints(); }
 
 Look::Boxes boxes(const Annotation &mark) { return {Reach::spill(bounds(mark), 0)}; }
 
+bool isNear(const Annotation &mark, QPointF point, double)
+{
+    return bounds(mark).contains(point) && !Mosaic(mark).isNull();
+}
+
 } // namespace
 
 namespace Looks {
 extern const Look mosaic;
-const Look mosaic{draw, boxes, bounds};
+const Look mosaic{draw, boxes, bounds, isNear};
 } // namespace Looks
 
 Mosaic::Mosaic(const Annotation &mark)

@@ -11,6 +11,15 @@ constexpr double antialiasing = 2; // points that a soft edge may spill over
 constexpr double pieceLength = 64; // points; longer pieces cover ground beside a slanting line
 constexpr int mostPieces = 48;     // a line; more cost more than the ground they spare
 
+double distance(QPointF from, QPointF to, QPointF point)
+{
+    const QPointF way = to - from;
+    const double square = QPointF::dotProduct(way, way);
+    const double share = square > 0 ? QPointF::dotProduct(point - from, way) / square : 0;
+    const QPointF off = from + way * std::clamp(share, 0.0, 1.0) - point;
+    return std::hypot(off.x(), off.y());
+}
+
 } // namespace
 
 namespace Reach {
@@ -38,6 +47,21 @@ Look::Boxes along(const QPolygonF &outline, double reach)
     for (qsizetype i = 1; i < outline.size(); ++i)
         addLine(boxes, outline[i - 1], outline[i], reach);
     return boxes;
+}
+
+bool passes(const QPolygonF &outline, QPointF point, double away)
+{
+    for (qsizetype i = 1; i < outline.size(); ++i) {
+        const QPointF a = outline[i - 1];
+        const QPointF b = outline[i];
+        // A stroke has thousands of steps, nearly all of them elsewhere.
+        const bool elsewhere
+            = std::min(a.x(), b.x()) > point.x() + away || std::max(a.x(), b.x()) < point.x() - away
+              || std::min(a.y(), b.y()) > point.y() + away || std::max(a.y(), b.y()) < point.y() - away;
+        if (!elsewhere && distance(a, b, point) <= away)
+            return true;
+    }
+    return false;
 }
 
 } // namespace Reach

@@ -18,5 +18,8 @@ namespace Reach {
 void addLine(Look::Boxes &boxes, QPointF from, QPointF to, double reach);
 // Returns boxes for the lines from each point to the next.
 [[nodiscard]] Look::Boxes along(const QPolygonF &outline, double reach);
+// Returns whether a line from each point to the next passes by the given one, at
+// most so many points away.
+[[nodiscard]] bool passes(const QPolygonF &outline, QPointF point, double away);
 
 } // namespace Reach

@@ -102,11 +102,16 @@ Look::Boxes boxes(const Annotation &stroke)
 
 QRectF bounds(const Annotation &stroke) { return Reach::boxOf(stroke.points).translated(stroke.moved); }
 
+bool isNear(const Annotation &stroke, QPointF point, double slack)
+{
+    return Reach::passes(stroke.points, point - stroke.moved, stroke.strokeWidth() / 2 + slack);
+}
+
 } // namespace
 
 namespace Looks {
 extern const Look stroke;
-const Look stroke{StrokePath::draw, boxes, bounds};
+const Look stroke{StrokePath::draw, boxes, bounds, isNear};
 } // namespace Looks
 
 namespace StrokePath {

@@ -2,6 +2,7 @@
 
 #include "base/Fonts.h"
 #include "base/Painting.h"
+#include "base/Rect.h"
 #include "marks/Annotation.h"
 #include "marks/Reach.h"
 
@@ -47,11 +48,18 @@ QRectF bounds(const Annotation &mark) { return Reach::boxOf(TextShape::path(mark
 
 Look::Boxes boxes(const Annotation &mark) { return {Reach::spill(bounds(mark), 0)}; }
 
+// Between its letters, too.
+bool isNear(const Annotation &mark, QPointF point, double slack)
+{
+    const QRectF box = bounds(mark);
+    return !box.isEmpty() && grown(box, slack).contains(point);
+}
+
 } // namespace
 
 namespace Looks {
 extern const Look text;
-const Look text{draw, boxes, bounds};
+const Look text{draw, boxes, bounds, isNear};
 } // namespace Looks
 
 namespace TextShape {

@@ -92,6 +92,15 @@ bool allMarks(Stage &stage)
     return stage.view().state().annotations.size() == 8;
 }
 
+// The arrow is taken by its shaft, and the key stays down.
+bool correctArrow(Stage &stage)
+{
+    (void)allMarks(stage);
+    stage.hand().hold(Qt::AltModifier);
+    stage.hand().drag({stage.at(0.409, 0.3775), stage.at(0.42, 0.4), stage.at(0.44, 0.43)});
+    return stage.view().state().corrections.size() == 1;
+}
+
 // The raw stroke, on its way, and the shape, next to each other.
 bool crossFade(Stage &stage, const Camera &camera)
 {
@@ -263,6 +272,7 @@ const std::vector<Scene> &scenes()
         std::vector<Scene> list = editing();
         std::ranges::move(helping(), std::back_inserter(list));
         std::ranges::move(results(), std::back_inserter(list));
+        list.push_back(scene("corrected", false, correctArrow));
         for (const QString &shape : SampleStrokes::names())
             list.push_back(shapeScene(shape));
         return list;

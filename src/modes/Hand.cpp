@@ -17,7 +17,7 @@ void Hand::send(int type, QPointF at, bool held)
     m_at = at;
     const bool moves = type == QEvent::MouseMove;
     QMouseEvent event(static_cast<QEvent::Type>(type), at, at, at, moves ? Qt::NoButton : Qt::LeftButton,
-                      held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+                      held ? Qt::LeftButton : Qt::NoButton, m_held);
     QCoreApplication::sendEvent(&m_widget, &event);
 }
 

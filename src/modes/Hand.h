@@ -26,6 +26,8 @@ public:
     void click(QPointF at);
     void turnWheel(QPointF at, int notches);
 
+    // Keeps these keys down while the mouse does what follows.
+    void hold(Qt::KeyboardModifiers keys) { m_held = keys; }
     void key(QKeyCombination combination, const QString &text = {});
     // Presses a key without letting it go.
     void hold(Qt::Key key);
@@ -37,4 +39,5 @@ private:
 
     QWidget &m_widget;
     QPointF m_at;
+    Qt::KeyboardModifiers m_held;
 };

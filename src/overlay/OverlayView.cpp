@@ -69,6 +69,8 @@ void OverlayView::lendPicture() { m_canvas.lendPicture(); }
 std::optional<QImage> OverlayView::renderSelection()
 {
     m_text.commitText();
+    if (m_grab.active())
+        leaveMark(&MarkGrab::putDown); // the picture shows it where the screen does
     return m_canvas.render();
 }
 
@@ -114,8 +116,13 @@ void OverlayView::undo()
 {
     if (m_text.isOpen())
         return m_text.discard();
-    if (m_state.undoLast())
-        refresh();
+    if (m_grab.active())
+        return leaveMark(&MarkGrab::putBack);
+    if (!m_state.undoLast())
+        return;
+    if (m_grab.armed() && !gestureActive())
+        followPointer(); // another mark may be under it now
+    refresh();
 }
 
 void OverlayView::cancel()
@@ -164,13 +171,16 @@ void OverlayView::discardSelection()
     followEdge({});
     if (m_eyedropper.picking())
         stopPicking();
+    m_grab.putBack();
     m_state.selection.reset();
-    m_state.annotations.clear();
+    m_state.discardMarks();
     refresh();
 }
 
 void OverlayView::followPointer()
 {
+    if (m_grab.offer(!gestureActive() && !m_eyedropper.picking() && !m_output.panelOpen()))
+        m_canvas.followGrip();
     setCursor(m_eyedropper.picking() ? Qt::BlankCursor : Cursors::cursorAt(m_state, m_pointer));
 }
 

@@ -12,6 +12,7 @@
 #include "overlay/gestures/Eyedropper.h"
 #include "overlay/gestures/HoldToSnap.h"
 #include "overlay/gestures/KeyCommands.h"
+#include "overlay/gestures/MarkGrab.h"
 #include "overlay/gestures/SelectionDrag.h"
 #include "overlay/gestures/WheelSteps.h"
 #include "overlay/gestures/WindowPick.h"
@@ -69,6 +70,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void childEvent(QChildEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     bool focusNextPrevChild(bool next) override;
@@ -83,6 +87,11 @@ private:
     void finishDrawing();
     void finishSelecting();
     void endGesture(QPointF at);
+    [[nodiscard]] bool gestureActive() const;
+    void takeMark();
+    void carryMark(QPointF to);
+    void leaveMark(void (MarkGrab::*how)());
+    void removeMark();
     void snapped(const ShapeRecognizer::Result &shape);
     void offerShapeHint();
     void moveLoupe(QPointF to);
@@ -106,6 +115,8 @@ private:
     void sayColor();
     void saySize();
     void followPointer();
+    void followKeys(const QKeyEvent &event);
+    QPointF see(const QSinglePointEvent &event);
     [[nodiscard]] QPointF pointOf(const QSinglePointEvent &event) const;
 
     const ScreenShot m_shot;
@@ -120,6 +131,7 @@ private:
     WindowPick m_windowPick;
     DrawingInput m_drawing{m_state};
     HoldToSnap m_hold{m_state};
+    MarkGrab m_grab{m_state, m_space};
     TextEditing m_text{*this, m_space, m_state};
     Eyedropper m_eyedropper;
     WheelSteps m_wheel;

@@ -38,17 +38,31 @@ QPointF OverlayView::pointOf(const QSinglePointEvent &event) const
     return m_space.fromWidget(plausible ? exact : event.position());
 }
 
+// Notes where the pointer is, and the key that lets it take hold of marks.
+QPointF OverlayView::see(const QSinglePointEvent &event)
+{
+    m_pointer = pointOf(event);
+    m_grab.pointerAt(m_pointer);
+    m_grab.arm(event.modifiers().testFlag(Qt::AltModifier));
+    return m_pointer;
+}
+
+bool OverlayView::gestureActive() const
+{
+    return m_drawing.active() || m_selectionDrag.active() || m_grab.active();
+}
+
 void OverlayView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
     if (refusedByPanel())
         return;
-    const QPointF at = m_pointer = pointOf(*event);
+    const QPointF at = see(*event);
     if (m_eyedropper.picking())
         return takeColor(at);
     m_bars.closePalette();
-    if (m_drawing.active())
+    if (m_drawing.active() || m_grab.active())
         return;
     if (!m_state.selection)
         startSelection(at);
@@ -79,6 +93,10 @@ bool OverlayView::refusedByPanel()
 
 void OverlayView::pressInside(QPointF at)
 {
+    if (m_grab.armed() || m_state.grip)
+        followPointer(); // it may be elsewhere than it was last seen, and the key up
+    if (m_state.grip)
+        return takeMark();
     if (m_state.tool)
         return startDrawing(at);
     m_selectionDrag.move(at);
@@ -151,23 +169,25 @@ void OverlayView::startSelection(QPointF at)
     if (!m_state.selection)
         m_windowPick.press(at);
     m_text.commitText();
-    m_state.annotations.clear();
+    m_state.discardMarks();
     m_session.selectionStarted(*this);
     m_selectionDrag.create(at);
 }
 
 void OverlayView::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPointF at = m_pointer = pointOf(*event);
+    const QPointF at = see(*event);
     if (m_eyedropper.picking())
         return moveLoupe(at);
-    if (!m_drawing.active() && !m_selectionDrag.active())
+    if (!gestureActive())
         return followPointer();
     if (!event->buttons().testFlag(Qt::LeftButton))
         return endGesture(at); // its release went to somebody else
     const QPointF inside = clamped(at, m_state.bounds);
     if (m_drawing.active())
         return continueDrawing(inside, event->modifiers());
+    if (m_grab.active())
+        return carryMark(inside);
     m_windowPick.pointerMoved(inside);
     m_selectionDrag.drag(inside);
     followEdge(event->modifiers());
@@ -205,26 +225,83 @@ void OverlayView::finishSelecting()
 
 void OverlayView::endGesture(QPointF at)
 {
+    m_pointer = at;
+    m_grab.pointerAt(at);
+    if (m_grab.active())
+        return leaveMark(&MarkGrab::putDown);
     if (m_drawing.active())
         finishDrawing();
     else
         finishSelecting();
     followEdge({});
     m_bars.fadeBar(std::nullopt);
-    m_pointer = at;
     followPointer();
     refresh();
 }
 
 void OverlayView::enterEvent(QEnterEvent *event)
 {
-    m_pointer = pointOf(*event);
+    see(*event);
     followPointer();
+}
+
+void OverlayView::leaveEvent(QEvent *)
+{
+    m_grab.pointerAt(std::nullopt);
+    if (m_state.grip && !gestureActive())
+        followPointer();
+}
+
+// A pointer that goes over to a bar, a panel or a text field has not left the view.
+void OverlayView::childEvent(QChildEvent *event)
+{
+    if (event->added())
+        event->child()->installEventFilter(this);
+    QWidget::childEvent(event);
+}
+
+bool OverlayView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Enter)
+        leaveEvent(event);
+    return QWidget::eventFilter(watched, event);
+}
+
+void OverlayView::takeMark()
+{
+    m_text.commitText();
+    m_grab.take();
+    m_canvas.halo().setPaused(true);
+    followPointer();
+}
+
+void OverlayView::carryMark(QPointF to)
+{
+    m_bars.fadeBar(clamped(to, *m_state.selection));
+    m_grab.carry(to);
+    m_canvas.followGrip();
+}
+
+// Lets go of the mark, here or where it was.
+void OverlayView::leaveMark(void (MarkGrab::*how)())
+{
+    (m_grab.*how)();
+    m_canvas.halo().setPaused(false);
+    m_bars.fadeBar(std::nullopt);
+    followPointer();
+    refresh();
+}
+
+// A text that is being typed has this key for itself.
+void OverlayView::removeMark()
+{
+    if (!m_text.isOpen() && m_state.grip)
+        leaveMark(&MarkGrab::remove);
 }
 
 void OverlayView::startPicking()
 {
-    if (m_drawing.active() || m_selectionDrag.active())
+    if (gestureActive())
         endGesture(m_pointer);
     m_text.commitText();
     // The loupe is above everything, and every pixel can be picked.
@@ -289,7 +366,7 @@ void OverlayView::stopPicking()
 void OverlayView::wheelEvent(QWheelEvent *event)
 {
     event->accept();
-    m_pointer = pointOf(*event);
+    see(*event);
     const auto step = m_wheel.turned(event->angleDelta().y());
     if (!step || !m_state.selection || m_output.panelOpen())
         return;

@@ -22,6 +22,7 @@ bool goesOn(const KeyCommands::Meaning &meaning)
 
 void OverlayView::keyPressEvent(QKeyEvent *event)
 {
+    followKeys(*event);
     if (helpDrag(*event))
         return;
     const auto key = KeyCodes::latinKey(*event);
@@ -36,11 +37,23 @@ void OverlayView::keyPressEvent(QKeyEvent *event)
 
 void OverlayView::keyReleaseEvent(QKeyEvent *event)
 {
+    followKeys(*event);
     if (event->key() == Qt::Key_Space && !event->isAutoRepeat())
         m_selectionDrag.letGo();
     if (isCommandKey(event->key()))
         followEdge(event->modifiers());
     QWidget::keyReleaseEvent(event);
+}
+
+// The key may come and go while the pointer rests.
+void OverlayView::followKeys(const QKeyEvent &event)
+{
+    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+    if (event.isAutoRepeat() || alt == m_grab.armed())
+        return;
+    m_grab.arm(alt);
+    if (!gestureActive())
+        followPointer();
 }
 
 // The keys that are held while a region is dragged out or resized.
@@ -111,6 +124,7 @@ void OverlayView::run(Command command)
     case Command::pickColor: return startPicking();
     case Command::nextCorner: return m_regionKeys.nextCorner();
     case Command::lastRegion: return selectAgain();
+    case Command::removeMark: return removeMark();
     }
 }
 
@@ -120,6 +134,7 @@ void OverlayView::select(const QRectF &region)
     m_session.selectionStarted(*this);
     m_state.selection = region;
     m_canvas.halo().pulse(Pulse::gentle);
+    saySize();
     refresh();
     followPointer();
 }
@@ -138,11 +153,13 @@ void OverlayView::rememberRegion() const
 
 void OverlayView::moveByKey(const ArrowStep &step)
 {
-    if (m_drawing.active() || m_selectionDrag.active() || m_eyedropper.picking())
+    if (gestureActive() || m_eyedropper.picking())
         return;
     if (!m_state.selection)
         return select(m_regionKeys.start(m_pointer));
     m_regionKeys.follow(step);
+    if (step.ofCorner)
+        saySize();
     refresh();
     followPointer();
 }

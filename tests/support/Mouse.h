@@ -20,7 +20,10 @@ public:
     {
         send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, modifiers);
     }
-    void hover(QPointF to) { send(QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton, {}); }
+    void hover(QPointF to, Qt::KeyboardModifiers modifiers = {})
+    {
+        send(QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton, modifiers);
+    }
     void release(QPointF at) { send(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, {}); }
 
     void drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})

@@ -70,6 +70,46 @@ class Marks(SystemTest):
         self.assertNotEqual(got[at(2340, 250):][:3], red)
         self.assertIn(red, [got[at(x, 245):][:3] for x in range(2200, 2260)])  # inside a letter
 
+    def test_marks_are_corrected_while_alt_is_held(self):
+        desktop = self.desktop
+        area, inside = (100, 100, 1200, 800), (130, 130, 1140, 620)
+        self.start_on(100, 100)
+        desktop.drag((100, 100), (1300, 900))
+
+        def shows_other_than(picture, what):
+            wait_for(lambda: desktop.pixels(inside) != picture, what)
+            return desktop.pixels_at_rest(inside)
+
+        def red_at(picture, x, y):
+            at = 3 * ((y - inside[1]) * inside[2] + x - inside[0])
+            return picture[at:at + 3] == bytes((255, 59, 48))
+
+        for letter, left in ("r", 200), ("e", 600):
+            desktop.key(letter)
+            desktop.drag((left, 200), (left + 200, 300))
+            desktop.key(letter)
+        desktop.xdotool("mousemove", 200, 250)
+        drawn = desktop.pixels_at_rest(inside)
+        desktop.xdotool("keydown", "alt")
+        shows_other_than(drawn, "the frame of the rectangle")
+        desktop.drag((200, 250), (300, 450))
+        desktop.xdotool("keyup", "alt")
+        moved = shows_other_than(drawn, "the moved rectangle")
+        self.assertEqual([red_at(moved, x, y) for x, y in ((200, 250), (300, 450), (600, 250))], [False, True, True])
+        desktop.xdotool("mousemove", 600, 250, "keydown", "alt", "key", "Delete", "keyup", "alt")
+        removed = shows_other_than(moved, "the ellipse to go")
+        self.assertEqual([red_at(removed, x, y) for x, y in ((300, 450), (600, 250))], [True, False])
+        desktop.key("ctrl+z")
+        self.assert_same_pixels(shows_other_than(removed, "the ellipse again"), moved)
+        desktop.key("ctrl+z")
+        self.assert_same_pixels(shows_other_than(moved, "the rectangle where it was"), drawn)
+        desktop.xdotool("keydown", "alt")
+        desktop.drag((600, 250), (700, 400))
+        desktop.xdotool("keyup", "alt")
+        shows_other_than(drawn, "the moved ellipse")
+        got, seen = self.copied(area)
+        self.assert_same_pixels(got, seen)
+
     def test_the_bar_does_it_with_the_mouse(self):
         desktop = self.desktop
         area = (2000, 100, 800, 300)

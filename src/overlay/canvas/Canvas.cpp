@@ -75,13 +75,28 @@ void Canvas::refresh()
 {
     endStaleFade();
     m_halo.update(m_state.selection);
-    m_widget.update(m_damage.follow(scene(), followMarks()));
+    m_widget.update(m_damage.follow(scene(), followMarks()) + m_gripFrame.follow(m_state));
+}
+
+void Canvas::followGrip()
+{
+    endStaleFade();
+    const QRegion selected(m_space.around(*m_state.selection));
+    m_widget.update((m_space.widgetPointsOf(followMarks()) & selected) + m_gripFrame.follow(m_state));
+}
+
+// The mark that was taken up, as it was before.
+AnnotationPtr Canvas::lifted() const
+{
+    const auto &grip = m_state.grip;
+    return grip && grip->held ? m_state.annotations[grip->place] : nullptr;
 }
 
 // A mark that was moved, undone or taken over is drawn like the others.
 void Canvas::endStaleFade()
 {
-    const auto fades = [this](const AnnotationPtr &mark) { return m_fade.draws(*mark); };
+    const AnnotationPtr away = lifted();
+    const auto fades = [&](const AnnotationPtr &mark) { return mark != away && m_fade.draws(*mark); };
     const bool inHand = m_state.current && m_fade.draws(*m_state.current);
     if (!inHand && std::ranges::none_of(m_state.annotations, fades))
         m_fade.stop();
@@ -91,8 +106,12 @@ void Canvas::endStaleFade()
 QRegion Canvas::followMarks()
 {
     std::vector<AnnotationPtr> marks = m_state.drawOrder();
-    std::erase_if(marks, [this](const AnnotationPtr &mark) { return m_fade.draws(*mark); });
-    return m_marks.follow(marks);
+    const AnnotationPtr away = lifted();
+    std::erase_if(marks, [&](const AnnotationPtr &mark) { return mark == away || m_fade.draws(*mark); });
+    std::vector<AnnotationPtr> inHand;
+    if (away)
+        inHand.push_back(std::make_shared<Annotation>(*m_state.gripped()));
+    return m_marks.follow(marks) + m_inHand.follow(inHand);
 }
 
 void Canvas::touch(const QRectF &area) { m_widget.update(m_space.around(area, 1)); }
@@ -135,6 +154,7 @@ void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPoi
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)
         drawInHand(painter, exposed);
+    m_gripFrame.draw(painter);
     Chrome::draw(painter, scene(), m_space.fromWidget(QRectF(exposed.boundingRect())));
     if (picked)
         Loupe::draw(painter, m_shot, *picked);
@@ -152,15 +172,17 @@ void Canvas::drawScreen(QPainter &painter, const QRegion &exposed)
     const QRect selected = m_space.toNearestPixels(*m_state.selection);
     const QRegion hidden = hiddenByMosaics() & selected;
     m_marks.prepare(exposed & selected);
+    m_inHand.prepare(exposed & selected);
     Bands::draw(painter, exposed, [&](QPainter &on, const QRegion &band) {
         m_backdrop.draw(on, selected, band - hidden);
         m_marks.draw(on, band & selected);
+        m_inHand.draw(on, band & selected);
     });
 }
 
 QRegion Canvas::hiddenByMosaics() const
 {
-    QRegion hidden = m_marks.covered();
+    QRegion hidden = m_marks.covered() + m_inHand.covered();
     if (m_state.current && m_state.current->tool == Tool::pixelate && !Mosaic(*m_state.current).isNull())
         hidden += Mosaic::covered(m_space.toDevice(m_state.current->rectFromPoints()));
     return hidden;

@@ -5,6 +5,7 @@
 #include "overlay/canvas/Backdrop.h"
 #include "overlay/canvas/Chrome.h"
 #include "overlay/canvas/Damage.h"
+#include "overlay/canvas/GripFrame.h"
 #include "overlay/canvas/MarksLayer.h"
 #include "overlay/canvas/SnapFade.h"
 
@@ -43,6 +44,8 @@ public:
 
     // Follows a change of the state.
     void refresh();
+    // Follows the grip alone, which a step of the pointer changes.
+    void followGrip();
     // Repaints that area, and what a soft edge may spill over.
     void touch(const QRectF &area);
     // Shows the loupe over an edge of the selection that is being put there, or no
@@ -67,6 +70,7 @@ private:
     void endStaleFade();
     void drawScreen(QPainter &painter, const QRegion &exposed);
     void drawInHand(QPainter &painter, const QRegion &exposed);
+    [[nodiscard]] AnnotationPtr lifted() const;
     [[nodiscard]] QRegion followMarks();
     [[nodiscard]] QRegion hiddenByMosaics() const;
     [[nodiscard]] Chrome::Scene scene() const;
@@ -78,6 +82,8 @@ private:
     const std::function<bool()> m_reduceMotion;
     Backdrop m_backdrop{m_shot};
     MarksLayer m_marks{m_space};
+    MarksLayer m_inHand{m_space}; // the mark that was taken up, which moves while the others stay
+    GripFrame m_gripFrame{m_space};
     Damage m_damage{m_space};
     HaloView m_halo;
     SnapFade m_fade;

@@ -6,13 +6,13 @@
 #include "base/ViewSpace.h"
 #include "l10n/L10n.h"
 #include "marks/SelectionGeometry.h"
+#include "overlay/canvas/DashedFrame.h"
 #include "overlay/canvas/HandleSprite.h"
 #include "toolbar/Theme.h"
 
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 using Painting::Label;
@@ -28,11 +28,9 @@ constexpr double brandKern = 2.2;
 constexpr QSizeF badgePadding{8, 3}; // on each side of the text
 constexpr QSizeF hintPadding{12, 6};
 constexpr QSizeF brandPadding{14, 4};
-constexpr double badgeAbove = 10; // the selection
-constexpr double badgeRoom = 8;   // more than its text's height is kept free above it
-constexpr double badgeInside = 6; // the selection, from its edges, where there is no room above
-constexpr double dashLength = 4;  // points
-constexpr double gapLength = 3;
+constexpr double badgeAbove = 10;  // the selection
+constexpr double badgeRoom = 8;    // more than its text's height is kept free above it
+constexpr double badgeInside = 6;  // the selection, from its edges, where there is no room above
 constexpr double lineReach = 1;    // of the frame's lines, from the edge
 constexpr double antialiasing = 1; // what a soft edge may spill over
 
@@ -55,40 +53,6 @@ void drawOutline(QPainter &painter, const QRectF &selection)
     painter.fillRect(QRectF(selection.bottomLeft() - QPointF{0, 1}, lying), outlineColor);
     painter.fillRect(QRectF(selection.topLeft() + QPointF{0, 1}, standing), outlineColor);
     painter.fillRect(QRectF(selection.topRight() + QPointF{-1, 1}, standing), outlineColor);
-}
-
-// The dashes of one edge, as lines; travelled is how far round the frame it
-// begins, so that the pattern goes on round the corners.
-void addDashes(QList<QLineF> &dashes, QPointF from, QPointF to, double travelled)
-{
-    const double length = QLineF(from, to).length();
-    const QPointF unit = (to - from) / std::max(length, 1.0);
-    double at = -std::fmod(travelled, dashLength + gapLength);
-    for (; at < length; at += dashLength + gapLength) {
-        const double begin = std::max(at, 0.0);
-        const double end = std::min(at + dashLength, length);
-        if (end > begin)
-            dashes.append({from + unit * begin, from + unit * end});
-    }
-}
-
-// Dash by dash: Qt's dashed pen shifts its pattern with the part of the
-// screen that is repainted.
-void drawDashedFrame(QPainter &painter, const QRectF &selection)
-{
-    const QRectF frame = grown(selection, 0.5);
-    const std::array corners{QPointF{minX(frame), minY(frame)}, QPointF{maxX(frame), minY(frame)},
-                             QPointF{maxX(frame), maxY(frame)}, QPointF{minX(frame), maxY(frame)}};
-    QList<QLineF> dashes;
-    double travelled = 0;
-    for (size_t i = 0; i < corners.size(); ++i) {
-        const QPointF next = corners[(i + 1) % corners.size()];
-        addDashes(dashes, corners[i], next, travelled);
-        travelled += QLineF(corners[i], next).length();
-    }
-    const Saved saved(painter);
-    painter.setPen(QPen(Theme::selectionBorder, 1, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLines(dashes);
 }
 
 void drawHandles(QPainter &painter, const Chrome::Scene &scene)
@@ -176,7 +140,7 @@ void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QR
     const QRectF &selection = *scene.state.selection;
     drawOutline(painter, selection);
     if (!scene.haloShows)
-        drawDashedFrame(painter, selection);
+        DashedFrame::draw(painter, grown(selection, 0.5), Theme::selectionBorder);
     drawHandles(painter, scene);
     if (sizeBadgeOf(scene).intersects(exposed))
         drawSizeBadge(painter, scene);

@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr double nearlyWhole = 1e-3; // device pixels
+constexpr std::int64_t idGap = std::int64_t(1) << 32; // room for marks that come in between
+constexpr double nearlyWhole = 1e-3;                  // device pixels
 
 bool isMosaic(const AnnotationPtr &mark) { return mark->tool == Tool::pixelate; }
 
@@ -112,9 +113,19 @@ QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
         return before + m_grid.region(cells);
     }
     const auto stays = std::ranges::mismatch(marks, m_kept, same, {}, &Kept::mark);
-    QRegion changed = remove(static_cast<std::size_t>(stays.in2 - m_kept.begin()));
-    for (auto mark = stays.in1; mark != marks.end(); ++mark)
-        changed += append(*mark);
+    const auto first = static_cast<std::size_t>(stays.in2 - m_kept.begin());
+    std::size_t above = 0; // how many at the end stay too
+    while (first + above < std::min(marks.size(), m_kept.size())
+           && same(marks[marks.size() - above - 1], m_kept[m_kept.size() - above - 1].mark))
+        ++above;
+    QRegion changed = remove(first, m_kept.size() - above);
+    for (std::size_t i = first; i < marks.size() - above; ++i) {
+        if (!idFor(i)) {
+            changed += remove(i, m_kept.size());
+            above = 0;
+        }
+        changed += insert(i, marks[i]);
+    }
     return changed;
 }
 
@@ -126,35 +137,50 @@ std::vector<TileGrid::Cell> MarksLayer::inked() const
     return cells;
 }
 
-// Takes away all marks from that one on.
-QRegion MarksLayer::remove(std::size_t from)
+// Takes away the marks from that one on, up to the other.
+QRegion MarksLayer::remove(std::size_t from, std::size_t end)
 {
     QRegion changed;
-    for (std::size_t i = from; i < m_kept.size(); ++i) {
+    for (std::size_t i = from; i < end; ++i) {
         changed += m_grid.region(m_kept[i].cells);
         for (const Cell &cell : m_kept[i].cells) {
             const auto tile = m_tiles.find(cell);
             std::erase(tile->second.wanted, m_kept[i].id);
+            if (std::erase(tile->second.shown, m_kept[i].id) > 0)
+                tile->second.picture = {}; // another mark may get this id
             if (tile->second.wanted.empty())
                 m_tiles.erase(tile);
         }
     }
-    m_kept.erase(m_kept.begin() + static_cast<std::ptrdiff_t>(from), m_kept.end());
+    const auto begin = m_kept.begin();
+    m_kept.erase(begin + static_cast<std::ptrdiff_t>(from), begin + static_cast<std::ptrdiff_t>(end));
     return changed;
 }
 
-QRegion MarksLayer::append(const AnnotationPtr &mark)
+// An id for a mark that comes in at that place; absent when those beside it leave
+// no room.
+std::optional<MarksLayer::Id> MarksLayer::idFor(std::size_t place) const
 {
-    const Kept &kept = m_kept.emplace_back(mark, m_nextId++, m_grid.cells(MarkFootprint::boxes(*mark)));
-    const bool drawnAlready = isLong(*mark) && m_stroke.complete(*mark);
-    for (const Cell &cell : kept.cells) {
+    if (place == m_kept.size())
+        return m_kept.empty() ? 0 : m_kept.back().id + idGap;
+    const Id above = m_kept[place].id;
+    const Id below = place > 0 ? m_kept[place - 1].id : above - 2 * idGap;
+    return above - below > 1 ? std::optional(below + (above - below) / 2) : std::nullopt;
+}
+
+QRegion MarksLayer::insert(std::size_t place, const AnnotationPtr &mark)
+{
+    const bool drawnAlready = place == m_kept.size() && isLong(*mark) && m_stroke.complete(*mark);
+    const auto kept = m_kept.insert(m_kept.begin() + static_cast<std::ptrdiff_t>(place),
+                                    {mark, *idFor(place), m_grid.cells(MarkFootprint::boxes(*mark))});
+    for (const Cell &cell : kept->cells) {
         Tile &tile = m_tiles[cell];
-        tile.wanted.push_back(kept.id);
+        tile.wanted.insert(std::ranges::upper_bound(tile.wanted, kept->id), kept->id);
         if (drawnAlready)
             prepare(cell, tile, true);
     }
     m_stroke.forget();
-    return m_grid.region(kept.cells);
+    return m_grid.region(kept->cells);
 }
 
 void MarksLayer::prepareFor(const Annotation &stroke)

@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QRegion>
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <vector>
@@ -41,15 +42,16 @@ public:
 
 private:
     using Cell = TileGrid::Cell;
+    using Id = std::int64_t;
     struct Kept {
         AnnotationPtr mark;
-        int id; // ascending
+        Id id; // ascending, with room between them
         std::vector<Cell> cells;
     };
     struct Tile {
-        QImage picture;          // null while nothing is drawn on it
-        std::vector<int> wanted; // ids of the marks that touch it
-        std::vector<int> shown;  // ids of the marks that are on the picture
+        QImage picture;         // null while nothing is drawn on it
+        std::vector<Id> wanted; // ids of the marks that touch it
+        std::vector<Id> shown;  // ids of the marks that are on the picture
     };
     struct Tessera {
         AnnotationPtr mark;
@@ -61,8 +63,9 @@ private:
     QRegion followDrawn(const std::vector<AnnotationPtr> &marks);
     [[nodiscard]] std::optional<QPoint> travelled(const std::vector<AnnotationPtr> &marks) const;
     [[nodiscard]] std::vector<Cell> inked() const;
-    QRegion remove(std::size_t from);
-    QRegion append(const AnnotationPtr &mark);
+    QRegion remove(std::size_t from, std::size_t end);
+    [[nodiscard]] std::optional<Id> idFor(std::size_t place) const;
+    QRegion insert(std::size_t place, const AnnotationPtr &mark);
     void prepare(Cell cell, Tile &tile, bool strokeIsLast = false);
     void paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const;
 
@@ -74,5 +77,4 @@ private:
     std::vector<Kept> m_kept;
     std::map<Cell, Tile> m_tiles; // those that marks touch
     std::vector<Tessera> m_mosaics;
-    int m_nextId = 0;
 };

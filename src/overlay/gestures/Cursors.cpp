@@ -23,6 +23,8 @@ Qt::CursorShape cursorAt(const EditorState &state, QPointF point)
 {
     if (!state.selection)
         return Qt::CrossCursor;
+    if (state.grip)
+        return state.grip->held ? Qt::ClosedHandCursor : Qt::OpenHandCursor;
     const auto handles = SelectionGeometry::handleRects(*state.selection);
     if (std::ranges::any_of(handles, [&](const QRectF &h) { return grown(h, handleMargin).contains(point); }))
         return Qt::CrossCursor;

@@ -5,7 +5,7 @@
 // Decides which cursor the overlay shows.
 namespace Cursors {
 
-// Returns the cursor at a view point while nothing is being dragged.
+// Returns the cursor at a view point while nothing but a mark is being dragged.
 [[nodiscard]] Qt::CursorShape cursorAt(const EditorState &state, QPointF point);
 
 } // namespace Cursors

@@ -40,6 +40,8 @@ std::optional<Meaning> meaning(QKeyCombination key, bool hasSelection)
     }
     if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
         return Command::copy;
+    if (key.key() == Qt::Key_Delete && key.keyboardModifiers().testFlag(Qt::AltModifier) && !command)
+        return Command::removeMark;
     if (const auto step = RegionKeys::step(key))
         return *step;
     if (key == QKeyCombination(Qt::Key_Space) && !hasSelection)

@@ -37,6 +37,9 @@ private slots:
         row("not the last region", Qt::Key_Space, std::nullopt);
         row("no tool has this letter", Qt::Key_C, std::nullopt);
         row("nor with command", Qt::CTRL | Qt::Key_X, std::nullopt);
+        row("removal", Qt::ALT | Qt::Key_Delete, Command::removeMark);
+        row("no removal without alt", Qt::Key_Delete, std::nullopt);
+        row("nor with command and alt", Qt::CTRL | Qt::ALT | Qt::Key_Delete, std::nullopt);
         row("a key that types nothing", Qt::Key_F5, std::nullopt);
     }
 
