@@ -41,7 +41,7 @@ KWinScript::KWinScript(const QString &script)
                              .arg(m_bus.baseService(), path, interface);
     const QByteArray text = (tell + script).toUtf8();
     const bool ready = m_file.open() && m_file.write(text) == text.size() && m_file.flush()
-                       && m_bus.registerObject(path, this, QDBusConnection::ExportAllSlots);
+                       && m_bus.registerObject(path, this, QDBusConnection::ExportAllInvokables);
     if (ready)
         run();
 }

@@ -20,9 +20,8 @@ public:
     // Returns what the script has told; empty until then.
     [[nodiscard]] const QString &told() const { return m_told; }
 
-public slots:
     // Called by the script over the bus.
-    void tell(const QString &text);
+    Q_INVOKABLE void tell(const QString &text);
 
 private:
     QCoro::Task<void> run();

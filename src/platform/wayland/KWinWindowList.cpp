@@ -44,7 +44,7 @@ std::vector<QRect> KWinWindowList::framesOn(const ScreenShot &shot)
     const QJsonArray windows
         = m_script ? QJsonDocument::fromJson(m_script->told().toUtf8()).array() : QJsonArray();
     const QPointF corner = shot.screen->geometry().topLeft();
-    for (const QJsonValue &window : windows)
+    for (const auto &window : windows)
         if (window[4].toInteger() != QCoreApplication::applicationPid())
             frames.emplace_back(QPointF(window[0].toDouble(), window[1].toDouble()) - corner,
                                 QSizeF(window[2].toDouble(), window[3].toDouble()));

@@ -31,7 +31,7 @@ void collect(const QJsonObject &node, bool tabs, std::vector<QRectF> &frames)
         collect(floating[i].toObject(), false, frames);
     const QString layout = node[u"layout"].toString();
     const QJsonArray children = node[u"nodes"].toArray();
-    for (const QJsonValue &child : children)
+    for (const auto &child : children)
         collect(child.toObject(), layout == u"tabbed" || layout == u"stacked", frames);
     if (node[u"visible"].toBool() && node[u"pid"].toInteger() != QCoreApplication::applicationPid())
         frames.emplace_back(frameOf(node, tabs));
@@ -40,7 +40,7 @@ void collect(const QJsonObject &node, bool tabs, std::vector<QRectF> &frames)
 QRect outputIn(const QJsonObject &root, const QString &name)
 {
     const QJsonArray outputs = root[u"nodes"].toArray();
-    for (const QJsonValue &output : outputs)
+    for (const auto &output : outputs)
         if (output[u"name"].toString() == name)
             return rectIn(output.toObject(), QLatin1String("rect"));
     return {};

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char magic[] = {'i', '3', '-', 'i', 'p', 'c'};
 constexpr std::uint32_t getTree = 4;
-constexpr qsizetype mostBytes = 16 * 1024 * 1024; // thousands of windows
+constexpr qsizetype mostBytes = 1 << 24; // thousands of windows
 
 // In the byte order of the machine, as the compositor writes it.
 struct Numbers {

@@ -111,6 +111,7 @@ struct X11WindowList::Atoms {
                                    "_NET_WM_WINDOW_TYPE_DOCK",  "_NET_WM_WINDOW_TYPE_DESKTOP",
                                    "_NET_FRAME_EXTENTS",        "_GTK_FRAME_EXTENTS"};
         std::vector<Atom> coming;
+        coming.reserve(names.size());
         for (const char *name : names)
             coming.emplace_back(
                 xcb_intern_atom(Xcb::connection(), 0, static_cast<std::uint16_t>(std::strlen(name)), name));
