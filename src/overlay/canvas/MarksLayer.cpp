@@ -146,8 +146,10 @@ QRegion MarksLayer::remove(std::size_t from, std::size_t end)
         for (const Cell &cell : m_kept[i].cells) {
             const auto tile = m_tiles.find(cell);
             std::erase(tile->second.wanted, m_kept[i].id);
-            if (std::erase(tile->second.shown, m_kept[i].id) > 0)
-                tile->second.picture = {}; // another mark may get this id
+            if (std::erase(tile->second.shown, m_kept[i].id) > 0) {
+                tile->second.picture = {};
+                tile->second.shown.clear(); // it holds none of them any more
+            }
             if (tile->second.wanted.empty())
                 m_tiles.erase(tile);
         }
