@@ -65,7 +65,7 @@ def check_flags(flags):
     sources = {f"{page.relative_to(SHARE)}": run("gzip", "-dc", page)[1].replace("\\-", "-") for page in SHARE.glob("man/**/*.gz")}
     sources |= {name: (SHARE / name).read_text("utf-8") for name in
                 ("bash-completion/completions/vellumora", "zsh/site-functions/_vellumora")}
-    sources["fish"] = run("fish", "-c", "complete -C 'vellumora --'", **FISH)[1]
+    sources["fish"] = "".join(run("fish", "-c", f"complete -C 'vellumora {words}--'", **FISH)[1] for words in ("", "--capturar "))
     for name, text in sorted(sources.items()):
         for flag in sorted(flags ^ flags_in(text)):
             found.append(f"{name}: {flag} " + ("is missing" if flag in flags else "is not in --help"))
@@ -74,6 +74,9 @@ def check_flags(flags):
 # Without the user's own completions and history.
 FISH = {"XDG_DATA_DIRS": str(SHARE), "XDG_CONFIG_HOME": "/nonexistent", "XDG_DATA_HOME": "/nonexistent", "LC_ALL": "C.UTF-8",
         "PATH": f"{BUILD}:{os.environ['PATH']}"}  # it completes only what there is
+
+
+FOR_SCRIPTS = {"--salida", "--pantalla", "--region"}  # after --capturar
 
 
 def check_completions(flags):
@@ -85,7 +88,8 @@ def check_completions(flags):
         zsh = (f"fpath=({SHARE}/zsh/site-functions $fpath); autoload -U compinit; compinit -u -d {folder}/.dump; "
                f"LISTMAX=999; {ready}")
         for shell, setup in ((["bash", "--norc", "--noprofile", "-i"], bash), (["zsh", "-f", "-i"], zsh)):
-            for line, wanted in (("vellumora --\t\t\t", flags), ("vellumora --demo a\\ pic\t", ["ture.png"]),
+            for line, wanted in (("vellumora --\t\t\t", flags - FOR_SCRIPTS), ("vellumora --capturar --\t\t\t", FOR_SCRIPTS),
+                                 ("vellumora --demo a\\ pic\t", ["ture.png"]),
                                  ("vellumora --selftest al\t", ["bums/"])):
                 shown = typed(shell, setup, line, wanted, folder)
                 found.extend(f"{shell[0]}: {line!r} does not bring up {word}" for word in wanted if word not in shown)
