@@ -5,7 +5,7 @@ import subprocess
 import unittest
 
 import wayland_sway
-from session import Process, wait_for
+from session import ID, Process, wait_for
 from wayland_case import Drawing, MainJob, WaylandTest
 from wayland_desktop import Output, pattern
 from wayland_sway import A, B, Sway
@@ -171,12 +171,22 @@ class FromTheKeyboard(SwayTest):
 
 
 class SecondStart(SwayTest):
+    def make_desktop(self):
+        return Sway(bus=True)
+
     def test_it_passes_on_the_leave_to_come_to_the_front(self):
         desktop = self.desktop
         program = self.start(WAYLAND_DEBUG="client")
+
+        def activated(leave):
+            wait_for(lambda: f'.activate("{leave}", ' in program.output.read_text("utf-8"), "the settings to be activated")
+
         for leave in ("first", "second"):
             desktop.run("env", f"XDG_ACTIVATION_TOKEN={leave}", desktop.program, "--ajustes")
-            wait_for(lambda: f'.activate("{leave}", ' in program.output.read_text("utf-8"), "the settings to be activated")
+            activated(leave)
+        desktop.run("gdbus", "call", "--session", "-d", ID, "-o", "/" + ID.replace(".", "/"), "-m",
+                    "org.freedesktop.Application.Activate", "--", "{'activation-token': <'third'>}")
+        activated("third")
         desktop.run(desktop.program, "--salir")
         self.assertEqual(program.status(), 0)
 

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/BusInstance.h"
 
 #include "platform/ProgramId.h"
+#include "platform/freedesktop/ActivationToken.h"
 #include "platform/freedesktop/SessionBus.h"
 
 #include <QDBusConnection>
@@ -19,6 +20,11 @@ std::optional<Wish> wishOf(const QString &action)
     if (action == u"capture")
         return Wish::capture;
     return action == u"settings" ? std::optional(Wish::settings) : std::nullopt;
+}
+
+QByteArray tokenIn(const QVariantMap &platformData)
+{
+    return platformData.value(QStringLiteral("activation-token")).toByteArray();
 }
 
 } // namespace
@@ -55,17 +61,24 @@ ApplicationAdaptor::ApplicationAdaptor(BusInstance &instance)
     , m_instance(instance)
 {}
 
-void ApplicationAdaptor::Activate(const QVariantMap &) { m_instance.grantSoon(Wish::settings); }
-
-void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &)
+void ApplicationAdaptor::Activate(const QVariantMap &platformData)
 {
+    adoptActivation(tokenIn(platformData));
     m_instance.grantSoon(Wish::settings);
 }
 
-void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &, const QVariantMap &,
-                                        const QDBusMessage &message)
+void ApplicationAdaptor::Open(const QStringList &, const QVariantMap &platformData)
 {
-    if (const auto wish = wishOf(name))
+    Activate(platformData);
+}
+
+void ApplicationAdaptor::ActivateAction(const QString &name, const QVariantList &,
+                                        const QVariantMap &platformData, const QDBusMessage &message)
+{
+    const auto wish = wishOf(name);
+    if (wish == Wish::settings)
+        adoptActivation(tokenIn(platformData));
+    if (wish)
         return m_instance.grantSoon(*wish);
     message.setDelayedReply(true);
     QDBusConnection::sessionBus().send(

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/SocketInstance.h"
 
+#include "platform/freedesktop/ActivationToken.h"
 #include "platform/freedesktop/Rendezvous.h"
 
 #include <QDeadlineTimer>
@@ -48,9 +49,8 @@ private:
             return;
         const auto answer = Rendezvous::grantedMessage;
         (void)send(m_connection, answer.data(), answer.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        // Where Qt looks for it when a window is to be activated.
-        if (request->wish == Wish::settings && !request->activation.empty())
-            qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(request->activation));
+        if (request->wish == Wish::settings)
+            adoptActivation(QByteArray::fromStdString(request->activation));
         m_grant(request->wish);
     }
 
