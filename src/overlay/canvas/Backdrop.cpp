@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int pixelsAtOnce = 8 * 1024; // they stay in the processor's cache from one step to the next
+constexpr int wideRow = 1024; // from here on Qt's blending of rows is quicker, the same to the bit
 constexpr QRgb opaque = 0xff000000;
 
 // A row of pixels under the scrim, which is black: every channel times what shows
@@ -44,7 +45,12 @@ void Backdrop::drawDimmed(QPainter &painter, const QRect &pixels) const
     const int rows = std::clamp(pixelsAtOnce / pixels.width(), 1, pixels.height());
     for (int top = pixels.top(); top <= pixels.bottom(); top += rows) {
         const QRect strip = pixels & QRect(pixels.left(), top, pixels.width(), rows);
-        painter.drawImage(strip.topLeft(), dimmed(strip));
+        if (strip.width() < wideRow) {
+            painter.drawImage(strip.topLeft(), dimmed(strip));
+            continue;
+        }
+        painter.drawImage(strip.topLeft(), m_shot.image, strip);
+        painter.fillRect(strip, Theme::scrim);
     }
 }
 
