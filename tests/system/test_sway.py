@@ -170,6 +170,20 @@ class FromTheKeyboard(SwayTest):
         self.assertTrue(program.running())
 
 
+class WithoutLatinLetters(SwayTest):
+    def make_desktop(self):
+        return Sway(layout="ru")
+
+    def test_letters_go_by_position(self):
+        desktop = self.desktop
+        self.start()
+        self.select(A, (100, 100, 400, 300))
+        desktop.key("r")
+        desktop.drag((150, 150), (350, 300), A)
+        self.copy("ctrl+c", (400, 300))
+        self.assertEqual(desktop.pixels_of(desktop.clipboard("png"), (50, 100, 1, 1)), bytes((255, 59, 48)))
+
+
 class SecondStart(SwayTest):
     def make_desktop(self):
         return Sway(bus=True)

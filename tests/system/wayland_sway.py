@@ -15,11 +15,13 @@ class Sway(WaylandDesktop):
     as_nobody = True
     witness_mode = ()  # alone on its desktop it covers all of an output
 
-    def __init__(self, outputs=(A, B), bus=False, bindings=()):
+    def __init__(self, outputs=(A, B), bus=False, bindings=(), layout="us"):
         self.bindings = bindings
+        self.layout = layout
         super().__init__(outputs, bus)
 
     def _start_compositor(self):
+        self.environment["XKB_DEFAULT_LAYOUT"] = self.layout
         config = self.folder / "sway.conf"
         ready = self.folder / "ready"
         config.write_text("\n".join([

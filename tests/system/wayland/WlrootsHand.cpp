@@ -37,9 +37,8 @@ public:
         , m_height(height * steps)
     {
         xkb_context *context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
-        const xkb_rule_names names{
-            .rules = nullptr, .model = nullptr, .layout = "us", .variant = nullptr, .options = nullptr};
-        xkb_keymap *map = xkb_keymap_new_from_names(context, &names, XKB_KEYMAP_COMPILE_NO_FLAGS);
+        // The layout that XKB_DEFAULT_LAYOUT names.
+        xkb_keymap *map = xkb_keymap_new_from_names(context, nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS);
         m_state = xkb_state_new(map);
         sendMap(map);
         xkb_keymap_unref(map);
