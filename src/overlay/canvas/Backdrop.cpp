@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int pixelsAtOnce = 8 * 1024; // they stay in the processor's cache from one step to the next
-constexpr int wideRow = 1024; // from here on Qt's blending of rows is quicker, the same to the bit
+constexpr int wideRow = 1024;          // from here on Qt's blending of rows is quicker, the same to the bit
 constexpr QRgb opaque = 0xff000000;
 
 // A row of pixels under the scrim, which is black: every channel times what shows
