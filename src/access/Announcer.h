@@ -24,9 +24,6 @@ public:
     // empty text is not said, nor what was said last.
     void sayAtRest(std::function<QString()> text);
 
-    // Forgets what has not been said yet.
-    void hush() { m_rest.stop(); }
-
 private:
     QWidget &m_speaker;
     QPointer<QWidget> m_notification; // made with the first word

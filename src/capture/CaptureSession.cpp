@@ -87,6 +87,14 @@ void CaptureSession::endWhenScreensChange()
         connect(screen, &QScreen::geometryChanged, this, [this] { finish(); });
 }
 
+OverlayView &CaptureSession::underPointer(OverlayView &otherwise)
+{
+    const QScreen *screen = m_placer.screenUnderPointer();
+    const auto found = std::ranges::find_if(
+        m_windows, [&](const auto &window) { return &window->shotScreen() == screen; });
+    return found == m_windows.end() ? otherwise : (*found)->view();
+}
+
 void CaptureSession::selectionStarted(OverlayView &in)
 {
     m_awaitingPointer = false;

@@ -34,6 +34,7 @@ public:
     void start(const std::vector<ScreenShot> &shots);
 
     void selectionStarted(OverlayView &in) override;
+    OverlayView &underPointer(OverlayView &otherwise) override;
     // Gives back the keyboard, the focus and the pointer. A second call does
     // nothing.
     void finish() override;

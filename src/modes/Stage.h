@@ -44,6 +44,7 @@ private:
     class NoSession final : public OverlaySession {
     public:
         void selectionStarted(OverlayView &) override {}
+        OverlayView &underPointer(OverlayView &otherwise) override { return otherwise; }
         void finish() override {}
         void print(const QImage &) override {}
         std::vector<QRect> windowsIn(const ScreenShot &) override { return {}; }

@@ -14,6 +14,9 @@ public:
     // Called when an overlay starts a selection. Only one screen has a selection at
     // a time, so the others lose theirs.
     virtual void selectionStarted(OverlayView &in) = 0;
+    // Returns the overlay that the pointer is over, or the given one where nobody can
+    // say.
+    virtual OverlayView &underPointer(OverlayView &otherwise) = 0;
     // Ends the capture. The overlays are destroyed soon afterwards, not at once.
     virtual void finish() = 0;
     // Ends the capture and opens the print dialog for its picture.

@@ -34,6 +34,7 @@ EditorState beginning(const ViewSpace &space)
 OverlayView::OverlayView(ScreenShot shot, OverlaySession &session, Desktop &desktop, QWidget *parent)
     : QWidget(parent)
     , m_shot(std::move(shot))
+    , m_screenName(m_shot.screen ? m_shot.screen->name() : QString())
     , m_space(m_shot.pointSize, m_shot.scale)
     , m_session(session)
     , m_desktop(desktop)
@@ -106,7 +107,10 @@ void OverlayView::printImage()
 
 void OverlayView::selectAll()
 {
+    m_selectionDrag.cancel(); // or it would go on from a selection that is gone
+    followEdge({});
     m_session.selectionStarted(*this);
+    m_regionKeys.forgetCorner();
     m_state.selection = m_state.bounds;
     refresh();
     saySize();
@@ -202,10 +206,16 @@ void OverlayView::placeBars()
         m_tip.hide();
 }
 
+QString OverlayView::spokenSize() const
+{
+    return m_state.selection ? L10n::t(u"Selección: %@", Chrome::sizeText(*m_state.selection, m_shot.scale))
+                             : QString();
+}
+
 void OverlayView::saySize()
 {
     if (m_state.selection)
-        m_announcer.say(L10n::t(u"Selección: %@", Chrome::sizeText(*m_state.selection, m_shot.scale)));
+        m_announcer.say(spokenSize());
 }
 
 void OverlayView::paintEvent(QPaintEvent *event)

@@ -107,12 +107,14 @@ private:
     void run(Command command);
     void select(const QRectF &region);
     void selectAgain();
+    void selectAtPointer();
     void moveByKey(const ArrowStep &step);
     void rememberRegion() const;
     void copied();
     void refresh();
     void placeBars();
     void sayColor();
+    [[nodiscard]] QString spokenSize() const;
     void saySize();
     void followPointer();
     void followKeys(const QKeyEvent &event);
@@ -120,6 +122,7 @@ private:
     [[nodiscard]] QPointF pointOf(const QSinglePointEvent &event) const;
 
     const ScreenShot m_shot;
+    const QString m_screenName; // the screen itself may go before the view does
     const ViewSpace m_space;
     OverlaySession &m_session;
     Desktop &m_desktop;

@@ -2,21 +2,21 @@
 
 #include "base/Log.h"
 #include "base/Rect.h"
+#include "l10n/L10n.h"
 #include "marks/Kinds.h"
 #include "marks/SelectionGeometry.h"
 #include "overlay/OverlaySession.h"
 #include "overlay/canvas/Loupe.h"
 #include "overlay/canvas/ScreenPixels.h"
 #include "overlay/canvas/ShapeHint.h"
-#include "overlay/gestures/Cursors.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "toolbar/ColorHex.h"
 #include "toolbar/ColorName.h"
 #include "toolbar/RecentColors.h"
 
+#include <QCursor>
 #include <QMouseEvent>
-#include <QTimer>
 
 #include <chrono>
 
@@ -75,7 +75,7 @@ void OverlayView::mousePressEvent(QMouseEvent *event)
     refresh();
 }
 
-// To everybody but the windows it is one press more.
+// Qt sends the second press of a double click as this event alone.
 void OverlayView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
@@ -168,9 +168,11 @@ void OverlayView::startSelection(QPointF at)
 {
     if (!m_state.selection)
         m_windowPick.press(at);
+    rememberRegion(); // the press may be a slip
     m_text.commitText();
     m_state.discardMarks();
     m_session.selectionStarted(*this);
+    m_regionKeys.forgetCorner();
     m_selectionDrag.create(at);
 }
 
@@ -217,8 +219,10 @@ void OverlayView::finishSelecting()
 {
     const bool selecting = m_selectionDrag.active();
     const bool dragged = m_selectionDrag.release();
-    if (selectWindow() || dragged)
+    if (selectWindow() || dragged) {
+        m_canvas.refresh(); // a glow that is still hidden does not flash
         m_canvas.halo().pulse(Pulse::gentle);
+    }
     if (selecting)
         saySize();
 }
@@ -347,9 +351,11 @@ void OverlayView::copyColor()
 {
     const auto color = ScreenPixels::pixelColor(m_shot, *m_eyedropper.pickPoint());
     const QByteArray text = color ? hex(*color).toLatin1() : QByteArray();
-    if (!color
-        || !m_desktop.clipboard().offer(
+    if (color
+        && m_desktop.clipboard().offer(
             {{QStringLiteral("text/plain;charset=utf-8"), text}, {QStringLiteral("text/plain"), text}}))
+        m_announcer.say(L10n::t(u"Copiado ✓"));
+    else
         m_desktop.beep();
     stopPicking();
 }
@@ -366,7 +372,7 @@ void OverlayView::stopPicking()
 void OverlayView::wheelEvent(QWheelEvent *event)
 {
     event->accept();
-    see(*event);
+    m_pointer = pointOf(*event); // perhaps over a bar
     const auto step = m_wheel.turned(event->angleDelta().y());
     if (!step || !m_state.selection || m_output.panelOpen())
         return;

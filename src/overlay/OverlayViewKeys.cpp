@@ -3,6 +3,7 @@
 #include "base/Overloaded.h"
 #include "base/Rect.h"
 #include "overlay/OverlaySession.h"
+#include "overlay/canvas/Rendering.h"
 #include "overlay/gestures/LastRegion.h"
 #include "platform/KeyCodes.h"
 
@@ -122,8 +123,8 @@ void OverlayView::run(Command command)
     case Command::undo: return undo();
     case Command::selectAll: return selectAll();
     case Command::pickColor: return startPicking();
-    case Command::nextCorner: return m_regionKeys.nextCorner();
-    case Command::lastRegion: return selectAgain();
+    case Command::nextCorner: return m_text.isOpen() ? void() : m_regionKeys.nextCorner();
+    case Command::lastRegion: return m_session.underPointer(*this).selectAgain();
     case Command::removeMark: return removeMark();
     }
 }
@@ -132,34 +133,41 @@ void OverlayView::run(Command command)
 void OverlayView::select(const QRectF &region)
 {
     m_session.selectionStarted(*this);
+    m_regionKeys.forgetCorner();
     m_state.selection = region;
-    m_canvas.halo().pulse(Pulse::gentle);
-    saySize();
     refresh();
+    m_canvas.halo().pulse(Pulse::gentle); // which needs the glow to show
+    saySize();
     followPointer();
 }
 
 void OverlayView::selectAgain()
 {
-    if (const auto region = LastRegion::on(m_shot.screen, m_state.bounds))
+    if (const auto region = LastRegion::on(m_screenName, m_state.bounds))
         select(*region);
+}
+
+void OverlayView::selectAtPointer()
+{
+    select(m_space.fromPixels(m_space.toNearestPixels(m_regionKeys.start(m_pointer))));
 }
 
 void OverlayView::rememberRegion() const
 {
-    if (m_state.selection)
-        LastRegion::remember(m_shot.screen, *m_state.selection);
+    if (m_state.selection && Rendering::canBeRendered(*m_state.selection))
+        LastRegion::remember(m_screenName, *m_state.selection);
 }
 
 void OverlayView::moveByKey(const ArrowStep &step)
 {
-    if (gestureActive() || m_eyedropper.picking())
+    // An open text leaves some of these keys to us.
+    if (gestureActive() || m_eyedropper.picking() || m_text.isOpen())
         return;
     if (!m_state.selection)
-        return select(m_regionKeys.start(m_pointer));
+        return m_session.underPointer(*this).selectAtPointer();
     m_regionKeys.follow(step);
-    if (step.ofCorner)
-        saySize();
+    if (step.ofCorner) // once, however often the key repeats itself
+        m_announcer.sayAtRest([this] { return spokenSize(); });
     refresh();
     followPointer();
 }

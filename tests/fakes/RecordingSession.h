@@ -8,6 +8,7 @@
 class RecordingSession final : public OverlaySession {
 public:
     void selectionStarted(OverlayView &) override { ++started; }
+    OverlayView &underPointer(OverlayView &otherwise) override { return otherwise; }
     void finish() override { ++finished; }
     void print(const QImage &picture) override { printed.append(picture); }
 

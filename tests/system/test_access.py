@@ -4,7 +4,7 @@ import unittest
 from pathlib import Path
 
 from case import SystemTest
-from desktop import Process, wait_for
+from desktop import HELPERS, Process, wait_for
 
 CLIENT = ["/usr/bin/python3", str(Path(__file__).with_name("access.py"))]
 TOOLS = [("Pencil", "P"), ("Line", "L"), ("Arrow", "A"), ("Rectangle", "R"), ("Ellipse", "E"), ("Highlighter", "M"),
@@ -131,7 +131,10 @@ class Access(SystemTest):
         desktop.key("ctrl+super+k")
         self.wait_until_heard("Saved: Ctrl+Super+K")
         self.wait_for_tree(lambda tree: any(node["name"] == "Capture shortcut: Ctrl+Super+K" for node in tree), "the shortcut")
-        desktop.key("Escape", "ctrl+super+k")
+        wait_for(lambda: desktop.run(HELPERS / "witness", "--keyboard") != "held 1\n", "the recorder to let go of the keyboard")
+        desktop.key("Escape")
+        wait_for(lambda: not desktop.windows("^Vellumora Settings$"), "the settings to close")
+        desktop.key("ctrl+super+k")
         wait_for(lambda: ("push button", "Open Settings") in self.events("focused"), "the alert")
         self.assertEqual(self.focused_in_turn(["Tab", "Tab"]), ["Cancel", "Open Settings"])
         alert = self.tree()

@@ -27,7 +27,7 @@ class OnTwoOutputs(MainJob, GnomeTest):
         self.assertEqual(list((desktop.home / "Pictures").iterdir()), [])
         desktop.compositor.process.send_signal(signal.SIGKILL)
         self.assertEqual(program.status(), 1)
-        self.assertLessEqual(len(program.lines()), 1)
+        self.assertLessEqual(len(program.lines()), 2)  # Qt and its library may both say so
 
 
 class Refused(GnomeTest):

@@ -5,11 +5,22 @@
 
 #include <QPainter>
 
+namespace {
+
+constexpr double smallestSide = 1 - 1e-6; // points; three thirds are not quite one
+
+} // namespace
+
 namespace Rendering {
+
+bool canBeRendered(const QRectF &selection)
+{
+    return selection.width() >= smallestSide && selection.height() >= smallestSide;
+}
 
 std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot &shot, MarksLayer &marks)
 {
-    if (!state.selection || state.selection->width() < 1 || state.selection->height() < 1)
+    if (!state.selection || !canBeRendered(*state.selection))
         return std::nullopt;
     const ViewSpace space(shot.pointSize, shot.scale);
     const QRect pixels = space.toPixels(*state.selection) & shot.image.rect();

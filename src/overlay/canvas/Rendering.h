@@ -11,9 +11,12 @@ class MarksLayer;
 // selection with the marks on it, in the screen's own pixels, never resampled.
 namespace Rendering {
 
+// Returns whether a selection of that size can be copied: no side is below one point.
+[[nodiscard]] bool canBeRendered(const QRectF &selection);
+
 // Returns the picture, with the marks as the screen shows them. It is opaque, and
 // its device pixel ratio is the screen's scale. Absent without a selection, or when
-// a side of the selection is below one point.
+// it cannot be rendered.
 [[nodiscard]] std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot &shot,
                                                     MarksLayer &marks);
 

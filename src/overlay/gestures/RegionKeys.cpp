@@ -38,9 +38,8 @@ std::optional<ArrowStep> RegionKeys::step(QKeyCombination key)
     return step;
 }
 
-QRectF RegionKeys::start(QPointF at)
+QRectF RegionKeys::start(QPointF at) const
 {
-    m_corner = firstCorner;
     const QRectF wanted{at - QPointF{0, startingSide}, QSizeF{startingSide, startingSide}};
     return SelectionGeometry::moved(wanted, {0, 0}, m_state.bounds);
 }
@@ -63,13 +62,16 @@ void RegionKeys::moveCorner(QPointF by)
     const auto points = SelectionGeometry::handlePoints(old);
     const QPointF corner = points.at(static_cast<size_t>(m_corner));
     const QPointF opposite = points.at(static_cast<size_t>((m_corner + handles / 2) % handles));
-    const auto beside = [](double wanted, double from, double other) {
-        return from > other ? std::max(wanted, std::min(other + smallestSide, from))
-                            : std::min(wanted, std::max(other - smallestSide, from));
+    const auto beside = [](bool high, double wanted, double from, double other) {
+        return high ? std::max(wanted, std::min(other + smallestSide, from))
+                    : std::min(wanted, std::max(other - smallestSide, from));
     };
+    const bool right = m_corner == 2 || m_corner == 4;
+    const bool upper = m_corner == 4 || m_corner == 6;
     const QPointF to = clamped(corner + by, m_state.bounds);
     m_state.selection = SelectionGeometry::resized(
-        old, m_corner, {beside(to.x(), corner.x(), opposite.x()), beside(to.y(), corner.y(), opposite.y())});
+        old, m_corner,
+        {beside(right, to.x(), corner.x(), opposite.x()), beside(upper, to.y(), corner.y(), opposite.y())});
 }
 
 void RegionKeys::nextCorner() { m_corner = (m_corner + toNextCorner + handles) % handles; }

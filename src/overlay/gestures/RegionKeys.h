@@ -30,7 +30,9 @@ public:
 
     // Returns a small region to begin with, its upper left corner at the point or as
     // near to it as the screen allows.
-    [[nodiscard]] QRectF start(QPointF at);
+    [[nodiscard]] QRectF start(QPointF at) const;
+    // Begins with the lower right corner again, for another selection.
+    void forgetCorner() { m_corner = firstCorner; }
     // Needs a selection, which stays on the screen and keeps some extent.
     void follow(const ArrowStep &step);
     // Makes the next corner, clockwise, the one that goes; the lower right one is the

@@ -26,7 +26,7 @@ void SelectionDrag::resize(int handle) { m_drag = Resizing{handle, *m_state.sele
 
 void SelectionDrag::hold(QPointF at)
 {
-    if (movesEdge() && !m_held)
+    if (!m_held)
         m_held = Held{at, *m_state.selection, m_drag};
 }
 

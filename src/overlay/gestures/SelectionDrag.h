@@ -18,8 +18,8 @@ public:
 
     void drag(QPointF to);
 
-    // Tells whether the region that is being made or resized is held, which it is from
-    // the point on where the pointer is: it then follows the pointer as a whole.
+    // Takes hold of the region that is being made or resized, at the point where the
+    // pointer is: it then follows the pointer as a whole until it is let go.
     void hold(QPointF at);
     void letGo() { m_held.reset(); }
     // Whether one of its edges follows the pointer.

@@ -62,6 +62,18 @@ private slots:
         QCOMPARE(editor.stale(), 0);
     }
 
+    void whatIsShrunkToTheEndCanBeCopied_data() { scales(); }
+    void whatIsShrunkToTheEndCanBeCopied()
+    {
+        QFETCH(QString, screen);
+        for (const double from : {100.0, 101.6, 103.2, 104.8}) {
+            Editor editor(screen);
+            editor.mouse->drag({from, 100}, {from + 8, 200});
+            press(editor, Qt::Key_Left, Qt::AltModifier | Qt::ControlModifier, 20);
+            QVERIFY(editor.view->renderSelection());
+        }
+    }
+
     void aTextAndADragKeepTheirKeys()
     {
         Editor editor;
@@ -73,7 +85,10 @@ private slots:
         editor.view->toggleTool(Tool::text);
         editor.mouse->press({200, 200});
         editor.mouse->release({200, 200});
-        QTest::keyClick(editor.view->focusWidget(), Qt::Key_Left);
+        QWidget *field = editor.view->focusWidget();
+        QTest::keyClick(field, Qt::Key_Left);
+        QTest::keyClick(field, Qt::Key_Up, Qt::ShiftModifier);
+        QTest::keyClick(field, Qt::Key_Left, Qt::AltModifier);
         QCOMPARE(editor.selection(), QRectF(100, 100, 200, 200));
     }
 
@@ -140,6 +155,10 @@ private slots:
             Editor other("B");
             other.mouse->drag({10, 10}, {50, 60});
             other.view->discardSelection(); // another screen has it
+        }
+        {
+            Editor slip("A");
+            slip.mouse->press({300, 300}); // and Escape
         }
         Editor editor("A");
         press(editor, Qt::Key_Space);
