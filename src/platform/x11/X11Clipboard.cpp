@@ -5,14 +5,21 @@
 #include <QAbstractNativeEventFilter>
 #include <QClipboard>
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QSignalBlocker>
+#include <QThread>
 #include <QTimer>
 
+#include <chrono>
 #include <limits>
 
+using namespace std::chrono_literals;
+
 namespace {
+
+constexpr auto eventComes = 500ms;
 
 // Asks the manager to save everything, and waits for its answer.
 class Request final : public QAbstractNativeEventFilter {
@@ -78,7 +85,12 @@ void keepQtFromAsking()
     xcb_send_event(c, 0, reply->owner, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&lost));
     Xcb::sync();
     const QSignalBlocker quiet(QGuiApplication::clipboard()); // or our own fields would look at it
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // Events come by way of a thread of Qt's, which may be late.
+    for (const QDeadlineTimer limit(eventComes);
+         QGuiApplication::clipboard()->ownsClipboard() && !limit.hasExpired();) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(1);
+    }
 }
 
 } // namespace
