@@ -209,7 +209,10 @@ void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
         paint(cell, tile, *kept->mark, strokeIsLast && i + 1 == tile.wanted.size());
     }
     tile.shown = tile.wanted;
-    if (isBlank(tile.picture))
+    // A stroke that has been drawn already knows where it has been; looking would take
+    // longer than the rest of letting it go.
+    const bool strokeIsHere = strokeIsLast && m_stroke.tile(cell);
+    if (!strokeIsHere && isBlank(tile.picture))
         tile.picture = {};
 }
 
