@@ -106,13 +106,14 @@ class Access(SystemTest):
         self.assertEqual(panel[0]["name"], "Save")
         self.assertFalse([node for node in panel if "focusable" in node["states"] and not node["name"]])
         turn = self.focused_in_turn(["Tab"] * 11)
-        self.assertEqual(turn, ["PNG (*.png)", "Save", "Cancel", str(desktop.home / "Pictures"), "Parent Directory",
+        self.assertEqual(turn, ["Save", "PNG (*.png)", "Cancel", str(desktop.home / "Pictures"), "Parent Directory",
                                 "Create New Folder", "List View", "Detail View", "Sidebar", "Files", "File name:"])
         desktop.key("ctrl+a")
         desktop.type("there")
         desktop.key("Return")
         self.wait_until_heard("there.png already exists.\nDo you want to replace it?")
         wait_for(lambda: self.events("focused")[-1] == ("push button", "No"), "the focus of the answer that loses nothing")
+        self.assertEqual(self.focused_in_turn(["shift+Tab", "shift+Tab"]), ["Yes", "Cancel"])
 
     def test_settings_and_alerts_are_read_in_the_order_of_sight(self):
         desktop = self.desktop

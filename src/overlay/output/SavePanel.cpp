@@ -3,7 +3,7 @@
 #include "base/Fonts.h"
 #include "l10n/L10n.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileIconProvider>
 #include <QFileInfo>
@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeView>
+
+#include <algorithm>
 
 namespace {
 
@@ -56,6 +58,31 @@ void fitColumns(const QFileDialog &panel)
         files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     }
+}
+
+QPoint middleOf(const QWidget &control, const QWidget &panel)
+{
+    return control.mapTo(&panel, control.rect().center());
+}
+
+// What Tab can reach, row by row as one reads it. A row ends where the control with
+// the highest middle ends.
+QList<QWidget *> controlsInSight(const QWidget &panel)
+{
+    QList<QWidget *> controls = panel.findChildren<QWidget *>();
+    controls.removeIf([&](const QWidget *control) {
+        return !control->isVisibleTo(&panel) || !control->isEnabled() || control->focusProxy()
+               || control->window() != panel.window() || !(control->focusPolicy() & Qt::TabFocus);
+    });
+    const auto middle = [&](const QWidget *control) { return middleOf(*control, panel); };
+    std::ranges::sort(controls, {}, [&](const QWidget *control) { return middle(control).y(); });
+    for (auto row = controls.begin(); row != controls.end();) {
+        const int below = middle(*row).y() + (*row)->height() / 2;
+        const auto next = std::find_if(row, controls.end(), [&](auto *c) { return middle(c).y() > below; });
+        std::ranges::sort(row, next, {}, [&](const QWidget *control) { return middle(control).x(); });
+        row = next;
+    }
+    return controls;
 }
 
 } // namespace
@@ -148,6 +175,20 @@ void SavePanel::withdrawQuestion()
     m_asked.clear();
     m_question->hide();
     m_answers->hide();
+}
+
+// Qt goes down the fields and the answers to a question before it goes to the buttons
+// beside the fields; and 6.4 goes in circles among some of them when told otherwise.
+bool SavePanel::focusNextPrevChild(bool next)
+{
+    const QList<QWidget *> controls = controlsInSight(*this);
+    if (controls.isEmpty())
+        return false;
+    const auto count = controls.size();
+    const auto from = controls.indexOf(QApplication::focusWidget());
+    const auto to = next ? (from + 1) % count : (std::max<qsizetype>(from, 0) + count - 1) % count;
+    controls[to]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 // What the panel has no use for must not reach the overlay below: Return would
