@@ -101,6 +101,48 @@ bool correctArrow(Stage &stage)
     return stage.view().state().corrections.size() == 1;
 }
 
+// Returns a part of what the editor shows; the rectangle is given as parts of its width
+// and height.
+QImage cut(const QImage &picture, const QRectF &part)
+{
+    return picture.copy(QRectF(part.x() * picture.width(), part.y() * picture.height(),
+                               part.width() * picture.width(), part.height() * picture.height())
+                            .toRect());
+}
+
+// What the first arrow key makes, and what it becomes with more of them.
+bool regionByKeys(const QImage &screen, double scale, const Camera &camera)
+{
+    const QRectF part(0.49, 0.3, 0.5, 0.68);
+    Stage stage(screen, scale);
+    stage.hand().hover(stage.at(0.547, 0.375));
+    stage.hand().key(Qt::Key_Right);
+    QList<QImage> film{cut(stage.picture(), part)};
+    for (int i = 0; i < 48; ++i)
+        stage.hand().key(Qt::ALT | Qt::SHIFT | Qt::Key_Right);
+    for (int i = 0; i < 36; ++i)
+        stage.hand().key(Qt::ALT | Qt::SHIFT | Qt::Key_Down);
+    film.append(cut(stage.picture(), part));
+    camera(strip(film));
+    return stage.view().state().selection && stage.view().state().selection->width() > 200;
+}
+
+// A screen before and after its last region is brought back.
+bool lastRegion(const QImage &screen, double scale, const Camera &camera)
+{
+    const QRectF part(0.04, 0.08, 0.54, 0.68);
+    {
+        Stage before(screen, scale);
+        select(before);
+    }
+    Stage stage(screen, scale);
+    QList<QImage> film{cut(stage.picture(), part)};
+    stage.hand().key(Qt::Key_Space);
+    film.append(cut(stage.picture(), part));
+    camera(strip(film));
+    return stage.view().state().selection.has_value();
+}
+
 // The raw stroke, on its way, and the shape, next to each other.
 bool crossFade(Stage &stage, const Camera &camera)
 {
@@ -110,12 +152,7 @@ bool crossFade(Stage &stage, const Camera &camera)
     stage.view().toggleTool(Tool::pencil);
     QList<QImage> film;
     const QRectF part(0.16, 0.19, 0.3, 0.48);
-    const auto shoot = [&] {
-        const QImage now = stage.pictureNow();
-        film.append(now.copy(QRectF(part.x() * now.width(), part.y() * now.height(),
-                                    part.width() * now.width(), part.height() * now.height())
-                                 .toRect()));
-    };
+    const auto shoot = [&] { film.append(cut(stage.pictureNow(), part)); };
     stage.hand().stroke(sampleStroke(stage, QStringLiteral("corazon")));
     shoot();
     if (!Stage::wait([&] { return stage.view().state().current->original.has_value(); }))
@@ -273,6 +310,8 @@ const std::vector<Scene> &scenes()
         std::ranges::move(helping(), std::back_inserter(list));
         std::ranges::move(results(), std::back_inserter(list));
         list.push_back(scene("corrected", false, correctArrow));
+        list.push_back({QStringLiteral("keys"), false, regionByKeys});
+        list.push_back({QStringLiteral("last"), false, lastRegion});
         for (const QString &shape : SampleStrokes::names())
             list.push_back(shapeScene(shape));
         return list;

@@ -109,6 +109,7 @@ private:
     void selectAgain();
     void selectAtPointer();
     void moveByKey(const ArrowStep &step);
+    void nextCorner();
     void rememberRegion() const;
     void copied();
     void refresh();

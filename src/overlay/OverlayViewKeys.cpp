@@ -123,10 +123,16 @@ void OverlayView::run(Command command)
     case Command::undo: return undo();
     case Command::selectAll: return selectAll();
     case Command::pickColor: return startPicking();
-    case Command::nextCorner: return m_text.isOpen() ? void() : m_regionKeys.nextCorner();
+    case Command::nextCorner: return nextCorner();
     case Command::lastRegion: return m_session.underPointer(*this).selectAgain();
     case Command::removeMark: return removeMark();
     }
+}
+
+void OverlayView::nextCorner()
+{
+    if (!m_text.isOpen())
+        m_regionKeys.nextCorner();
 }
 
 // A selection that was not dragged out.
