@@ -1,5 +1,6 @@
 """A long day of the program: what it holds does not grow, a kill leaves the desktop as it was, and it sleeps when nobody wants
 anything. Short where every change is tried; VELLUMORA_SOAK=long takes a quarter of an hour."""
+import ctypes
 import os
 import random
 import re
@@ -34,6 +35,20 @@ def segments_of(pid):
     """How many segments of shared memory there are that the process has made."""
     lines = Path("/proc/sysvipc/shm").read_text("ascii").splitlines()[1:]
     return sum(int(line.split()[4]) == pid for line in lines)
+
+
+def bytes_in_segments(pid):
+    """How many bytes other than zero there are in the segments that the process has made."""
+    system = ctypes.CDLL(None)
+    system.shmat.restype = ctypes.c_void_p
+    count = 0
+    for line in Path("/proc/sysvipc/shm").read_text("ascii").splitlines()[1:]:
+        _, number, _, size, creator = map(int, line.split()[:5])
+        if creator == pid and (address := system.shmat(number, None, 0o10000)) != ctypes.c_void_p(-1).value:  # to read
+            memory = ctypes.string_at(address, size)
+            count += size - memory.count(0)
+            system.shmdt(ctypes.c_void_p(address))
+    return count
 
 
 def switches(pid):
@@ -90,6 +105,8 @@ class Soak(SystemTest):
         self.captures(desktop, WARMING)
         former = self.at_rest(program)
         self.assertIn("X windows", former.counts)
+        self.assertGreater(former.counts["segments"], 0)
+        self.assertEqual(bytes_in_segments(program.process.pid), 0, "of what was on the screens")
         self.captures(desktop, CAPTURES // 2)
         self.restart_window_manager()
         self.captures(desktop, CAPTURES - CAPTURES // 2)

@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -108,7 +109,9 @@ struct SharedBuffers::Mapping {
     static void release(void *mapping)
     {
         const std::unique_ptr<Mapping> self(static_cast<Mapping *>(mapping));
-        munmap(self->address, static_cast<size_t>(self->memory->bytes()));
+        const auto bytes = static_cast<size_t>(self->memory->bytes());
+        std::memset(self->address, 0, bytes); // what it showed does not outlive it
+        munmap(self->address, bytes);
     }
 };
 

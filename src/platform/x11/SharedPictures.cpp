@@ -9,6 +9,7 @@
 #include <xcb/shm.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -96,6 +97,7 @@ struct SharedPictures::Mapping {
     static void release(void *mapping)
     {
         const std::unique_ptr<Mapping> self(static_cast<Mapping *>(mapping));
+        std::memset(self->address, 0, self->segment->bytes); // what it showed does not outlive it
         shmdt(self->address);
     }
 };
