@@ -10,6 +10,15 @@ OutputCopy::OutputCopy(OutputCopies &all, std::unique_ptr<Output> output)
     , m_output(std::move(output))
 {}
 
+// Both looking at a large picture and making it opaque take their time, which passes
+// while the compositor copies; but first the other outputs are asked for, and their
+// answers heard, or they would be copied later.
+template <typename Work>
+void OutputCopy::later(Work work)
+{
+    QMetaObject::invokeMethod(&m_all, std::move(work), Qt::QueuedConnection);
+}
+
 void OutputCopy::copyInto(const SharedBuffers::Layout &layout)
 {
     m_buffer = m_all.m_buffers->take(layout);
@@ -18,10 +27,7 @@ void OutputCopy::copyInto(const SharedBuffers::Layout &layout)
         return end(false);
     send(m_buffer->proxy(), layout.size);
     m_all.m_connection->flush();
-    // Takes its time for a large picture, which passes while the compositor copies; but
-    // the other outputs are asked for first, or they would be copied later.
-    QMetaObject::invokeMethod(
-        &m_all, [this] { lookAtBuffer(); }, Qt::QueuedConnection);
+    later([this] { lookAtBuffer(); });
 }
 
 void OutputCopy::lookAtBuffer()
@@ -35,16 +41,24 @@ void OutputCopy::end(bool copied)
     if (!isPending())
         return;
     m_state = copied ? State::copied : State::failed;
+    if (copied)
+        later([this] { makeOpaque(); });
     m_all.ended();
+}
+
+// Not before the compositor has copied: what it copies has no opacity.
+void OutputCopy::makeOpaque()
+{
+    lookAtBuffer();
+    if (!std::exchange(m_opaque, true))
+        SharedBuffers::makeOpaque(m_image);
 }
 
 QImage OutputCopy::take()
 {
     if (m_state != State::copied)
         return {};
-    lookAtBuffer();
-    // Not before: what the compositor copies has no opacity.
-    SharedBuffers::makeOpaque(m_image);
+    makeOpaque();
     return upright(std::move(m_image), m_transform.value_or(m_output->transform()), m_rows);
 }
 

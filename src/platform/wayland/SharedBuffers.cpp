@@ -2,11 +2,14 @@
 
 #include "platform/freedesktop/Descriptor.h"
 
+#include <QtConcurrent>
+
 #include <sys/mman.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <utility>
 
 namespace {
@@ -175,11 +178,16 @@ void SharedBuffers::makeOpaque(QImage &image)
     if (image.format() != QImage::Format_RGB32)
         return;
     constexpr QRgb opaque = 0xff000000;
-    for (int y = 0; y < image.height(); ++y) {
-        auto *row = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x)
-            row[x] |= opaque;
-    }
+    constexpr int bandHeight = 128;
+    QList<std::span<QRgb>> bands;
+    const int line = static_cast<int>(image.bytesPerLine() / 4);
+    for (int y = 0; y < image.height(); y += bandHeight)
+        bands.emplace_back(reinterpret_cast<QRgb *>(image.scanLine(y)),
+                           std::size_t(line) * std::min(bandHeight, image.height() - y));
+    QtConcurrent::blockingMap(bands, [](std::span<QRgb> band) {
+        for (QRgb &pixel : band)
+            pixel |= opaque;
+    });
 }
 
 void SharedBuffers::forgetUnused() { m_kept = std::exchange(m_used, {}); }
