@@ -31,9 +31,20 @@ def capture(desktop, mark):
 
 
 def segments_of(pid):
-    """How many segments of shared memory there are that the process has made."""
-    lines = Path("/proc/sysvipc/shm").read_text("ascii").splitlines()[1:]
-    return sum(int(line.split()[4]) == pid for line in lines)
+    """The numbers of the segments of shared memory that the process has made."""
+    lines = [line.split() for line in Path("/proc/sysvipc/shm").read_text("ascii").splitlines()[1:]]
+    return {line[1] for line in lines if int(line[4]) == pid}
+
+
+def at_the_server(server, segments):
+    """What is in each of these, as the server sees it."""
+    for line in Path(f"/proc/{server}/maps").read_text("utf-8").splitlines():
+        place, _, _, _, number, *name = line.split()
+        if number in segments and name and name[0].startswith("/SYSV"):
+            begin, end = (int(address, 16) for address in place.split("-"))
+            with open(f"/proc/{server}/mem", "rb") as memory:
+                memory.seek(begin)
+                yield memory.read(end - begin)
 
 
 def switches(pid):
@@ -55,7 +66,7 @@ class Held:
         pid, server = program.process.pid, desktop.server.pid
         rollup = Path(f"/proc/{pid}/smaps_rollup").read_text("ascii")
         self.memory = int(re.search(r"Private_Dirty:\s+(\d+)", rollup)[1])  # kB
-        self.counts = {"descriptors": len(os.listdir(f"/proc/{pid}/fd")), "segments": segments_of(pid),
+        self.counts = {"descriptors": len(os.listdir(f"/proc/{pid}/fd")), "segments": len(segments_of(pid)),
                        "the server's descriptors": len(os.listdir(f"/proc/{server}/fd")),
                        "the server's shared memory": len(re.findall("/SYSV|/memfd", Path(f"/proc/{server}/maps").read_text("utf-8")))}
         for client in re.split(r"\n(?=\d+ - )", desktop.run("xrestop", "-b", "-m", "1")):
@@ -90,6 +101,8 @@ class Soak(SystemTest):
         self.captures(desktop, WARMING)
         former = self.at_rest(program)
         self.assertIn("X windows", former.counts)
+        kept = list(at_the_server(desktop.server.pid, segments_of(program.process.pid)))
+        self.assertEqual((len(kept), sum(map(any, kept))), (2, 0), "the pictures of two screens, wiped out")
         self.captures(desktop, CAPTURES // 2)
         self.restart_window_manager()
         self.captures(desktop, CAPTURES - CAPTURES // 2)
@@ -161,7 +174,7 @@ class Soak(SystemTest):
                     self.assertEqual(desktop.run(HELPERS / "witness", device), "held 0\n")
                 self.assertEqual(desktop.overlays(), [])
                 wait_for(lambda: desktop.pixels(area) == wanted, "the screen as it was")
-                self.assertEqual(segments_of(program.process.pid), 0)
+                self.assertEqual(segments_of(program.process.pid), set())
         desktop.start()
         desktop.xdotool("mousemove", *CORNER)
         desktop.press_shortcut()

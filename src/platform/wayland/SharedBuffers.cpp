@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -108,7 +109,10 @@ struct SharedBuffers::Mapping {
     static void release(void *mapping)
     {
         const std::unique_ptr<Mapping> self(static_cast<Mapping *>(mapping));
-        munmap(self->address, static_cast<size_t>(self->memory->bytes()));
+        const auto bytes = static_cast<size_t>(self->memory->bytes());
+        // The memory is kept for the next capture, but not what was on the screen.
+        std::memset(self->address, 0, bytes);
+        munmap(self->address, bytes);
     }
 };
 

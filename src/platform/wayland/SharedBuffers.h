@@ -13,7 +13,7 @@
 //
 // The compositor's side is kept from one capture to the next, because filling fresh
 // pages costs more than the copy itself. This program's side comes and goes with the
-// picture, so that an idle process holds no capture.
+// picture, and the memory is emptied then, so that nobody holds a capture any longer.
 class SharedBuffers {
 public:
     explicit SharedBuffers(std::shared_ptr<Connection> connection);

@@ -9,6 +9,7 @@
 #include <xcb/shm.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -96,6 +97,8 @@ struct SharedPictures::Mapping {
     static void release(void *mapping)
     {
         const std::unique_ptr<Mapping> self(static_cast<Mapping *>(mapping));
+        // The server keeps the memory for the next capture, but not what was on the screen.
+        std::memset(self->address, 0, self->segment->bytes);
         shmdt(self->address);
     }
 };

@@ -10,8 +10,8 @@
 //
 // The server's side of a segment is kept from one capture to the next, because
 // filling fresh pages takes five times as long as the copy itself. This program's
-// side is released with the last picture made on it, so that an idle process holds
-// no capture.
+// side is emptied and released with the last picture made on it, so that nobody
+// holds a capture any longer.
 class SharedPictures {
 public:
     // Returns how the server's pixels are stored; invalid when no picture format
