@@ -55,6 +55,15 @@ private slots:
         QCOMPARE(lockOf(Rendezvous::makePlace()), path("run/vellumora-far_10.1.2.3:7.lock"));
     }
 
+    void aStartThatIsToldNothingLooksWhereSessionsAre()
+    {
+        qunsetenv("XDG_RUNTIME_DIR");
+        const QByteArray usual = "/run/user/" + QByteArray::number(geteuid());
+        const bool here = access(usual.constData(), R_OK | W_OK) == 0;
+        const QByteArray elsewhere = path("tmp/vellumora-" + QString::number(geteuid()));
+        QCOMPARE(lockOf(Rendezvous::makePlace()), (here ? usual : elsewhere) + "/vellumora-:7.lock");
+    }
+
     void aFolderOfOthersIsNotUsed_data()
     {
         QTest::addColumn<std::function<void(const char *)>>("make");

@@ -3,6 +3,7 @@
 
 #include "support/Wallpaper.h"
 
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QProcess>
@@ -53,6 +54,20 @@ class ScreencopyGrabberTest : public QObject {
     {
         QFile maps("/proc/self/maps");
         return maps.open(QFile::ReadOnly) ? maps.readAll().count("vellumora-picture") : -1;
+    }
+
+    // How much of the memory that is kept has something in it, and not zeros only.
+    static int filledPictures()
+    {
+        int filled = 0;
+        for (const QFileInfo &link : QDir("/proc/self/fd").entryInfoList(QDir::System | QDir::Files)) {
+            QFile memory(link.filePath());
+            if (!link.symLinkTarget().contains("vellumora-picture") || !memory.open(QFile::ReadOnly))
+                continue;
+            const QByteArray bytes = memory.readAll();
+            filled += bytes.count('\0') < bytes.size() ? 1 : 0;
+        }
+        return filled;
     }
 
 private slots:
@@ -124,11 +139,14 @@ private slots:
         auto first = shots();
         QCOMPARE(mappedPictures(), 2);
         const QImage copy = first[0].image.copy();
-        const auto second = shots(); // does not write over what is looked at
+        auto second = shots(); // does not write over what is looked at
         QCOMPARE(mappedPictures(), 4);
         QCOMPARE(first[0].image, copy);
+        QCOMPARE(filledPictures(), 4);
         first.clear();
         QCOMPARE(mappedPictures(), 2);
+        second.clear();
+        QCOMPARE(filledPictures(), 0);
     }
 
     void aScreenThatComesIsReadToo()

@@ -51,13 +51,15 @@ struct Candidate {
     bool own; // made by us, where it is missing
 };
 
+// What is started by a clock or by another user's shell is told nothing of the
+// session, but has to find who runs in it.
 std::vector<Candidate> candidates()
 {
     const std::string runtime = variable("XDG_RUNTIME_DIR");
     const std::string temporary = variable("TMPDIR");
     const std::string cache = variable("XDG_CACHE_HOME");
     const std::string user = std::to_string(geteuid());
-    return {{runtime, false},
+    return {{runtime.empty() ? "/run/user/" + user : runtime, false},
             {(temporary.empty() ? "/tmp" : temporary) + "/vellumora-" + user, true},
             {(cache.empty() ? variable("HOME") + "/.cache" : cache) + "/vellumora", true}};
 }
