@@ -151,7 +151,7 @@ void TextField::keyPressEvent(QKeyEvent *event)
         return onDone();
     QKeyEvent key = asCommand(*event);
     if (key.matches(QKeySequence::Copy) && !hasSelectedText())
-        return event->ignore(); // there is nothing of the text to copy, but the picture
+        return event->accept(); // Qt would pass it on, and the picture would be copied
     QLineEdit::keyPressEvent(&key);
     event->setAccepted(key.isAccepted());
 }
