@@ -3,6 +3,9 @@
 #include "support/SessionBusDaemon.h"
 #include "support/TempHome.h"
 
+#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <optional>
@@ -31,6 +34,15 @@ class PortalHotKeysTest : public QObject {
     {
         keys = makeWaylandHotKeys();
         keys->onPressed = [this] { ++presses; };
+    }
+
+    // Until whoever has the portal's name has answered what he was asked before.
+    static void awaitPortal()
+    {
+        const auto ping = QDBusMessage::createMethodCall("org.freedesktop.portal.Desktop", "/",
+                                                         "org.freedesktop.DBus.Peer", "Ping");
+        const QDBusPendingCallWatcher answer(QDBusConnection("vellumora-atajos").asyncCall(ping));
+        QVERIFY(QSignalSpy(&answer, &QDBusPendingCallWatcher::finished).wait());
     }
 
 private slots:
@@ -86,7 +98,8 @@ private slots:
         portal.emplace("/usr/bin/python3", QStringList{QFINDTESTDATA("../support/portal.py"), "empty"});
         make();
         QVERIFY(!keys->registerShortcut(Shortcut{}));
-        QTest::qWait(200);
+        awaitPortal(); // he knows no introductions
+        awaitPortal(); // nor a version
         QCOMPARE(keys->binding(), Binding::nobody);
         QVERIFY(!keys->registerShortcut(Shortcut{}));
     }
