@@ -89,7 +89,7 @@ class Update(SystemTest):
         folder.mkdir(parents=True)
         bundle = folder / "Vellumora.app"
         shutil.copytree(cls.store / "plain.app", bundle, symlinks=True)
-        shutil.copy2(HELPERS / f"vellumora-{version}", bundle / "bin/vellumora")
+        shutil.copy2(HELPERS / f"libvellumora-{version}.so", bundle / "lib/libvellumora.so")
         return bundle
 
     def setUp(self):
@@ -136,7 +136,8 @@ class Update(SystemTest):
         self.assertIn(f"actualizacion: instalando {NEW}", self.desktop.log())
         (process,) = self.running()
         libraries = (process / "maps").read_text()
-        self.assertIn(f"{self.bundle}/lib/libQt6Core.so.6", libraries)
+        for library in ("libvellumora.so", "libQt6Core.so.6"):
+            self.assertIn(f"{self.bundle}/lib/{library}", libraries)
         self.assertNotIn("/usr/lib/x86_64-linux-gnu/libQt6", libraries)
         wait_for(lambda: os.listdir(self.place) == [self.bundle.name], "the end of the old bundle")
         self.assertEqual(os.listdir(self.temporary), [])
