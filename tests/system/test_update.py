@@ -195,12 +195,15 @@ class Update(SystemTest):
             return path
 
         other = made("other.pem", "ecparam", "-name", "prime256v1", "-genkey", "-noout")
+        half = self.desktop.folder / "half.tar"
+        subprocess.run(["tar", "-C", self.store / "new", "--exclude=libvellumora.so", "-cf", half, "Vellumora.app"], check=True)
         for reason, words in {
             "numbers with dots": {"version": "99.1beta"},
             "not 99.2": {"version": "99.2"},
             "not an https address": {"url": "http://vellumora.example/new.tar"},
             "no English notes": {"notes": self.desktop.folder / "notes.json"},
             "could be unpacked": {"archive": self.notes},
+            "does not run here": {"archive": half},  # though what it lacks lies in the build folder
             "not a P-256 key": {"key": made("wide.pem", "ecparam", "-name", "secp384r1", "-genkey", "-noout")},
             "dgst: ": {"key": other},  # the programs trust another one
         }.items():
