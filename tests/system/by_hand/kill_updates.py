@@ -48,7 +48,12 @@ class Kills(Update):
                 pass
 
     def kill_everything(self):
-        while found := list(self.marked()):
+        """Until it is seen three times that there is nothing: a process whose parent ends while one looks is not in the list
+        yet, and one that turns into another program has no environment for a moment."""
+        unseen = 0
+        while unseen < 3:
+            found = list(self.marked())
+            unseen = 0 if found else unseen + 1
             for process in found:
                 try:
                     os.kill(process, signal.SIGKILL)
