@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Kills whole updates at random moments and looks at what is left. Run by hand, since it takes a quarter of an hour:
+"""Kills whole updates at random moments and looks at what is left. Run by hand, since it takes half an hour:
 
     VELLUMORA=build/release/vellumora VELLUMORA_HELPERS=build/release/tests tests/system/by_hand/kill_updates.py [KILLS]
 
