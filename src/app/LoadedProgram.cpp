@@ -13,10 +13,11 @@
 namespace {
 
 // Beside the program in the build folder, then where bundles, installations and
-// Debian's packages have it. The last is for a copy of the program alone.
+// Debian's packages have it. Nowhere else: a bundle that lacks it must not run on
+// the machine that it was made on.
 constexpr const char *places[]
     = {"/libvellumora.so", "/../lib/libvellumora.so", "/../lib/vellumora/libvellumora.so",
-       "/../lib/" VELLUMORA_ARCHITECTURE "/vellumora/libvellumora.so", nullptr};
+       "/../lib/" VELLUMORA_ARCHITECTURE "/vellumora/libvellumora.so"};
 
 std::string ownFolder()
 {
@@ -30,7 +31,7 @@ void *library()
 {
     const std::string folder = ownFolder();
     for (const char *place : places) {
-        const std::string path = place ? folder + place : VELLUMORA_BUILT_LIBRARY;
+        const std::string path = folder + place;
         if (access(path.c_str(), R_OK) == 0)
             return dlopen(path.c_str(), RTLD_LAZY);
     }

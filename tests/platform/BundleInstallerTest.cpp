@@ -230,9 +230,16 @@ private slots:
     void anImageThatUnpacksToTooMuchIsRefused()
     {
         QFETCH(QString, entries);
-        pack(entries);
+        pack(entries, "");
+        QVERIFY(QFile::rename(path("image"), path("whole")));
+        QCOMPARE(QProcess::execute("mkfifo", {path("image")}), 0);
+        QProcess endless; // all but what says that it is over
+        endless.setWorkingDirectory(folder->path());
+        endless.start("/bin/sh", {"-c", "exec > image; head -c -10240 whole; exec cat"});
         BundleInstaller installer({}, 1'000'000);
         QCOMPARE(QCoro::waitFor(installer.stage(path("image"), path("mnt"), path("staged"))), "> 1000000 B");
+        endless.kill();
+        endless.waitForFinished();
         QVERIFY(!QFile::exists(path("mnt")));
         QVERIFY(!QFile::exists(path("staged")));
     }

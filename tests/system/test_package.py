@@ -47,6 +47,25 @@ class DebianPackage(unittest.TestCase):
             self.assertIn("\nExec=/usr/bin/vellumora\n", (files / "usr/share" / name).read_text("utf-8"))
 
 
+class Archive(unittest.TestCase):
+    def test_it_is_the_same_wherever_whenever_and_by_whomever_it_is_made(self):
+        folder = Path(tempfile.mkdtemp(prefix="vellumora in  a place -"))
+        self.addCleanup(shutil.rmtree, folder, True)
+        shutil.copytree(PACKAGING, folder / "packaging")
+        moved = folder / "build x"
+        moved.mkdir()
+        for name in ("vellumora", "vellumora-exchange", "libvellumora.so"):
+            shutil.copy(BUILD / name, moved)
+        shutil.copytree(BUILD / "share", moved / "share", copy_function=shutil.copy)
+        environment = {**os.environ, "SOURCE_DATE_EPOCH": "1000000000", "XZ_OPT": "-0"}
+        for tools, build, output, mask, zone in ((PACKAGING, BUILD, folder / "one", 0o022, "UTC"),
+                                                 (folder / "packaging", "build x", "the other", 0o077, "Asia/Tokyo")):
+            subprocess.run([tools / "make-bundle", build, output], check=True, cwd=folder, umask=mask,
+                           env={**environment, "TZ": zone}, stdout=subprocess.DEVNULL)
+        one, other = ((folder / output / "Vellumora.tar.xz").read_bytes() for output in ("one", "the other"))
+        self.assertTrue(one == other)
+
+
 class RegisteredBundle(SystemTest):
     def setUp(self):
         super().setUp()

@@ -89,7 +89,7 @@ class Update(SystemTest):
         folder.mkdir(parents=True)
         bundle = folder / "Vellumora.app"
         shutil.copytree(cls.store / "plain.app", bundle, symlinks=True)
-        shutil.copy2(HELPERS / f"vellumora-{version}", bundle / "bin/vellumora")
+        shutil.copy2(HELPERS / f"libvellumora-{version}.so", bundle / "lib/libvellumora.so")
         return bundle
 
     def setUp(self):
@@ -136,7 +136,8 @@ class Update(SystemTest):
         self.assertIn(f"actualizacion: instalando {NEW}", self.desktop.log())
         (process,) = self.running()
         libraries = (process / "maps").read_text()
-        self.assertIn(f"{self.bundle}/lib/libQt6Core.so.6", libraries)
+        for library in ("libvellumora.so", "libQt6Core.so.6"):
+            self.assertIn(f"{self.bundle}/lib/{library}", libraries)
         self.assertNotIn("/usr/lib/x86_64-linux-gnu/libQt6", libraries)
         wait_for(lambda: os.listdir(self.place) == [self.bundle.name], "the end of the old bundle")
         self.assertEqual(os.listdir(self.temporary), [])
@@ -194,12 +195,15 @@ class Update(SystemTest):
             return path
 
         other = made("other.pem", "ecparam", "-name", "prime256v1", "-genkey", "-noout")
+        half = self.desktop.folder / "half.tar"
+        subprocess.run(["tar", "-C", self.store / "new", "--exclude=libvellumora.so", "-cf", half, "Vellumora.app"], check=True)
         for reason, words in {
             "numbers with dots": {"version": "99.1beta"},
             "not 99.2": {"version": "99.2"},
             "not an https address": {"url": "http://vellumora.example/new.tar"},
             "no English notes": {"notes": self.desktop.folder / "notes.json"},
             "could be unpacked": {"archive": self.notes},
+            "does not run here": {"archive": half},  # though what it lacks lies in the build folder
             "not a P-256 key": {"key": made("wide.pem", "ecparam", "-name", "secp384r1", "-genkey", "-noout")},
             "dgst: ": {"key": other},  # the programs trust another one
         }.items():

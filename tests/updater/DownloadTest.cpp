@@ -118,6 +118,7 @@ private slots:
     {
         server.answers["/y"] = WebServer::status(301, "Location: /x\r\n");
         QVERIFY(get(WebServer::status(302, "Location: /y\r\n"))->startsWith("bucle de redirecciones"));
+        QCOMPARE(server.requests.size(), 2);
         for (int i = 0; i < 12; ++i)
             server.answers[QString("/%1").arg(i)]
                 = WebServer::status(302, "Location: /" + QByteArray::number(i + 1) + "\r\n");

@@ -40,7 +40,8 @@ class Update(Updates):
         (self.desktop.home / "Library/Logs/Vellumora.log").unlink(missing_ok=True)
 
     def script(self):
-        """The text of a swap and the process that runs it, which waits for ever: nobody takes note of the program's end."""
+        """The text of a swap and the process that runs it, which waits for ever: nobody takes note of the program's end. It has
+        a group of its own; what it waits with holds the folder like itself."""
         self.unattended()
         self.wait_for_log("instalando")
         for process in Path("/proc").glob("[0-9]*"):
@@ -68,7 +69,7 @@ class Update(Updates):
         (work,) = self.temporary.iterdir()
         saved = self.desktop.folder / "saved"
         shutil.copytree(work, saved, symlinks=True)
-        os.kill(process, signal.SIGKILL)
+        os.killpg(process, signal.SIGKILL)
         for old in self.desktop.processes:
             old.process.poll()
         for number in range(SCRIPTS_AT_ONCE):
@@ -85,7 +86,7 @@ class Update(Updates):
 
     def test_a_script_that_dies_is_told_about_once(self):
         _, process = self.script()
-        os.kill(process, signal.SIGKILL)
+        os.killpg(process, signal.SIGKILL)
         self.desktop.processes[-1].status()
         for alerts in (1, 0):
             self.desktop.home.joinpath("Library/Logs/Vellumora.log").unlink()

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Kills whole updates at random moments and looks at what is left. Run by hand, since it takes a quarter of an hour:
+"""Kills whole updates at random moments and looks at what is left. Run by hand, since it takes half an hour:
 
     VELLUMORA=build/release/vellumora VELLUMORA_HELPERS=build/release/tests tests/system/by_hand/kill_updates.py [KILLS]
 
@@ -48,7 +48,12 @@ class Kills(Update):
                 pass
 
     def kill_everything(self):
-        while found := list(self.marked()):
+        """Until it is seen three times that there is nothing: a process whose parent ends while one looks is not in the list
+        yet, and one that turns into another program has no environment for a moment."""
+        unseen = 0
+        while unseen < 3:
+            found = list(self.marked())
+            unseen = 0 if found else unseen + 1
             for process in found:
                 try:
                     os.kill(process, signal.SIGKILL)
