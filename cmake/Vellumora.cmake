@@ -67,6 +67,7 @@ function(vellumora_test path)
   if(NOT test_COMMAND)
     set(test_COMMAND ${name}Test)
   endif()
+  add_dependencies(unit_tests ${name}Test)
   add_test(NAME ${path} COMMAND ${test_COMMAND})
   set_tests_properties(${path} PROPERTIES LABELS unit TIMEOUT 120
     ENVIRONMENT "QT_SCREEN_SCALE_FACTORS=A=2\\;B=1\\;C=1.25;QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/support/screens.json;VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}")

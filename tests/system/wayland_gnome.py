@@ -13,6 +13,8 @@ class InPixels(Output):
         return self.x + pixel[0], self.y + pixel[1]
 
 
+FIRST_START = 60  # seconds; it reads half the disk
+
 # The first is large enough for the shell to offer a scale of 2.
 A = InPixels("Meta-0", 1600, 960, 2)
 B = InPixels("Meta-1", 1280, 800, 1, A.width)
@@ -36,7 +38,8 @@ class Gnome(WaylandDesktop):
         wait_for((self.folder / "run/pipewire-0").exists, "pipewire")
         monitors = [word for output in self.outputs for word in ("--virtual-monitor", f"{output.width}x{output.height}")]
         process = Process(self, "shell", ["gnome-shell", "--headless", "--no-x11", "--wayland-display", "wayland-test", *monitors])
-        wait_for(lambda: any("GNOME Shell started" in line for line in process.lines()), "the shell")
+        wait_for(lambda: any("GNOME Shell started" in line for line in process.lines()),
+                 lambda: f"the shell, which says {process.lines()}", FIRST_START)
         self.arrange()
         return process
 
