@@ -16,14 +16,14 @@ PATIENCE = 20  # seconds; a wait that takes longer has failed
 
 
 def wait_for(condition, what, patience=PATIENCE):
-    """Returns what the condition answers as soon as that is true. What it is may be a function, asked when it did not come."""
+    """Returns what the condition answers as soon as that is true."""
     end = time.monotonic() + patience
     while time.monotonic() < end:
         answer = condition()
         if answer:
             return answer
         time.sleep(0.02)
-    raise AssertionError(f"waited in vain for {what() if callable(what) else what}")
+    raise AssertionError(f"waited in vain for {what}")
 
 
 class Process:
