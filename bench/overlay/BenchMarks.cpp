@@ -1,5 +1,6 @@
 // What marks cost on a whole 4K screen, beside copying the screen's bytes: a
 // mosaic of all of it, made anew and repainted, and a stroke of many points.
+#include "base/Raster.h"
 #include "base/ViewSpace.h"
 #include "marks/Annotation.h"
 #include "overlay/canvas/MarksLayer.h"
@@ -50,8 +51,7 @@ void pixelate(benchmark::State &state, bool anew)
             layer.follow({});
             layer.follow(marks);
         }
-        QPainter painter(&canvas);
-        layer.draw(painter, canvas.rect());
+        layer.draw(Raster(canvas), canvas.rect());
     }
 }
 

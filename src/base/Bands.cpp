@@ -1,5 +1,7 @@
 #include "base/Bands.h"
 
+#include "base/Raster.h"
+
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
@@ -8,22 +10,33 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
+#include <optional>
 #include <semaphore>
 #include <vector>
 
 namespace {
 
 constexpr int bandHeight = 64;     // device pixels
-constexpr int largeArea = 500'000; // device pixels; below, waking a thread costs more than it saves
-constexpr int mostThreads = 4;     // more only wait for the memory
+constexpr int largeArea = 500'000; // device pixels to copy; below, waking a thread costs more than it saves
+constexpr int largePainting = 50'000; // device pixels to work out
+constexpr int mostThreads = 4;        // more only wait for the memory
 
+// In one pass over the rectangles, which a region keeps from the top down: a region of
+// small cells has hundreds.
 std::vector<QRegion> bandsOf(const QRegion &region)
 {
     const QRect all = region.boundingRect();
+    std::vector<std::vector<QRect>> cut(std::size_t((all.height() + bandHeight - 1) / bandHeight));
+    for (const QRect &rect : region)
+        for (int band = (rect.top() - all.top()) / bandHeight;
+             band <= (rect.bottom() - all.top()) / bandHeight; ++band)
+            cut[std::size_t(band)].push_back(
+                rect & QRect(rect.left(), all.top() + band * bandHeight, rect.width(), bandHeight));
     std::vector<QRegion> bands;
-    for (int top = all.top(); top <= all.bottom(); top += bandHeight)
-        if (const QRegion band = region & QRect(all.left(), top, all.width(), bandHeight); !band.isEmpty())
-            bands.push_back(band);
+    for (const std::vector<QRect> &rects : cut)
+        if (!rects.empty())
+            bands.emplace_back().setRects(rects.data(), static_cast<int>(rects.size()));
     return bands;
 }
 
@@ -36,43 +49,43 @@ const QImage *pictureBehind(const QPainter &painter)
     return isPicture ? static_cast<const QImage *>(engine->paintDevice()) : nullptr;
 }
 
-bool isLarge(const QRegion &region)
+qint64 areaOf(const QRegion &region)
 {
     qint64 area = 0;
     for (const QRect &rect : region)
         area += qint64(rect.width()) * rect.height();
-    return area > largeArea;
+    return area;
 }
 
-// Several painters on one picture. Each takes the next band that is left, so
-// whoever is held up holds nobody else up.
-class Painters {
-public:
-    Painters(const QImage &picture, const QTransform &toPixels, const std::vector<QRegion> &bands,
-             const Bands::Paint &paint)
-        : m_bits(const_cast<uchar *>(picture.constBits())) // bits() might make it a copy
-        , m_size(picture.size())
-        , m_bytesPerLine(picture.bytesPerLine())
-        , m_format(picture.format())
-        , m_toPixels(toPixels)
-        , m_bands(bands)
-        , m_paint(paint)
+// A picture that several threads write to at once, each its own part.
+struct Shared {
+    explicit Shared(const QImage &picture)
+        : bits(const_cast<uchar *>(picture.constBits())) // bits() might make it a copy
+        , size(picture.size())
+        , bytesPerLine(picture.bytesPerLine())
+        , format(picture.format())
     {}
 
-    void work()
-    {
-        QImage shared(m_bits, m_size.width(), m_size.height(), m_bytesPerLine, m_format);
-        QPainter painter(&shared);
-        painter.setTransform(m_toPixels);
-        for (std::size_t i = m_next++; i < m_bands.size(); i = m_next++)
-            m_paint(painter, m_bands[i]);
-    }
+    [[nodiscard]] QImage image() const { return {bits, size.width(), size.height(), bytesPerLine, format}; }
 
-    void workWithOthers()
+    uchar *const bits;
+    const QSize size;
+    const qsizetype bytesPerLine;
+    const QImage::Format format;
+};
+
+// Has several threads do the same work at once. Each takes the next band that is left,
+// so whoever is held up holds nobody else up.
+class Crew {
+public:
+    explicit Crew(const std::vector<QRegion> &bands) : m_bands(bands) {}
+
+    // Calls work in every thread, which is to go on until there is no next band.
+    void work(const std::function<void()> &work)
     {
         const int wanted = std::min(QThread::idealThreadCount(), mostThreads) - 1;
         int others = 0;
-        while (others < wanted && QThreadPool::globalInstance()->tryStart([this] {
+        while (others < wanted && QThreadPool::globalInstance()->tryStart([this, &work] {
             work();
             m_ended.release();
         }))
@@ -82,17 +95,76 @@ public:
             m_ended.acquire();
     }
 
+    const QRegion *next()
+    {
+        const std::size_t i = m_next++;
+        return i < m_bands.size() ? &m_bands[i] : nullptr;
+    }
+
 private:
-    uchar *const m_bits;
-    const QSize m_size;
-    const qsizetype m_bytesPerLine;
-    const QImage::Format m_format;
-    const QTransform m_toPixels;
     const std::vector<QRegion> &m_bands;
-    const Bands::Paint &m_paint;
     std::atomic<std::size_t> m_next = 0;
     std::counting_semaphore<mostThreads> m_ended{0};
 };
+
+// Where the picture's upper left corner lies in the painter's space, if both count in
+// the same pixels.
+std::optional<QPoint> cornerOf(const QPainter &painter, QSize picture)
+{
+    constexpr double nearly = 1e-3; // over the whole picture
+    const QTransform toPixels = painter.deviceTransform();
+    const QPointF moved(toPixels.dx(), toPixels.dy());
+    const QPoint whole = moved.toPoint();
+    const double off = std::abs(toPixels.m11() - 1) * picture.width()
+                       + std::abs(toPixels.m22() - 1) * picture.height() + (moved - whole).manhattanLength();
+    return toPixels.type() <= QTransform::TxScale && off < nearly ? std::optional(-whole) : std::nullopt;
+}
+
+// The part of the picture that is being painted, which at a fractional scale ends
+// within what the widget calls exposed.
+QRegion clipOf(const QPainter &painter, QSize picture)
+{
+    const QRegion clip = painter.paintEngine()->systemClip();
+    return clip.isEmpty() ? QRect({}, picture) : clip;
+}
+
+bool hasColours(const QImage &picture)
+{
+    return picture.format() == QImage::Format_RGB32
+           || picture.format() == QImage::Format_ARGB32_Premultiplied;
+}
+
+// The pixels behind a painter that counts as they do, and which of them it may change.
+struct Target {
+    static std::optional<Target> behind(const QPainter &painter)
+    {
+        const QImage *picture = pictureBehind(painter);
+        const auto corner = picture ? cornerOf(painter, picture->size()) : std::nullopt;
+        if (!corner || !hasColours(*picture))
+            return std::nullopt;
+        const Shared shared(*picture);
+        const QRect all(*corner, shared.size);
+        return Target{shared, Raster(shared.bits, shared.bytesPerLine, all),
+                      clipOf(painter, shared.size).translated(*corner) & all};
+    }
+
+    Shared picture;
+    Raster raster;
+    QRegion seen;
+};
+
+// Fills a transparent picture first, a band at a time.
+void fillApart(QPainter &painter, const std::vector<QRegion> &bands, const Bands::Fill &fill)
+{
+    for (const QRegion &band : bands) {
+        const QRect all = band.boundingRect();
+        QImage apart(all.size(), QImage::Format_ARGB32_Premultiplied);
+        apart.fill(Qt::transparent);
+        fill(Raster(apart, all.topLeft()), band);
+        for (const QRect &rect : band)
+            painter.drawImage(rect.topLeft(), apart, rect.translated(-all.topLeft()));
+    }
+}
 
 } // namespace
 
@@ -100,12 +172,49 @@ namespace Bands {
 
 void draw(QPainter &painter, const QRegion &exposed, const Paint &paint)
 {
-    const std::vector<QRegion> bands = bandsOf(exposed);
-    const QImage *picture = isLarge(exposed) ? pictureBehind(painter) : nullptr;
-    if (picture)
-        return Painters(*picture, painter.deviceTransform(), bands, paint).workWithOthers();
-    for (const QRegion &band : bands)
-        paint(painter, band);
+    const auto target = areaOf(exposed) > largePainting ? Target::behind(painter) : std::nullopt;
+    if (!target) {
+        for (const QRegion &band : bandsOf(exposed))
+            paint(painter, band);
+        return;
+    }
+    const QTransform toPixels = painter.deviceTransform();
+    const std::vector<QRegion> bands = bandsOf(exposed & target->seen);
+    Crew crew(bands);
+    crew.work([&] {
+        QImage image = target->picture.image();
+        QPainter own(&image);
+        own.setTransform(toPixels);
+        while (const QRegion *band = crew.next())
+            paint(own, *band);
+    });
+}
+
+void fill(QPainter &painter, const QRegion &exposed, const Fill &fill)
+{
+    const auto target = Target::behind(painter);
+    if (!target)
+        return fillApart(painter, bandsOf(exposed), fill);
+    const QRegion seen = exposed & target->seen;
+    const std::vector<QRegion> bands = bandsOf(seen);
+    if (areaOf(seen) <= largeArea) {
+        for (const QRegion &band : bands)
+            fill(target->raster, band);
+        return;
+    }
+    Crew crew(bands);
+    crew.work([&] {
+        while (const QRegion *band = crew.next())
+            fill(target->raster, *band);
+    });
+}
+
+void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)
+{
+    if (const auto target = Target::behind(painter))
+        fill(target->raster, exposed & target->seen);
+    else
+        fillApart(painter, bandsOf(exposed), fill);
 }
 
 } // namespace Bands

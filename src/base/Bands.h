@@ -5,17 +5,27 @@
 #include <functional>
 
 class QPainter;
+class Raster;
 
 // Cuts large repaints into bands: a band is still in the processor's cache when it
 // is painted over a second time, and several bands can be painted at once.
 namespace Bands {
 
 using Paint = std::function<void(QPainter &painter, const QRegion &band)>;
+using Fill = std::function<void(const Raster &raster, const QRegion &band)>;
 
 // Calls paint once for each band of the region, in no particular order and with a
 // painter in the same space as the one given. The region is in device pixels.
 // Several threads share a large region, so paint must not change anything. Returns
 // when the whole region has been painted.
 void draw(QPainter &painter, const QRegion &exposed, const Paint &paint);
+
+// Calls fill in the same way, to write every pixel of the band. The painter must count
+// in device pixels. Of its clip only what the window sets counts.
+void fill(QPainter &painter, const QRegion &exposed, const Fill &fill);
+
+// Calls fill, perhaps once, to blend over the pixels of the region, premultiplied. The
+// painter is as for fill().
+void blend(QPainter &painter, const QRegion &exposed, const Fill &fill);
 
 } // namespace Bands

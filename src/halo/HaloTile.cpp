@@ -1,5 +1,7 @@
 #include "halo/HaloTile.h"
 
+#include "base/PixelRows.h"
+
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
@@ -12,18 +14,6 @@ namespace {
 // they are blended.
 constexpr int pixelsAtOnce = 16 * 1024;
 constexpr int pixelsInCacheLine = 16;
-constexpr QRgb opaque = 0xff000000; // what a screen has there means nothing
-
-// All four channels of a colour times a / 255, rounded.
-QRgb times(QRgb color, std::uint32_t a)
-{
-    constexpr std::uint32_t pairs = 0x00ff00ff;
-    constexpr std::uint32_t halves = 0x00800080;
-    const std::uint32_t even = (color & pairs) * a;
-    const std::uint32_t odd = ((color >> 8) & pairs) * a;
-    return (((even + ((even >> 8) & pairs) + halves) >> 8) & pairs)
-           | ((odd + ((odd >> 8) & pairs) + halves) & ~pairs);
-}
 
 // Begins to fetch the memory of these pixels, all rows at once: every row of a
 // tall strip is on another page, and waiting for one after the other would take
@@ -62,7 +52,7 @@ void HaloTile::setGround(const QImage &picture)
         const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
         const std::size_t from = indexOf(pixels.left(), pixels.top() + y);
         for (std::size_t x = 0; x < static_cast<std::size_t>(pixels.width()); ++x)
-            ground[from + x] = times(line[x] | opaque, 255U - coverage[from + x]);
+            ground[from + x] = PixelRows::times(line[x] | PixelRows::opaque, 255U - coverage[from + x]);
     }
 }
 
@@ -96,7 +86,7 @@ void HaloTile::lookUp(QRgb *line, std::size_t from, std::size_t count, const Hal
     for (std::size_t i = 0; i < count; ++i)
         line[i] = colors[direction[from + i]];
     for (std::size_t i = 0; i < count; ++i)
-        line[i] = times(line[i], coverage[from + i]);
+        line[i] = PixelRows::times(line[i], coverage[from + i]);
     if (!ground.empty())
         for (std::size_t i = 0; i < count; ++i)
             line[i] += ground[from + i];

@@ -1,6 +1,7 @@
 #include "marks/Pixelation.h"
 
 #include "base/Painting.h"
+#include "base/Raster.h"
 #include "base/Rect.h"
 #include "base/ViewSpace.h"
 #include "marks/Annotation.h"
@@ -21,6 +22,7 @@ constexpr int smallestBlock = 6; // device pixels
 constexpr int channelBits = 8;
 constexpr int pairBits = 16;
 constexpr std::uint32_t evenBytes = 0x00ff00ff;
+constexpr int rowsAtOnce = 64;
 constexpr int pixelsAtOnce = 256; // whose bytes add up to 16 bits at most
 
 // The sums of the channels, two to a word.
@@ -72,12 +74,20 @@ std::pair<int, int> touched(int first, int last, int count, double low, double l
 
 void draw(QPainter &painter, const Annotation &mark, const QRectF &exposed)
 {
+    const Mosaic mosaic(mark);
+    if (mosaic.isNull())
+        return;
     const Painting::Saved saved(painter);
-    painter.setRenderHint(QPainter::Antialiasing, false);
     const QTransform toPixels = painter.combinedTransform();
     painter.setWorldTransform(toPixels.inverted() * painter.worldTransform()); // to the device's own pixels
-    Mosaic(mark).draw(painter, toPixels.mapRect(mark.rectFromPoints()),
-                      toPixels.mapRect(exposed).toAlignedRect());
+    const QRectF place = toPixels.mapRect(mark.rectFromPoints());
+    const QRect shown = Mosaic::covered(place) & toPixels.mapRect(exposed).toAlignedRect();
+    for (int top = shown.top(); top <= shown.bottom(); top += rowsAtOnce) {
+        const QRect rows = shown & QRect(shown.left(), top, shown.width(), rowsAtOnce);
+        QImage picture(rows.size(), QImage::Format_RGB32);
+        mosaic.fill(Raster(picture, rows.topLeft()), place, rows);
+        painter.drawImage(rows.topLeft(), picture);
+    }
 }
 
 QRectF bounds(const Annotation &mark) { return mark.rectFromPoints(); }
@@ -140,26 +150,33 @@ QRect Mosaic::covered(const QRectF &place)
     return {low, place.bottomRight().toPoint() - QPoint{1, 1}};
 }
 
-// Block by block: where Qt enlarges a picture, the borders depend on which part
-// of it is painted.
-void Mosaic::draw(QPainter &painter, const QRectF &place, const QRect &exposed) const
+// Not as a picture that Qt enlarges: there the borders depend on which part of it is
+// painted. The rows of blocks are made of their first one.
+void Mosaic::fill(const Raster &raster, const QRectF &place, const QRect &exposed) const
 {
-    if (isNull())
+    const QRect part = covered(place) & exposed;
+    if (isNull() || part.isEmpty())
         return;
-    const auto [left, right]
-        = touched(exposed.left(), exposed.right(), m_blocks.width(), place.x(), place.width());
+    const auto [left, right] = touched(part.left(), part.right(), m_blocks.width(), place.x(), place.width());
     const auto [top, bottom]
-        = touched(exposed.top(), exposed.bottom(), m_blocks.height(), place.y(), place.height());
+        = touched(part.top(), part.bottom(), m_blocks.height(), place.y(), place.height());
     for (int row = top; row < bottom; ++row) {
-        const int low = border(row, m_blocks.height(), place.y(), place.height());
-        const int high = border(row + 1, m_blocks.height(), place.y(), place.height());
+        const int low = std::max(border(row, m_blocks.height(), place.y(), place.height()), part.top());
+        const int high
+            = std::min(border(row + 1, m_blocks.height(), place.y(), place.height()), part.bottom() + 1);
+        if (low >= high)
+            continue;
+        QRgb *const first = raster.at(part.left(), low);
         for (int column = left; column < right; ++column) {
-            const int begin = border(column, m_blocks.width(), place.x(), place.width());
-            const int end = border(column + 1, m_blocks.width(), place.x(), place.width());
-            const QRect block = QRect(begin, low, end - begin, high - low) & exposed;
-            if (!block.isEmpty())
-                painter.fillRect(block, QColor::fromRgb(colour(column, row)));
+            const int begin
+                = std::max(border(column, m_blocks.width(), place.x(), place.width()), part.left());
+            const int end
+                = std::min(border(column + 1, m_blocks.width(), place.x(), place.width()), part.right() + 1);
+            if (begin < end)
+                std::fill(first + (begin - part.left()), first + (end - part.left()), colour(column, row));
         }
+        for (int y = low + 1; y < high; ++y)
+            std::copy_n(first, part.width(), raster.at(part.left(), y));
     }
 }
 

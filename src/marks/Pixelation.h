@@ -7,7 +7,7 @@
 
 #include <vector>
 
-class QPainter;
+class Raster;
 struct Annotation;
 
 // Makes a mosaic of one part of the frozen screen, not of the marks above it. The
@@ -22,10 +22,10 @@ public:
     // Returns whether there is nothing to paint because the mark is too small or
     // off the frozen screen.
     [[nodiscard]] bool isNull() const { return m_colours.empty(); }
-    // Paints the exposed part of a mosaic that fills the given place. Both are in
-    // device pixels, in which the painter counts too. A pixel is painted if its
-    // centre lies in the place. Several threads may call this at once.
-    void draw(QPainter &painter, const QRectF &place, const QRect &exposed) const;
+    // Writes the exposed part of a mosaic that fills the given place, both in device
+    // pixels. A pixel is written if its centre lies in the place. Several threads may
+    // call this at once.
+    void fill(const Raster &raster, const QRectF &place, const QRect &exposed) const;
     // Returns the device pixels that a mosaic at this place covers.
     [[nodiscard]] static QRect covered(const QRectF &place);
 
@@ -37,6 +37,12 @@ private:
     QRect m_part; // of the screen, device pixels
     QSize m_blocks;
     mutable std::vector<QRgb> m_colours; // row by row from the top; transparent until computed
+};
+
+// A mosaic and the place that it fills, in device pixels of the screen.
+struct Tessera {
+    Mosaic mosaic;
+    QRectF place;
 };
 
 namespace Pixelation {

@@ -1,5 +1,6 @@
 #include "modes/HaloTestMode.h"
 
+#include "base/Raster.h"
 #include "halo/HaloView.h"
 #include "modes/Album.h"
 #include "modes/Console.h"
@@ -66,11 +67,9 @@ private:
     {
         QElapsedTimer since;
         since.start();
-        QPainter painter(&m_canvas);
         const ViewSpace space(m_shot.pointSize, m_shot.scale);
-        painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // the screen below the glow is laid in pixels
-        m_backdrop.draw(painter, space.toNearestPixels(m_selection), space.pixelsOf(area));
-        painter.resetTransform();
+        m_backdrop.fill(Raster(m_canvas), space.toNearestPixels(m_selection), space.pixelsOf(area));
+        QPainter painter(&m_canvas);
         m_halo.draw(painter, area);
         m_times.push_back(double(since.nsecsElapsed()) * 1e-6);
     }

@@ -4,13 +4,16 @@
 
 #include <QImage>
 
-// Returns a picture in which every pixel tells where it is.
+// Returns a picture in which every pixel tells where it is. As some compositors leave
+// it, nothing stands where the opacity would be.
 inline QImage pattern(QSize size)
 {
     QImage image(size, QImage::Format_RGB32);
-    for (int y = 0; y < size.height(); ++y)
+    for (int y = 0; y < size.height(); ++y) {
+        auto *row = reinterpret_cast<QRgb *>(image.scanLine(y));
         for (int x = 0; x < size.width(); ++x)
-            image.setPixel(x, y, qRgb(x & 0xff, y & 0xff, ((x >> 8) << 4 | (y >> 8)) & 0xff));
+            row[x] = qRgba(x & 0xff, y & 0xff, ((x >> 8) << 4 | (y >> 8)) & 0xff, 0);
+    }
     return image;
 }
 

@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QRegion>
 
-class QPainter;
+class Raster;
 
 // Paints the frozen screen under everything else, dimmed outside the selection. It is
 // dimmed anew wherever it is asked for: that costs little more than copying a picture
@@ -19,13 +19,13 @@ public:
     // the shot does not cover it.
     [[nodiscard]] QImage dimmed(const QRect &pixels) const;
 
-    // Paints only the exposed part, undimmed where it is bright. Everything is in
-    // device pixels, in which the painter counts too. The picture is never
-    // resampled: one pixel of it is one pixel of the screen.
-    void draw(QPainter &painter, const QRect &bright, const QRegion &exposed) const;
+    // Writes only the exposed part, undimmed where it is bright. Everything is in
+    // device pixels. The picture is never resampled: one pixel of it is one pixel of
+    // the screen. Several threads may call this at once.
+    void fill(const Raster &raster, const QRect &bright, const QRegion &exposed) const;
 
 private:
-    void drawDimmed(QPainter &painter, const QRect &pixels) const;
+    [[nodiscard]] const QRgb *at(int x, int y) const;
 
     const ScreenShot &m_shot;
 };

@@ -2,6 +2,7 @@
 
 #include "base/Bands.h"
 #include "base/Painting.h"
+#include "base/Raster.h"
 #include "marks/EditorState.h"
 #include "marks/MarkFootprint.h"
 #include "overlay/canvas/Loupe.h"
@@ -168,24 +169,35 @@ void Canvas::drawScreen(QPainter &painter, const QRegion &exposed)
     const Painting::Saved saved(painter);
     painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
     if (!m_state.selection)
-        return m_backdrop.draw(painter, {}, exposed);
+        return Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
+            m_backdrop.fill(raster, {}, band);
+        });
     const QRect selected = m_space.toNearestPixels(*m_state.selection);
-    const QRegion hidden = hiddenByMosaics() & selected;
+    const std::optional<Tessera> mosaic = mosaicInHand();
+    QRegion hidden = m_marks.covered() + m_inHand.covered();
+    if (mosaic)
+        hidden += Mosaic::covered(mosaic->place);
+    hidden &= selected;
     m_marks.prepare(exposed & selected);
     m_inHand.prepare(exposed & selected);
-    Bands::draw(painter, exposed, [&](QPainter &on, const QRegion &band) {
-        m_backdrop.draw(on, selected, band - hidden);
-        m_marks.draw(on, band & selected);
-        m_inHand.draw(on, band & selected);
+    Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
+        m_backdrop.fill(raster, selected, band - hidden);
+        m_marks.draw(raster, band & selected);
+        m_inHand.draw(raster, band & selected);
+        if (mosaic)
+            for (const QRect &rect : band &selected)
+                mosaic->mosaic.fill(raster, mosaic->place, rect);
     });
 }
 
-QRegion Canvas::hiddenByMosaics() const
+// It has no soft edges, and may be large: several threads write it.
+std::optional<Tessera> Canvas::mosaicInHand() const
 {
-    QRegion hidden = m_marks.covered() + m_inHand.covered();
-    if (m_state.current && m_state.current->tool == Tool::pixelate && !Mosaic(*m_state.current).isNull())
-        hidden += Mosaic::covered(m_space.toDevice(m_state.current->rectFromPoints()));
-    return hidden;
+    const auto &mark = m_state.current;
+    if (!mark || mark->tool != Tool::pixelate)
+        return std::nullopt;
+    Tessera tessera{Mosaic(*mark), m_space.toDevice(mark->rectFromPoints())};
+    return tessera.mosaic.isNull() ? std::nullopt : std::optional(std::move(tessera));
 }
 
 void Canvas::drawInHand(QPainter &painter, const QRegion &exposed)
@@ -195,6 +207,7 @@ void Canvas::drawInHand(QPainter &painter, const QRegion &exposed)
     const QRectF part = m_space.fromWidget(QRectF(exposed.boundingRect()));
     if (m_fade.running())
         m_fade.draw(painter, part);
-    if (m_state.current && !m_fade.draws(*m_state.current))
-        m_state.current->draw(painter, part);
+    const auto &mark = m_state.current;
+    if (mark && mark->tool != Tool::pixelate && !m_fade.draws(*mark))
+        mark->draw(painter, part);
 }

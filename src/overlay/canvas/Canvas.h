@@ -72,7 +72,7 @@ private:
     void drawInHand(QPainter &painter, const QRegion &exposed);
     [[nodiscard]] AnnotationPtr lifted() const;
     [[nodiscard]] QRegion followMarks();
-    [[nodiscard]] QRegion hiddenByMosaics() const;
+    [[nodiscard]] std::optional<Tessera> mosaicInHand() const;
     [[nodiscard]] Chrome::Scene scene() const;
 
     QWidget &m_widget;

@@ -1,7 +1,10 @@
 #include "overlay/canvas/Chrome.h"
 
+#include "base/Bands.h"
 #include "base/Fonts.h"
 #include "base/Painting.h"
+#include "base/PixelRows.h"
+#include "base/Raster.h"
 #include "base/Rect.h"
 #include "base/ViewSpace.h"
 #include "l10n/L10n.h"
@@ -11,6 +14,7 @@
 #include "toolbar/Theme.h"
 
 #include <QPainter>
+#include <QPixmapCache>
 
 #include <algorithm>
 #include <cmath>
@@ -34,7 +38,7 @@ constexpr double badgeInside = 6;  // the selection, from its edges, where there
 constexpr double lineReach = 1;    // of the frame's lines, from the edge
 constexpr double antialiasing = 1; // what a soft edge may spill over
 
-const QColor outlineColor = QColor::fromRgbF(0, 0, 0, 0.35F);
+const QRgb outlineColor = qPremultiply(QColor::fromRgbF(0, 0, 0, 0.35F).rgba());
 
 QSizeF padded(QSizeF text, QSizeF padding) { return text + 2 * padding; }
 
@@ -43,16 +47,22 @@ QPointF textOrigin(const QRectF &badge, QSizeF padding)
     return badge.topLeft() + QPointF(padding.width(), padding.height());
 }
 
-// Side by side: as one stroke it would be a path of as many spans as the
-// selection has rows.
-void drawOutline(QPainter &painter, const QRectF &selection)
+// Row by row: every row of the upright lines is on another page of the memory, and a
+// painter would wait for one after the other.
+void drawOutline(QPainter &painter, const Chrome::Scene &scene)
 {
-    const QSizeF lying(selection.width(), 1);
-    const QSizeF standing(1, std::max(selection.height() - 2, 0.0));
-    painter.fillRect(QRectF(selection.topLeft(), lying), outlineColor);
-    painter.fillRect(QRectF(selection.bottomLeft() - QPointF{0, 1}, lying), outlineColor);
-    painter.fillRect(QRectF(selection.topLeft() + QPointF{0, 1}, standing), outlineColor);
-    painter.fillRect(QRectF(selection.topRight() + QPointF{-1, 1}, standing), outlineColor);
+    const ViewSpace space(scene.state.bounds.size(), scene.scale);
+    const QRectF &selection = *scene.state.selection;
+    const QRect inside = space.toNearestPixels(grown(selection, -1));
+    const QRegion line = QRegion(space.toNearestPixels(selection)) - inside;
+    const Saved saved(painter);
+    painter.setTransform(space.upwards(), true);     // turned over once more
+    painter.scale(1 / scene.scale, 1 / scene.scale); // from here on in pixels
+    Bands::blend(painter, line, [](const Raster &raster, const QRegion &band) {
+        for (const QRect &rect : band)
+            for (int y = rect.top(); y <= rect.bottom(); ++y)
+                PixelRows::blend(raster.at(rect.left(), y), outlineColor, rect.width());
+    });
 }
 
 void drawHandles(QPainter &painter, const Chrome::Scene &scene)
@@ -74,10 +84,33 @@ QRectF sizeBadgeOf(const Chrome::Scene &scene)
     return Chrome::sizeBadge(*scene.state.selection, Painting::sizeOf(sizeLabel(scene)), scene.state.bounds);
 }
 
+// Its round ends cost more than all else that is drawn round a selection, and while that
+// is moved they stay the same. Where the pixels lie is rounded.
+void drawBadgePill(QPainter &painter, const QRectF &badge, double scale)
+{
+    const QSize pixels = (badge.size() * scale).toSize();
+    const QString key
+        = QStringLiteral("size badge %1 %2 %3").arg(pixels.width()).arg(pixels.height()).arg(scale);
+    QPixmap pill;
+    if (!QPixmapCache::find(key, &pill)) {
+        pill = QPixmap(pixels);
+        pill.fill(Qt::transparent);
+        QPainter on(&pill);
+        on.scale(scale, scale);
+        Painting::drawPill(on, QRectF({}, QSizeF(pixels) / scale), Theme::badgeBackground, Theme::barBorder);
+        on.end();
+        QPixmapCache::insert(key, pill);
+    }
+    const Saved saved(painter);
+    const QPointF upperLeft = painter.worldTransform().map(QPointF(minX(badge), maxY(badge)));
+    painter.setWorldTransform(QTransform::fromScale(1 / scale, 1 / scale));
+    painter.drawPixmap((upperLeft * scale).toPoint(), pill);
+}
+
 void drawSizeBadge(QPainter &painter, const Chrome::Scene &scene)
 {
     const QRectF badge = sizeBadgeOf(scene);
-    Painting::drawPill(painter, badge, Theme::badgeBackground, Theme::barBorder);
+    drawBadgePill(painter, badge, scene.scale);
     Painting::drawText(painter, textOrigin(badge, badgePadding), sizeLabel(scene));
 }
 
@@ -138,7 +171,7 @@ void drawBrand(QPainter &painter, const QRectF &bounds)
 void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRectF &exposed)
 {
     const QRectF &selection = *scene.state.selection;
-    drawOutline(painter, selection);
+    drawOutline(painter, scene);
     if (!scene.haloShows)
         DashedFrame::draw(painter, grown(selection, 0.5), Theme::selectionBorder);
     drawHandles(painter, scene);

@@ -2,6 +2,7 @@
 
 #include "base/Fonts.h"
 #include "base/Painting.h"
+#include "base/PixelRows.h"
 #include "base/Rect.h"
 #include "overlay/canvas/ScreenPixels.h"
 #include "toolbar/ColorHex.h"
@@ -48,7 +49,7 @@ void drawPixels(QPainter &painter, const ScreenShot &shot, const QRect &source, 
     painter.translate(minX(circle), maxY(circle));
     painter.scale(Loupe::zoom, -Loupe::zoom); // from here on one unit a pixel, rows downwards
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    painter.drawImage(QRectF(inside.translated(-source.topLeft())), shot.image, QRectF(inside));
+    painter.drawImage(QRectF(inside.translated(-source.topLeft())), PixelRows::part(shot.image, inside));
 }
 
 // Visible on any colour.

@@ -1,9 +1,9 @@
 #include "overlay/canvas/MarksLayer.h"
 
-#include "base/Painting.h"
 #include "marks/Kinds.h"
 #include "marks/MarkFootprint.h"
 #include "marks/StrokePath.h"
+#include "overlay/canvas/ScreenCells.h"
 
 #include <QPainter>
 
@@ -15,6 +15,14 @@ namespace {
 constexpr std::int64_t idGap = std::int64_t(1) << 32; // room for marks that come in between
 constexpr double nearlyWhole = 1e-3;                  // device pixels
 
+// Whole points as well as whole pixels at the usual scales, because a window is repainted
+// in points.
+int sideOfCells(double scale)
+{
+    constexpr double dense = 1.5;
+    return static_cast<int>((scale < dense ? 32 : 16) * scale);
+}
+
 bool isMosaic(const AnnotationPtr &mark) { return mark->tool == Tool::pixelate; }
 
 bool same(const AnnotationPtr &a, const AnnotationPtr &b) { return a == b || *a == *b; }
@@ -22,21 +30,6 @@ bool same(const AnnotationPtr &a, const AnnotationPtr &b) { return a == b || *a 
 bool isLong(const Annotation &mark)
 {
     return isFreehand(mark.tool) && StrokePath::pieces(mark.points.size()) > 1;
-}
-
-// The box of a slanting line has many tiles that nothing is drawn on. A row at a
-// time, which becomes vector code.
-bool isBlank(const QImage &tile)
-{
-    for (int y = 0; y < TileGrid::side; ++y) {
-        const auto *row = reinterpret_cast<const QRgb *>(tile.constScanLine(y));
-        QRgb ink = 0;
-        for (int x = 0; x < TileGrid::side; ++x)
-            ink |= row[x];
-        if (ink)
-            return false;
-    }
-    return true;
 }
 
 // Every tile from one cell to another.
@@ -60,15 +53,17 @@ QRegion MarksLayer::follow(const std::vector<AnnotationPtr> &drawOrder)
 
 QRegion MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics)
 {
-    if (std::ranges::equal(mosaics, m_mosaics, same, {}, &Tessera::mark))
+    if (std::ranges::equal(mosaics, m_mosaics, same, {}, &KeptMosaic::mark))
         return {};
     QRegion changed = covered();
-    std::vector<Tessera> before = std::exchange(m_mosaics, {});
+    std::vector<KeptMosaic> before = std::exchange(m_mosaics, {});
     for (const AnnotationPtr &mark : mosaics) {
-        const auto kept = std::ranges::find_if(before, [&](const Tessera &t) { return same(t.mark, mark); });
-        m_mosaics.push_back(kept != before.end()
-                                ? *kept
-                                : Tessera{mark, Mosaic(*mark), m_space.toDevice(mark->rectFromPoints())});
+        const auto kept
+            = std::ranges::find_if(before, [&](const KeptMosaic &k) { return same(k.mark, mark); });
+        m_mosaics.push_back(
+            kept != before.end()
+                ? *kept
+                : KeptMosaic{{Mosaic(*mark), m_space.toDevice(mark->rectFromPoints())}, mark});
     }
     return changed + covered();
 }
@@ -105,12 +100,13 @@ QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
     if (marks.empty())
         m_stroke.forget(); // perhaps of a selection that was given up
     if (const auto way = travelled(marks)) {
-        const std::vector<Cell> cells = inked();
-        const QRegion before = m_grid.region(cells);
+        ScreenCells changed(m_space.toPixels(m_space.bounds()), sideOfCells(m_space.scale()));
+        addInked(changed);
         m_grid.moveBy(*way);
         for (std::size_t i = 0; i < marks.size(); ++i)
             m_kept[i].mark = marks[i];
-        return before + m_grid.region(cells);
+        addInked(changed);
+        return changed.region();
     }
     const auto stays = std::ranges::mismatch(marks, m_kept, same, {}, &Kept::mark);
     const auto first = static_cast<std::size_t>(stays.in2 - m_kept.begin());
@@ -129,12 +125,19 @@ QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
     return changed;
 }
 
-std::vector<TileGrid::Cell> MarksLayer::inked() const
+// Blocks that something is drawn on, and tiles that nobody has looked at yet.
+void MarksLayer::addInked(ScreenCells &cells) const
 {
-    std::vector<Cell> cells;
-    for (const auto &[cell, tile] : m_tiles)
-        cells.push_back(cell);
-    return cells;
+    for (const auto &[cell, tile] : m_tiles) {
+        const QPoint corner = m_grid.pixels(cell).topLeft();
+        if (tile.shown != tile.wanted)
+            cells.add(m_grid.pixels(cell));
+        for (int row = 0; row < TilePicture::blocks; ++row)
+            tile.picture.forInked(row, [&](int first, int end) {
+                cells.add({corner + QPoint(first, row * TilePicture::blockSide),
+                           QSize(end - first, TilePicture::blockSide)});
+            });
+    }
 }
 
 // Takes away the marks from that one on, up to the other.
@@ -197,12 +200,8 @@ void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
     if (tile.shown == tile.wanted)
         return;
     if (std::ranges::mismatch(tile.shown, tile.wanted).in1 != tile.shown.end()) {
-        tile.picture = {};
+        tile.picture.clear();
         tile.shown.clear();
-    }
-    if (tile.picture.isNull()) {
-        tile.picture = QImage(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
-        tile.picture.fill(Qt::transparent);
     }
     for (std::size_t i = tile.shown.size(); i < tile.wanted.size(); ++i) {
         const auto kept = std::ranges::lower_bound(m_kept, tile.wanted[i], {}, &Kept::id);
@@ -211,15 +210,16 @@ void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
     tile.shown = tile.wanted;
     // A stroke that has been drawn already knows where it has been; looking would take
     // longer than the rest of letting it go.
-    const bool strokeIsHere = strokeIsLast && m_stroke.tile(cell);
-    if (!strokeIsHere && isBlank(tile.picture))
-        tile.picture = {};
+    if (strokeIsLast && m_stroke.tile(cell))
+        tile.picture.assumeFull();
+    else
+        tile.picture.measure();
 }
 
 void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const
 {
     if (!isLong(mark)) {
-        QPainter painter(&tile.picture);
+        QPainter painter(&tile.picture.image());
         painter.setTransform(m_grid.toTile(cell));
         return mark.draw(painter, m_grid.part(cell));
     }
@@ -228,7 +228,7 @@ void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark, bool fromS
     if (!fromStroke)
         anew.drawTile(mark, cell);
     if (const QImage *stroke = (fromStroke ? m_stroke : anew).tile(cell)) {
-        QPainter painter(&tile.picture);
+        QPainter painter(&tile.picture.image());
         painter.setOpacity(StrokePath::opacity(mark));
         painter.drawImage(0, 0, *stroke);
     }
@@ -240,34 +240,25 @@ void MarksLayer::prepare(const QRegion &exposed)
         forTiles(m_tiles, m_grid.range(rect), [this](Cell cell, Tile &tile) { prepare(cell, tile); });
 }
 
-void MarksLayer::draw(QPainter &painter, const QRegion &exposed) const
+void MarksLayer::draw(const Raster &raster, const QRegion &exposed) const
 {
-    const Painting::Saved saved(painter);
-    drawMosaics(painter, exposed);
-    for (const QRect &rect : exposed) {
-        painter.setClipRect(rect); // or Qt would go span by span, in several threads
+    fillMosaics(raster, exposed);
+    for (const QRect &rect : exposed)
         forTiles(m_tiles, m_grid.range(rect), [&](Cell cell, const Tile &tile) {
-            if (tile.picture.isNull())
-                return;
-            const QRect place = m_grid.pixels(cell);
-            const QRect part = place & rect;
-            painter.drawImage(part.topLeft(), tile.picture, part.translated(-place.topLeft()));
+            tile.picture.blend(raster, m_grid.pixels(cell).topLeft(), rect);
         });
-    }
 }
 
-// From the uppermost down, so that what is covered is neither worked out nor painted.
-void MarksLayer::drawMosaics(QPainter &painter, const QRegion &exposed) const
+// From the uppermost down, so that what is covered is neither worked out nor written.
+void MarksLayer::fillMosaics(const Raster &raster, const QRegion &exposed) const
 {
     QRegion open = exposed;
     for (auto tessera = m_mosaics.rbegin(); tessera != m_mosaics.rend() && !open.isEmpty(); ++tessera) {
         if (tessera->mosaic.isNull())
             continue;
         const QRect place = Mosaic::covered(tessera->place);
-        for (const QRect &rect : open &place) {
-            painter.setClipRect(rect);
-            tessera->mosaic.draw(painter, tessera->place, rect);
-        }
+        for (const QRect &rect : open &place)
+            tessera->mosaic.fill(raster, tessera->place, rect);
         open -= place;
     }
 }

@@ -4,8 +4,8 @@
 #include "marks/Pixelation.h"
 #include "overlay/canvas/StrokePicture.h"
 #include "overlay/canvas/TileGrid.h"
+#include "overlay/canvas/TilePicture.h"
 
-#include <QImage>
 #include <QRegion>
 
 #include <cstdint>
@@ -13,7 +13,8 @@
 #include <optional>
 #include <vector>
 
-class QPainter;
+class Raster;
+class ScreenCells;
 
 // Keeps the picture of all finished marks, from which both the screen and the copy
 // are made. The picture consists of tiles, each made when it is first looked at,
@@ -34,9 +35,9 @@ public:
 
     // Makes the tiles that are needed to paint a part of the screen.
     void prepare(const QRegion &exposed);
-    // Paints a part of what has been prepared. The painter counts in device pixels.
-    // Several threads may call this at once.
-    void draw(QPainter &painter, const QRegion &exposed) const;
+    // Puts a part of what has been prepared over what is there. Several threads may
+    // call this at once.
+    void draw(const Raster &raster, const QRegion &exposed) const;
     // Returns the part of the screen that mosaics hide.
     [[nodiscard]] QRegion covered() const;
 
@@ -49,32 +50,30 @@ private:
         std::vector<Cell> cells;
     };
     struct Tile {
-        QImage picture;         // null while nothing is drawn on it
+        TilePicture picture;    // null while nothing is drawn on it
         std::vector<Id> wanted; // ids of the marks that touch it
         std::vector<Id> shown;  // ids of the marks that are on the picture
     };
-    struct Tessera {
+    struct KeptMosaic : Tessera {
         AnnotationPtr mark;
-        Mosaic mosaic;
-        QRectF place;
     };
 
     QRegion followMosaics(const std::vector<AnnotationPtr> &mosaics);
     QRegion followDrawn(const std::vector<AnnotationPtr> &marks);
     [[nodiscard]] std::optional<QPoint> travelled(const std::vector<AnnotationPtr> &marks) const;
-    [[nodiscard]] std::vector<Cell> inked() const;
+    void addInked(ScreenCells &cells) const;
     QRegion remove(std::size_t from, std::size_t end);
     [[nodiscard]] std::optional<Id> idFor(std::size_t place) const;
     QRegion insert(std::size_t place, const AnnotationPtr &mark);
     void prepare(Cell cell, Tile &tile, bool strokeIsLast = false);
     void paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const;
 
-    void drawMosaics(QPainter &painter, const QRegion &exposed) const;
+    void fillMosaics(const Raster &raster, const QRegion &exposed) const;
 
     const ViewSpace &m_space;
     TileGrid m_grid{m_space};
     StrokePicture m_stroke{m_grid};
     std::vector<Kept> m_kept;
     std::map<Cell, Tile> m_tiles; // those that marks touch
-    std::vector<Tessera> m_mosaics;
+    std::vector<KeptMosaic> m_mosaics;
 };

@@ -1,9 +1,9 @@
 #include "overlay/canvas/Rendering.h"
 
+#include "base/PixelRows.h"
+#include "base/Raster.h"
 #include "base/ViewSpace.h"
 #include "overlay/canvas/MarksLayer.h"
-
-#include <QPainter>
 
 namespace {
 
@@ -24,16 +24,12 @@ std::optional<QImage> renderSelection(const EditorState &state, const ScreenShot
         return std::nullopt;
     const ViewSpace space(shot.pointSize, shot.scale);
     const QRect pixels = space.toPixels(*state.selection) & shot.image.rect();
-    QImage picture = shot.image.copy(pixels);
+    QImage picture = PixelRows::part(shot.image, pixels);
     if (picture.isNull())
         return std::nullopt;
-    {
-        const QRect marked = pixels & space.toNearestPixels(*state.selection);
-        marks.prepare(marked);
-        QPainter painter(&picture);
-        painter.translate(-pixels.topLeft());
-        marks.draw(painter, marked);
-    }
+    const QRect marked = pixels & space.toNearestPixels(*state.selection);
+    marks.prepare(marked);
+    marks.draw(Raster(picture, pixels.topLeft()), marked);
     picture.setDevicePixelRatio(shot.scale);
     return picture;
 }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QRgb>
+
+#include <cstdint>
+
+class QImage;
+class QRect;
+
+// Works on rows of pixels, one plain loop each, which the compiler turns into vector
+// code. All results are rounded as Qt rounds when it paints, and opaque whatever the
+// screen has where its opacity would be.
+namespace PixelRows {
+
+constexpr QRgb opaque = 0xff000000;
+
+// All four channels of a colour times a / 255, rounded.
+inline QRgb times(QRgb color, std::uint32_t a)
+{
+    constexpr std::uint32_t pairs = 0x00ff00ff;
+    constexpr std::uint32_t halves = 0x00800080;
+    const std::uint32_t even = (color & pairs) * a;
+    const std::uint32_t odd = ((color >> 8) & pairs) * a;
+    return (((even + ((even >> 8) & pairs) + halves) >> 8) & pairs)
+           | ((odd + ((odd >> 8) & pairs) + halves) & ~pairs);
+}
+
+// Copies pixels of a screen.
+void copy(QRgb *to, const QRgb *from, int count);
+// Copies pixels of a screen, every channel times through / 255.
+void copyDimmed(QRgb *to, const QRgb *from, int count, int through);
+// Blends premultiplied pixels over what is there.
+void blend(QRgb *over, const QRgb *from, int count);
+// Blends one premultiplied colour over what is there.
+void blend(QRgb *over, QRgb color, int count);
+
+// Returns a copy of that part of a screen's picture, which must have 32 bits a pixel;
+// null when the picture does not cover the part.
+[[nodiscard]] QImage part(const QImage &screen, const QRect &pixels);
+
+} // namespace PixelRows
