@@ -10,15 +10,6 @@ OutputCopy::OutputCopy(OutputCopies &all, std::unique_ptr<Output> output)
     , m_output(std::move(output))
 {}
 
-// Both looking at a large picture and making it opaque take their time, which passes
-// while the compositor copies; but first the other outputs are asked for, and their
-// answers heard, or they would be copied later.
-template <typename Work>
-void OutputCopy::later(Work work)
-{
-    QMetaObject::invokeMethod(&m_all, std::move(work), Qt::QueuedConnection);
-}
-
 void OutputCopy::copyInto(const SharedBuffers::Layout &layout)
 {
     m_buffer = m_all.m_buffers->take(layout);
@@ -27,7 +18,10 @@ void OutputCopy::copyInto(const SharedBuffers::Layout &layout)
         return end(false);
     send(m_buffer->proxy(), layout.size);
     m_all.m_connection->flush();
-    later([this] { lookAtBuffer(); });
+    // A large one takes its time, which passes while the compositor copies; but first
+    // the other outputs are asked for, and their answers heard, or they would be copied later.
+    QMetaObject::invokeMethod(
+        &m_all, [this] { lookAtBuffer(); }, Qt::QueuedConnection);
 }
 
 void OutputCopy::lookAtBuffer()
@@ -41,24 +35,14 @@ void OutputCopy::end(bool copied)
     if (!isPending())
         return;
     m_state = copied ? State::copied : State::failed;
-    if (copied)
-        later([this] { makeOpaque(); });
     m_all.ended();
-}
-
-// Not before the compositor has copied: what it copies has no opacity.
-void OutputCopy::makeOpaque()
-{
-    lookAtBuffer();
-    if (!std::exchange(m_opaque, true))
-        SharedBuffers::makeOpaque(m_image);
 }
 
 QImage OutputCopy::take()
 {
     if (m_state != State::copied)
         return {};
-    makeOpaque();
+    lookAtBuffer();
     return upright(std::move(m_image), m_transform.value_or(m_output->transform()), m_rows);
 }
 

@@ -40,10 +40,7 @@ protected:
 private:
     enum class State { asked, copied, failed };
 
-    template <typename Work>
-    void later(Work work);
     void lookAtBuffer();
-    void makeOpaque();
 
     OutputCopies &m_all;
     std::unique_ptr<Output> m_output;
@@ -52,7 +49,6 @@ private:
     std::optional<wl_output_transform> m_transform;
     Rows m_rows = Rows::topFirst;
     State m_state = State::asked;
-    bool m_opaque = false;
 };
 
 // A protocol by which the compositor copies outputs, for as long as one capture takes.

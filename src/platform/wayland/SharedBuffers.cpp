@@ -2,14 +2,11 @@
 
 #include "platform/freedesktop/Descriptor.h"
 
-#include <QtConcurrent>
-
 #include <sys/mman.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <span>
 #include <utility>
 
 namespace {
@@ -169,25 +166,6 @@ QImage SharedBuffers::picture(const std::shared_ptr<Buffer> &buffer)
     QImage image(static_cast<uchar *>(address), layout.size.width(), layout.size.height(), layout.stride,
                  layoutOf(layout.format)->image, &Mapping::release, new Mapping{memory, address});
     return image;
-}
-
-// Qt copies the byte of the opacity as it is, also into a window, through which the
-// screen below then shows.
-void SharedBuffers::makeOpaque(QImage &image)
-{
-    if (image.format() != QImage::Format_RGB32)
-        return;
-    constexpr QRgb opaque = 0xff000000;
-    constexpr int bandHeight = 128;
-    QList<std::span<QRgb>> bands;
-    const int line = static_cast<int>(image.bytesPerLine() / 4);
-    for (int y = 0; y < image.height(); y += bandHeight)
-        bands.emplace_back(reinterpret_cast<QRgb *>(image.scanLine(y)),
-                           std::size_t(line) * std::min(bandHeight, image.height() - y));
-    QtConcurrent::blockingMap(bands, [](std::span<QRgb> band) {
-        for (QRgb &pixel : band)
-            pixel |= opaque;
-    });
 }
 
 void SharedBuffers::forgetUnused() { m_kept = std::exchange(m_used, {}); }

@@ -44,11 +44,10 @@ public:
     // program reads, the sizes make no sense or there is no memory.
     [[nodiscard]] std::shared_ptr<Buffer> take(const Layout &layout);
 
-    // Returns what the compositor has written; null when it cannot be looked at.
+    // Returns what the compositor has written, which need not be opaque; null when it
+    // cannot be looked at.
     // Keeps the buffer in use for as long as the picture lives.
     [[nodiscard]] static QImage picture(const std::shared_ptr<Buffer> &buffer);
-    // Fills the byte of the opacity of a picture that the compositor has copied.
-    static void makeOpaque(QImage &image);
 
     // Gives up what was not taken since the last call.
     void forgetUnused();
