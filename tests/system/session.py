@@ -30,6 +30,7 @@ class Process:
     """A program of the test. What it prints is kept in a file, so that nothing waits for an unread pipe."""
 
     def __init__(self, session, name, command, **environment):
+        self.session = session
         self.output = session.folder / f"{name}-{len(session.processes)}.out"
         with open(self.output, "wb") as output:
             self.process = subprocess.Popen([*session.prefix, *command], env={**session.environment, **environment},
@@ -47,7 +48,10 @@ class Process:
         return self.process.poll() is None
 
     def status(self):
-        return self.process.wait(PATIENCE)
+        try:
+            return self.process.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            raise AssertionError(f"{self.output.name} does not end\n{self.session.state()}") from None
 
     def end(self):
         if self.running():
@@ -80,6 +84,12 @@ class Session:
         for process in reversed(self.processes):
             process.end()
         shutil.rmtree(self.folder, ignore_errors=True)
+
+    def state(self):
+        """Which processes live and what they said last, for whoever has to understand a failure."""
+        said = [f"{process.output.name}: {'runs' if process.running() else process.process.returncode} {process.lines()[-3:]}"
+                for process in self.processes]
+        return "\n".join([*said, *self.log().splitlines()[-10:]])
 
     def start_bus(self, *options):
         daemon = Process(self, "bus", ["dbus-daemon", *(options or ["--session"]), "--nofork", "--print-address"])
