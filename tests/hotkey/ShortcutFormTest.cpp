@@ -50,14 +50,6 @@ private slots:
         QCOMPARE(name(70000), "?"); // is no key at all
     }
 
-    void theSavedFormIsReadBack()
-    {
-        const Shortcut shortcut{111, Shortcut::option | Shortcut::shift};
-        QCOMPARE(ShortcutForm::fromJson(ShortcutForm::toJson(shortcut)), shortcut);
-        Prefs::setShortcut(shortcut);
-        QCOMPARE(Prefs::shortcut(), shortcut);
-    }
-
     void nonsenseInTheStoreIsTheDefault_data()
     {
         QTest::addColumn<QVariant>("stored");

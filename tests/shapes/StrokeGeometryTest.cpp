@@ -84,6 +84,16 @@ private slots:
         QCOMPARE(std::ranges::count(corners, 20U), 1);
         QCOMPARE(std::ranges::count(corners, 24U), 0); // 62 degrees
     }
+
+    void theFirstOfEqualPeaksCounts()
+    {
+        const std::vector<double> values{1, 5, 5, 1, 0, 0, 0};
+        QVERIFY(isPeak(values, 1, 2));
+        QVERIFY(!isPeak(values, 2, 2));
+        const std::vector<double> acrossTheEnd{5, 1, 0, 0, 0, 1, 5};
+        QVERIFY(!isPeak(acrossTheEnd, 0, 2));
+        QVERIFY(isPeak(acrossTheEnd, 6, 2));
+    }
 };
 
 QTEST_GUILESS_MAIN(StrokeGeometryTest)

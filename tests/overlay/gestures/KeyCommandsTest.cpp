@@ -1,8 +1,6 @@
 #include "overlay/gestures/KeyCommands.h"
 #include "marks/Kinds.h"
 
-#include "platform/KeyCodes.h"
-
 #include <QTest>
 
 class KeyCommandsTest : public QObject {
@@ -77,16 +75,6 @@ private slots:
         QVERIFY(!wheel.turned(100));
         QVERIFY(!wheel.turned(-100)); // turning back starts anew
         QVERIFY(!wheel.turned(0));
-    }
-
-    void aKeyboardWithoutLatinLettersGoesByPosition()
-    {
-        constexpr auto cyrillicS = static_cast<Qt::Key>(0x0421);
-        constexpr std::uint32_t kernelC = 46;
-        QCOMPARE(KeyCodes::latinKey(cyrillicS, kernelC), Qt::Key_C);
-        QCOMPARE(KeyCodes::latinKey(cyrillicS, 0), cyrillicS);
-        QCOMPARE(KeyCodes::latinKey(Qt::Key_Q, kernelC), Qt::Key_Q);
-        QCOMPARE(KeyCodes::latinKey(Qt::Key_Return, kernelC), Qt::Key_Return);
     }
 };
 
