@@ -76,14 +76,19 @@ class AppDelegateTest : public QObject {
 
     [[nodiscard]] QAction *item(int i) const { return tray->menu->actions().at(i); }
 
+    [[nodiscard]] static const QWidget *settings()
+    {
+        for (const QWidget *widget : QApplication::topLevelWidgets())
+            if (widget->isVisible() && widget->windowTitle() == "Vellumora Settings")
+                return widget;
+        return nullptr;
+    }
+
     // Opens the settings; their first button.
     QPushButton *recording()
     {
         app->openSettings();
-        QPushButton *recorder = nullptr;
-        for (const QWidget *widget : QApplication::topLevelWidgets())
-            if (widget->isVisible() && widget->windowTitle() == "Vellumora Settings")
-                recorder = widget->findChild<QPushButton *>();
+        auto *recorder = settings()->findChild<QPushButton *>();
         QTest::mouseClick(recorder, Qt::LeftButton);
         return recorder;
     }
@@ -137,26 +142,7 @@ private slots:
         tray->menu->popup({10, 10});
         QTest::keyClick(tray->menu, Qt::Key_Comma, Qt::ControlModifier);
         QVERIFY(!tray->menu->isVisible());
-        QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget *widget) {
-            return widget->isVisible() && widget->windowTitle() == "Vellumora Settings";
-        }));
-    }
-
-    void theSavedShortcutIsTakenAndLogged()
-    {
-        Prefs::setShortcut({96, Shortcut::option});
-        launch();
-        QCOMPARE(keys->registered, (Shortcut{96, Shortcut::option}));
-        QVERIFY(home.log().endsWith("registro de atajo ⌥F5 -> OK\n"));
-    }
-
-    void aTakenShortcutFallsBackToTheDefault()
-    {
-        Prefs::setShortcut({96, Shortcut::option});
-        keys->takenByOthers = {Prefs::shortcut()};
-        launch();
-        QCOMPARE(keys->registered, Shortcut{});
-        QVERIFY(home.log().endsWith("registro de atajo ⌥F5 -> FALLO\n"));
+        QVERIFY(settings());
     }
 
     void aModeTakesNoShortcut()
@@ -209,15 +195,6 @@ private slots:
         pressEscape();
     }
 
-    void theMenuHasClosedBeforeItsCapture()
-    {
-        launch();
-        item(0)->trigger();
-        QCOMPARE(screens->grabs, 0);
-        QTRY_COMPARE(overlaysShown(), 3);
-        pressEscape();
-    }
-
     void withoutAccessTheUserIsTold()
     {
         screens->granted = false;
@@ -255,15 +232,6 @@ private slots:
         keys->onPressed();
         QVERIFY(!alert());
         QCOMPARE(overlaysShown(), 0);
-    }
-
-    void withoutAPageForAccessTheWebsiteHelps()
-    {
-        screens->granted = screens->hasSettings = false;
-        launch();
-        keys->onPressed();
-        QTest::mouseClick(alert()->buttons().first(), Qt::LeftButton);
-        QCOMPARE(desktop->opened, QList{L10n::web()});
     }
 };
 

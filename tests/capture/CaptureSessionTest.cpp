@@ -77,14 +77,19 @@ class CaptureSessionTest : public QObject {
 
     void select(size_t i) { Mouse(view(i), view(i).shot().pointSize.height()).drag({100, 100}, {200, 200}); }
 
+    void makeSession()
+    {
+        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
+        session->onFinish = [this] { ++finished; };
+    }
+
 private slots:
     void init()
     {
         placer = {};
         placer.under = QGuiApplication::screens().at(1);
-        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
         finished = 0;
-        session->onFinish = [this] { ++finished; };
+        makeSession();
         session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer, frozen)));
     }
 
@@ -98,19 +103,12 @@ private slots:
         QVERIFY(Annotation::background != view(2).shot().image);
     }
 
-    void withThePointerNowhereTheFirstScreenGetsTheKeys()
-    {
-        placer.under = nullptr;
-        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
-        session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer, frozen)));
-        QCOMPARE(placer.calls.last(), "keyboard A");
-    }
-
     void theFirstScreenThatThePointerEntersTellsWhereItWas()
     {
         placer.under = nullptr;
-        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
+        makeSession();
         session->start(*QCoro::waitFor(Capture::captureAllScreens(screens, placer, frozen)));
+        QCOMPARE(placer.calls.last(), "keyboard A");
         const auto enter = [this](size_t i) {
             QEnterEvent event({10, 10}, {10, 10}, {10, 10});
             QCoreApplication::sendEvent(session->windows().at(i).get(), &event);
@@ -214,8 +212,7 @@ private slots:
 
     void withoutScreensFinishingStillReports()
     {
-        session = std::make_unique<CaptureSession>(placer, frozen, desktop);
-        session->onFinish = [this] { ++finished; };
+        makeSession();
         session->start({});
         session->finish();
         QCOMPARE(finished, 1);

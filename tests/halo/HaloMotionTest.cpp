@@ -45,43 +45,24 @@ private slots:
         QVERIFY(near(motion.turn(20.7), 0.35));
     }
 
-    void aPulseRisesFastAndFallsSlowly_data()
-    {
-        QTest::addColumn<Pulse>("kind");
-        QTest::addColumn<double>("lasts");
-        QTest::addColumn<double>("swell");
-        QTest::newRow("gentle") << Pulse::gentle << 0.9 << 1.45;
-        QTest::newRow("strong") << Pulse::strong << 0.5 << 1.6;
-    }
     void aPulseRisesFastAndFallsSlowly()
     {
-        QFETCH(Pulse, kind);
-        QFETCH(double, lasts);
-        QFETCH(double, swell);
-        HaloMotion motion;
-        motion.pulse(Pulse::gentle, 4.9); // replaced
-        motion.pulse(kind, 5);
-        const auto at = [&](double progress) { return motion.flash(5 + lasts * progress); };
-        QVERIFY(near(at(0).swell, 1) && near(at(0).opacity, 0.85));
-        QVERIFY(near(at(0.28).swell, swell) && near(at(0.28).opacity, 1));
-        // Decelerating on the way up, slow at both ends on the way down.
-        QVERIFY(at(0.14).swell > 1 + 0.6 * (swell - 1));
-        QVERIFY(std::abs(at(0.64).swell - (1 + 0.5 * (swell - 1))) < 1e-3);
-        QVERIFY(at(0.35).swell > 1 + 0.95 * (swell - 1));
-        QVERIFY(motion.pulsing(5 + lasts * 0.99));
-        QVERIFY(!motion.pulsing(5 + lasts * 1.01));
-        QCOMPARE(at(1.01).opacity, HaloMotion::restOpacity);
-    }
-
-    void coloursGoRoundWithoutASeam()
-    {
-        HaloColors::Table colors;
-        HaloColors::fill(colors, 0.25); // the first colour, which was on top, is on the left now
-        QCOMPARE(colors[HaloColors::steps / 2], qRgb(79, 125, 255));
-        for (std::size_t i = 0; i < colors.size(); ++i) {
-            const QRgb a = colors[i];
-            const QRgb b = colors[(i + 1) % colors.size()];
-            QVERIFY(std::abs(qRed(a) - qRed(b)) <= 1 && std::abs(qGreen(a) - qGreen(b)) <= 1);
+        for (const Pulse kind : {Pulse::gentle, Pulse::strong}) {
+            const double lasts = kind == Pulse::gentle ? 0.9 : 0.5;
+            const double swell = kind == Pulse::gentle ? 1.45 : 1.6;
+            HaloMotion motion;
+            motion.pulse(Pulse::gentle, 4.9); // replaced
+            motion.pulse(kind, 5);
+            const auto at = [&](double progress) { return motion.flash(5 + lasts * progress); };
+            QVERIFY(near(at(0).swell, 1) && near(at(0).opacity, 0.85));
+            QVERIFY(near(at(0.28).swell, swell) && near(at(0.28).opacity, 1));
+            // Decelerating on the way up, slow at both ends on the way down.
+            QVERIFY(at(0.14).swell > 1 + 0.6 * (swell - 1));
+            QVERIFY(std::abs(at(0.64).swell - (1 + 0.5 * (swell - 1))) < 1e-3);
+            QVERIFY(at(0.35).swell > 1 + 0.95 * (swell - 1));
+            QVERIFY(motion.pulsing(5 + lasts * 0.99));
+            QVERIFY(!motion.pulsing(5 + lasts * 1.01));
+            QCOMPARE(at(1.01).opacity, HaloMotion::restOpacity);
         }
     }
 };

@@ -1,11 +1,9 @@
 #include "hotkey/ShortcutForm.h"
 
 #include "base/Defaults.h"
-#include "hotkey/HotKey.h"
 #include "hotkey/Prefs.h"
 #include "platform/KeyboardLayout.h"
 
-#include "fakes/FakeHotKeys.h"
 #include "support/TempHome.h"
 
 #include <QTest>
@@ -40,32 +38,16 @@ private slots:
                  "Ctrl+Alt+Shift+Super+Return");
     }
 
-    void keysHaveNames_data()
-    {
-        QTest::addColumn<std::uint32_t>("keyCode");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("space, in the interface language") << 49U << "Space";
-        QTest::newRow("return") << 36U << "↩";
-        QTest::newRow("escape") << 53U << "⎋";
-        QTest::newRow("tab") << 48U << "⇥";
-        QTest::newRow("a function key") << 100U << "F8";
-        QTest::newRow("a letter of the layout") << 7U << "Ч";
-        QTest::newRow("a key that types nothing") << 8U << "?";
-        QTest::newRow("no key at all") << 70000U << "?";
-    }
-
     void keysHaveNames()
     {
-        QFETCH(std::uint32_t, keyCode);
-        QTEST(ShortcutForm::keyName(keyCode, layout), "name");
-    }
-
-    void theSavedFormIsReadBack()
-    {
-        const Shortcut shortcut{111, Shortcut::option | Shortcut::shift};
-        QCOMPARE(ShortcutForm::fromJson(ShortcutForm::toJson(shortcut)), shortcut);
-        Prefs::setShortcut(shortcut);
-        QCOMPARE(Prefs::shortcut(), shortcut);
+        const auto name = [this](std::uint32_t keyCode) { return ShortcutForm::keyName(keyCode, layout); };
+        QCOMPARE(name(49), "Space"); // in the interface language
+        QCOMPARE(name(36), "↩");
+        QCOMPARE(name(53), "⎋");
+        QCOMPARE(name(48), "⇥");
+        QCOMPARE(name(100), "F8");
+        QCOMPARE(name(8), "?");     // types nothing
+        QCOMPARE(name(70000), "?"); // is no key at all
     }
 
     void nonsenseInTheStoreIsTheDefault_data()
@@ -90,23 +72,6 @@ private slots:
         QFETCH(QVariant, stored);
         Defaults::setValue(Defaults::shortcutKey, stored);
         QCOMPARE(Prefs::shortcut(), Shortcut{});
-    }
-
-    void aRefusedShortcutLeavesTheOldOneInForce()
-    {
-        FakeHotKeys keys;
-        keys.takenByOthers = {Shortcut{8}};
-        int presses = 0;
-        HotKey hotKey(keys, [&] { ++presses; });
-        QVERIFY(!hotKey.registerShortcut(Shortcut{8}));
-        QVERIFY(!hotKey.shortcut());
-        QVERIFY(hotKey.registerShortcut({}));
-        keys.onPressed();
-        QCOMPARE(presses, 1);
-        QVERIFY(!hotKey.registerShortcut(Shortcut{8}));
-        QCOMPARE(hotKey.shortcut(), Shortcut{});
-        keys.onPressed();
-        QCOMPARE(presses, 2);
     }
 };
 

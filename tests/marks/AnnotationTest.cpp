@@ -47,12 +47,6 @@ class AnnotationTest : public QObject {
     }
 
 private slots:
-    void aRectangleIsSpannedWhicheverWay()
-    {
-        QCOMPARE(mark(Tool::line, {{10, 50}, {7, 7}, {4, 20}}).rectFromPoints(), QRectF(4, 20, 6, 30));
-        QCOMPARE(mark(Tool::line, {}).rectFromPoints(), QRectF(0, 0, 0, 0));
-    }
-
     void aPencilDrawsFromTwoPointsOnAndAClickIsARoundDot_data() { scales(); }
     void aPencilDrawsFromTwoPointsOnAndAClickIsARoundDot()
     {

@@ -127,35 +127,26 @@ private slots:
         QCOMPARE(files->tiff, *ImageFiles::tiff(picture, 2));
     }
 
-    void theDensityFollowsTheScale_data()
-    {
-        QTest::addColumn<double>("scale");
-        QTest::addColumn<quint32>("perMetre");
-        QTest::addColumn<float>("perInch");
-        QTest::newRow("1") << 1.0 << 2835U << 72.F;
-        QTest::newRow("1.25") << 1.25 << 3543U << 90.F;
-        QTest::newRow("2") << 2.0 << 5669U << 144.F;
-    }
-
     void theDensityFollowsTheScale()
     {
-        QFETCH(double, scale);
-        QFETCH(quint32, perMetre);
-        const auto files = ImageFiles::both(lettered({20, 20}), scale);
-        const QByteArray density = chunk(files->png, "pHYs");
-        QCOMPARE(density.size(), 9);
-        QCOMPARE(qFromBigEndian<quint32>(density.constData()), perMetre);
-        QCOMPARE(qFromBigEndian<quint32>(density.constData() + 4), perMetre);
-        QCOMPARE(density.back(), '\1'); // metres
-        const OpenTiff opened(files->tiff);
-        float across = 0, down = 0;
-        quint16 unit = 0;
-        QVERIFY(TIFFGetField(opened.tiff.get(), TIFFTAG_XRESOLUTION, &across));
-        QVERIFY(TIFFGetField(opened.tiff.get(), TIFFTAG_YRESOLUTION, &down));
-        QVERIFY(TIFFGetField(opened.tiff.get(), TIFFTAG_RESOLUTIONUNIT, &unit));
-        QTEST(across, "perInch");
-        QTEST(down, "perInch");
-        QCOMPARE(unit, quint16(RESUNIT_INCH));
+        for (const auto &[scale, perMetre] :
+             {std::pair(1.0, 2835U), std::pair(1.25, 3543U), std::pair(2.0, 5669U)}) {
+            const auto files = ImageFiles::both(lettered({20, 20}), scale);
+            const QByteArray density = chunk(files->png, "pHYs");
+            QCOMPARE(density.size(), 9);
+            QCOMPARE(qFromBigEndian<quint32>(density.constData()), perMetre);
+            QCOMPARE(qFromBigEndian<quint32>(density.constData() + 4), perMetre);
+            QCOMPARE(density.back(), '\1'); // metres
+            const OpenTiff opened(files->tiff);
+            float across = 0, down = 0;
+            quint16 unit = 0;
+            QVERIFY(TIFFGetField(opened.tiff.get(), TIFFTAG_XRESOLUTION, &across));
+            QVERIFY(TIFFGetField(opened.tiff.get(), TIFFTAG_YRESOLUTION, &down));
+            QVERIFY(TIFFGetField(opened.tiff.get(), TIFFTAG_RESOLUTIONUNIT, &unit));
+            QCOMPARE(across, float(72 * scale));
+            QCOMPARE(down, across);
+            QCOMPARE(unit, quint16(RESUNIT_INCH));
+        }
     }
 
     void coloursAreMarkedAsSRgb()

@@ -56,53 +56,45 @@ class BundleInstallerTest : public QObject {
         return QCoro::waitFor(BundleInstaller().stage(path("image"), path("mnt"), path("staged")));
     }
 
+    static void row(const char *name, const QString &entries, const QString &reason)
+    {
+        QTest::newRow(name) << entries << reason;
+    }
+
     static void harmThatTarSees()
     {
         const QString tar = "/usr/bin/tar devolvió 2";
-        QTest::newRow("no bundle") << "    add('Other.app/bin/vellumora')\n"
-                                   << "/usr/bin/cp devolvió 1";
-        QTest::newRow("upwards") << "    add('Vellumora.app/../../out/evil')\n" << tar;
-        QTest::newRow("through a link")
-            << "    link('Vellumora.app/d', out)\n    add('Vellumora.app/d/evil')\n"
-            << tar;
-        QTest::newRow("through a relative link")
-            << "    link('Vellumora.app/d', '../../out')\n    add('Vellumora.app/d/evil')\n"
-            << tar;
-        QTest::newRow("through two links")
-            << "    link('Vellumora.app/d', 'e')\n    link('Vellumora.app/e', out)\n"
-               "    add('Vellumora.app/d/evil')\n"
-            << tar;
-        QTest::newRow("a hard link to the outside")
-            << "    add('Vellumora.app/h', type=t.LNKTYPE, linkname='/etc/passwd')\n"
-            << tar;
-        QTest::newRow("cut off") << "    add('Vellumora.app/f', bytes(100000))\n"
-                                    "with open(archive.name, 'r+b') as file: file.truncate(90)\n"
-                                 << tar;
-        QTest::newRow("no archive")
-            << "    pass\nwith open(archive.name, 'wb') as file: file.write(b'<html>')\n"
-            << tar;
+        row("no bundle", "    add('Other.app/bin/vellumora')\n", "/usr/bin/cp devolvió 1");
+        row("upwards", "    add('Vellumora.app/../../out/evil')\n", tar);
+        row("through a link", "    link('Vellumora.app/d', out)\n    add('Vellumora.app/d/evil')\n", tar);
+        row("through a relative link",
+            "    link('Vellumora.app/d', '../../out')\n    add('Vellumora.app/d/evil')\n", tar);
+        row("through two links",
+            "    link('Vellumora.app/d', 'e')\n    link('Vellumora.app/e', out)\n"
+            "    add('Vellumora.app/d/evil')\n",
+            tar);
+        row("a hard link to the outside",
+            "    add('Vellumora.app/h', type=t.LNKTYPE, linkname='/etc/passwd')\n", tar);
+        row("cut off",
+            "    add('Vellumora.app/f', bytes(100000))\n"
+            "with open(archive.name, 'r+b') as file: file.truncate(90)\n",
+            tar);
+        row("no archive", "    pass\nwith open(archive.name, 'wb') as file: file.write(b'<html>')\n", tar);
     }
 
     static void harmThatIsUnpacked()
     {
-        QTest::newRow("the bundle is a link") << "    link('Vellumora.app', out)\n"
-                                              << "Vellumora.app: .";
-        QTest::newRow("the bundle is a file") << "    add('Vellumora.app')\n"
-                                              << "Vellumora.app: .";
-        QTest::newRow("a link to the outside") << "    link('Vellumora.app/l', '/etc/passwd')\n"
-                                               << "Vellumora.app: l";
-        QTest::newRow("a link up and away") << "    link('Vellumora.app/l', '..')\n"
-                                            << "Vellumora.app: l";
-        QTest::newRow("a link to nothing") << "    link('Vellumora.app/l', 'gone')\n"
-                                           << "Vellumora.app: l";
-        QTest::newRow("a link to itself") << "    link('Vellumora.app/l', 'l')\n"
-                                          << "Vellumora.app: l";
-        QTest::newRow("a hard link to a link")
-            << "    link('Vellumora.app/l', '/etc/passwd')\n"
-               "    add('Vellumora.app/h', type=t.LNKTYPE, linkname='Vellumora.app/l')\n"
-            << "Vellumora.app: ";
-        QTest::newRow("a fifo") << "    add('Vellumora.app/f', type=t.FIFOTYPE)\n"
-                                << "Vellumora.app: f";
+        row("the bundle is a link", "    link('Vellumora.app', out)\n", "Vellumora.app: .");
+        row("the bundle is a file", "    add('Vellumora.app')\n", "Vellumora.app: .");
+        row("a link to the outside", "    link('Vellumora.app/l', '/etc/passwd')\n", "Vellumora.app: l");
+        row("a link up and away", "    link('Vellumora.app/l', '..')\n", "Vellumora.app: l");
+        row("a link to nothing", "    link('Vellumora.app/l', 'gone')\n", "Vellumora.app: l");
+        row("a link to itself", "    link('Vellumora.app/l', 'l')\n", "Vellumora.app: l");
+        row("a hard link to a link",
+            "    link('Vellumora.app/l', '/etc/passwd')\n"
+            "    add('Vellumora.app/h', type=t.LNKTYPE, linkname='Vellumora.app/l')\n",
+            "Vellumora.app: ");
+        row("a fifo", "    add('Vellumora.app/f', type=t.FIFOTYPE)\n", "Vellumora.app: f");
     }
 
 private slots:

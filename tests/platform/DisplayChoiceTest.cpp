@@ -39,28 +39,13 @@ class DisplayChoiceTest : public QObject {
             environment.contains(name) ? qputenv(name, environment[name]) : qunsetenv(name);
     }
 
+    static Environment with(Environment all, const char *name, const char *value)
+    {
+        all.insert(name, value);
+        return all;
+    }
+
     const Environment both{{"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", ":7"}};
-
-    static void addColumns()
-    {
-        QTest::addColumn<Environment>("environment");
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QString>("name");
-    }
-
-    static void row(const char *title, const Environment &environment, Kind kind, const char *name)
-    {
-        QTest::newRow(title) << environment << kind << name;
-    }
-
-    static void compare()
-    {
-        QFETCH(Environment, environment);
-        choose(environment);
-        const auto display = DisplayChoice::make();
-        QTEST(display.kind, "kind");
-        QTEST(QString::fromStdString(display.name), "name");
-    }
 
 private slots:
     void initTestCase()
@@ -70,9 +55,15 @@ private slots:
         leaveSocket("wayland-dead");
     }
 
-    void aCompositorIsPreferred_data()
+    // A compositor is preferred, but the user is obeyed.
+    void theDisplayIsChosen_data()
     {
-        addColumns();
+        QTest::addColumn<Environment>("environment");
+        QTest::addColumn<Kind>("kind");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char *title, const Environment &environment, Kind kind, const char *name) {
+            QTest::newRow(title) << environment << kind << name;
+        };
         row("nothing", {}, Kind::x11, "");
         row("an X server", {{"DISPLAY", ":7"}}, Kind::x11, ":7");
         row("a compositor", {{"WAYLAND_DISPLAY", "wayland-0"}}, Kind::wayland, "wayland-0");
@@ -84,17 +75,6 @@ private slots:
         row("a dead compositor alone", {{"WAYLAND_DISPLAY", "wayland-dead"}}, Kind::wayland, "wayland-dead");
         row("a dead compositor's name in an X session",
             {{"WAYLAND_DISPLAY", "wayland-dead"}, {"DISPLAY", ":7"}}, Kind::x11, ":7");
-    }
-
-    void aCompositorIsPreferred() { compare(); }
-
-    void theUserIsObeyed_data()
-    {
-        addColumns();
-        const auto with = [](Environment all, const char *name, const char *value) {
-            all.insert(name, value);
-            return all;
-        };
         row("Qt told X", with(both, "QT_QPA_PLATFORM", "xcb"), Kind::x11, ":7");
         row("Qt told Wayland",
             {{"QT_QPA_PLATFORM", "wayland-egl"}, {"WAYLAND_DISPLAY", "wayland-dead"}, {"DISPLAY", ":7"}},
@@ -116,7 +96,14 @@ private slots:
             "wayland-0");
     }
 
-    void theUserIsObeyed() { compare(); }
+    void theDisplayIsChosen()
+    {
+        QFETCH(Environment, environment);
+        choose(environment);
+        const auto display = DisplayChoice::make();
+        QTEST(display.kind, "kind");
+        QTEST(QString::fromStdString(display.name), "name");
+    }
 
     void aSocketHasOneKeyHoweverItIsNamed()
     {

@@ -2,15 +2,12 @@
 #include "platform/wayland/Connection.h"
 #include "platform/wayland/WaylandScreenGrabber.h"
 
+#include "support/PermissionStore.h"
 #include "support/SessionBusDaemon.h"
 #include "support/TempHome.h"
 #include "support/Wallpaper.h"
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QScreen>
 #include <QTest>
 
@@ -57,36 +54,15 @@ class ExtCopyGrabberTest : public QObject {
 
     TempHome home;
     SessionBusDaemon bus;
-    QProcess store; // the desktops' own
-
-    static QDBusMessage ask(const QString &method, const QVariantList &arguments)
-    {
-        const QString name = "org.freedesktop.impl.portal.PermissionStore";
-        auto call = QDBusMessage::createMethodCall(name, "/org/freedesktop/impl/portal/PermissionStore", name,
-                                                   method);
-        call.setArguments(arguments);
-        return QDBusConnection::sessionBus().call(call);
-    }
+    PermissionStore store;
 
 private slots:
     void initTestCase()
     {
         qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
         qputenv("WAYLAND_DISPLAY", "wayland-test");
-        const QString data = home.path("data");
-        QDir().mkpath(data + "/flatpak/db");
-        qputenv("XDG_DATA_HOME", data.toLocal8Bit());
-        store.start("/usr/libexec/xdg-permission-store", {});
-        auto *daemon = QDBusConnection::sessionBus().interface();
-        QTRY_VERIFY(daemon->isServiceRegistered("org.freedesktop.impl.portal.PermissionStore"));
-        const auto refused = ask("SetPermission", {"screenshot", true, "screenshot", "", QStringList{"no"}});
-        QCOMPARE(refused.type(), QDBusMessage::ReplyMessage);
-    }
-
-    void cleanupTestCase()
-    {
-        store.terminate();
-        store.waitForFinished();
+        store.start(home);
+        PermissionStore::answer("", "no");
     }
 
     void everyScreenIsReadPixelForPixel()
@@ -161,8 +137,8 @@ private slots:
         const auto grabber = makeWaylandScreenGrabber(copying.connection);
         QVERIFY(QCoro::waitFor(grabber->grabScreens()));
         QVERIFY(grabber->accessGranted());
-        // Answered after whatever has been asked before.
-        QCOMPARE(ask("Lookup", {"screenshot", "screenshot"}).type(), QDBusMessage::ReplyMessage);
+        const auto found = QDBusConnection::sessionBus().call(PermissionStore::lookUp());
+        QCOMPARE(found.type(), QDBusMessage::ReplyMessage);
         QCoreApplication::processEvents();
         QVERIFY(grabber->accessGranted());
     }

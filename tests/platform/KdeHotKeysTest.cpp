@@ -51,17 +51,6 @@ private slots:
 
     void cleanup() { keys->unregisterShortcut(); }
 
-    void aFreeCombinationIsTaken()
-    {
-        QCOMPARE(keys->binding(), HotKeyService::Binding::program);
-        QVERIFY(keys->registerShortcut(first));
-        QVERIFY(!anotherTakes(firstKey));
-        press();
-        QTRY_COMPARE(presses, 1);
-        press();
-        QTRY_COMPARE(presses, 2);
-    }
-
     void whatAnotherHasIsRefusedAndTheOldOneStays()
     {
         QVERIFY(anotherTakes(secondKey));
@@ -87,8 +76,6 @@ private slots:
         QVERIFY(anotherTakes(firstKey));
         keys = makeWaylandHotKeys();
     }
-
-    void aPositionOfNoKeyIsRefused() { QVERIFY(!keys->registerShortcut({500, Shortcut::command})); }
 };
 
 QTEST_MAIN(KdeHotKeysTest)

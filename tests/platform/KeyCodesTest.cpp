@@ -20,15 +20,6 @@ private slots:
         }
         QVERIFY(positions.size() > 90);
     }
-
-    void theKeysOfTheProgramAreWhereTheyBelong()
-    {
-        constexpr std::uint32_t kernelX = 45;
-        QCOMPARE(KeyCodes::toEvdev(7), kernelX);
-        QCOMPARE(KeyCodes::qtKeyAt(kernelX), Qt::Key_X);
-        QCOMPARE(KeyCodes::toEvdev(KeyCodes::keypadEnterKey), 96U);
-        QVERIFY(!KeyCodes::toEvdev(0xffff));
-    }
 };
 
 QTEST_GUILESS_MAIN(KeyCodesTest)

@@ -95,7 +95,7 @@ private slots:
     // A portal that knows nothing of shortcuts is like none.
     void withoutSuchAPortalNobodyBinds()
     {
-        portal.emplace("/usr/bin/python3", QStringList{QFINDTESTDATA("../support/portal.py"), "empty"});
+        portal.emplace("/usr/bin/python3", QStringList{QFINDTESTDATA("../support/portal.py"), "nothing"});
         make();
         QVERIFY(!keys->registerShortcut(Shortcut{}));
         awaitPortal(); // he knows no introductions

@@ -91,19 +91,6 @@ private slots:
         QCOMPARE(Rendezvous::places().size(), 1U);
     }
 
-    void whatADeadProcessHasLeftIsTakenOver()
-    {
-        const auto place = *Rendezvous::makePlace();
-        QCOMPARE(Rendezvous::ask(place, Wish::capture, 1s), Answer::nobody);
-        close(Rendezvous::listenAt(place));
-        QVERIFY(QFile::exists(QString::fromStdString(place.socket)));
-        QCOMPARE(Rendezvous::ask(place, Wish::capture, 1s), Answer::nobody);
-        const int listening = Rendezvous::listenAt(place);
-        QVERIFY(listening >= 0);
-        QCOMPARE(Rendezvous::ask(place, Wish::capture, 1ms), Answer::silent);
-        close(listening);
-    }
-
     void whatIsAskedForArrivesWhole()
     {
         using Rendezvous::Request;

@@ -43,12 +43,6 @@ private slots:
         QCOMPARE(turned.format(), QImage::Format_RGB32);
         QCOMPARE(image.pixelColor(0, 2), QColor(Qt::red));
     }
-
-    void nothingToDoCostsNothing()
-    {
-        const QImage image(2, 3, QImage::Format_RGB32);
-        QCOMPARE(upright(image, WL_OUTPUT_TRANSFORM_NORMAL, Rows::topFirst).constBits(), image.constBits());
-    }
 };
 
 QTEST_APPLESS_MAIN(ScreenScaleTest)

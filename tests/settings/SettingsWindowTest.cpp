@@ -133,21 +133,6 @@ private slots:
         QTRY_VERIFY(!keyboard.holder);
     }
 
-    void aRefusedShortcutIsToldInRedAndNotStored()
-    {
-        accepts = false;
-        recordCtrlK();
-        QCOMPARE(Prefs::shortcut(), Shortcut{});
-        QCOMPARE(status(), "Another app uses that shortcut. Try another one.");
-        QCOMPARE(statusColor(), LabelColors::refusal(window->palette()));
-        window->present();
-        QCOMPARE(recorder->text(), "⌃&&"); // it was open all the time
-        window->close();
-        open();
-        QCOMPARE(recorder->text(), "⇧⌘&&");
-        QVERIFY(status().startsWith("Click"));
-    }
-
     void nothingHoldsTheKeyboardForLongerThanItListens()
     {
         const std::function<void()> ends[]{[this] { click(); }, [this] { login->setFocus(); },

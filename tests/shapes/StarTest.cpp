@@ -43,44 +43,26 @@ class StarTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void bothWaysOfDrawingGiveAStar()
-    {
-        QCOMPARE(starOf(Strokes::star(100, 0)).value().points.size(), 6U);
-        QCOMPARE(starOf(Strokes::star(100, 40)).value().points.size(), 11U);
-    }
-
     void aPentagramIsDrawnFromTipToTipAcross()
     {
         const Points tips = starOf(Strokes::star(100, 0)).value().points;
+        QCOMPARE(tips.size(), 6U);
         QVERIFY(Strokes::gap(tips[0], tips[1]) > 170); // tips side by side are 118 apart
         QVERIFY(Strokes::gap(tips[1], tips[2]) > 170);
     }
 
-    void starsStandUprightWhenNearlySo_data()
-    {
-        QTest::addColumn<double>("inner");
-        QTest::addColumn<double>("tilted");
-        QTest::addColumn<bool>("upright");
-        QTest::newRow("pentagram, 12 degrees") << 0.0 << 12.0 << true;
-        QTest::newRow("pentagram, 18 degrees") << 0.0 << 18.0 << false;
-        QTest::newRow("outline, 12 degrees") << 40.0 << -12.0 << true;
-        QTest::newRow("outline, 18 degrees") << 40.0 << -18.0 << false;
-    }
-
     void starsStandUprightWhenNearlySo()
     {
-        QFETCH(double, inner);
-        QFETCH(double, tilted);
-        QFETCH(bool, upright);
-        const Points drawn = Strokes::turned(Strokes::star(100, inner), Strokes::radians(tilted));
-        const double fromUp = std::remainder(tilt(starOf(drawn).value()) - 90, 72);
-        if (upright)
-            QVERIFY(std::abs(fromUp) < 1e-6);
-        else
-            QVERIFY(std::abs(fromUp - tilted) < 4);
-        const double fromDown
-            = std::remainder(tilt(starOf(Strokes::scaled(drawn, 1, -1), false).value()) + 90, 72);
-        QVERIFY(std::abs(fromDown + fromUp) < 1e-6);
+        for (const auto &[inner, tilted] : // a pentagram and an outline
+             {std::pair(0.0, 12.0), std::pair(0.0, 18.0), std::pair(40.0, -12.0), std::pair(40.0, -18.0)}) {
+            const Points drawn = Strokes::turned(Strokes::star(100, inner), Strokes::radians(tilted));
+            const double fromUp = std::remainder(tilt(starOf(drawn).value()) - 90, 72);
+            const bool upright = std::abs(tilted) < 15;
+            QVERIFY(upright ? std::abs(fromUp) < 1e-6 : std::abs(fromUp - tilted) < 4);
+            const double fromDown
+                = std::remainder(tilt(starOf(Strokes::scaled(drawn, 1, -1), false).value()) + 90, 72);
+            QVERIFY(std::abs(fromDown + fromUp) < 1e-6);
+        }
     }
 
     void theOutlineTurnsAsItWasDrawn()

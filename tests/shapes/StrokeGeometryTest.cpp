@@ -1,7 +1,6 @@
 #include "shapes/StrokeGeometry.h"
 #include "shapes/Corners.h"
 #include "shapes/Cyclic.h"
-#include "shapes/Polygon.h"
 #include "shapes/ShapeRecognizer.h"
 #include "support/Strokes.h"
 
@@ -15,13 +14,6 @@ class StrokeGeometryTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void distanceIsToTheSegmentNotTheLine()
-    {
-        QCOMPARE(segmentDistance({13, 4}, {0, 0}, {10, 0}), 5.0);
-        QCOMPARE(segmentDistance({-3, 4}, {0, 0}, {10, 0}), 5.0);
-        QCOMPARE(segmentDistance({3, 4}, {0, 0}, {0, 0}), 5.0);
-    }
-
     void resampledPointsAreEvenlySpaced()
     {
         const Points path{{0, 0}, {100, 0}, {100, 1}, {100, 2}, {100, 60}};
@@ -33,31 +25,12 @@ private slots:
         QVERIFY(gap(spaced[26], {100, 4}) < 1e-9);
     }
 
-    void resamplingLeavesAPathWithoutLengthAlone()
-    {
-        const Points dots(7, Point{3, 4});
-        QCOMPARE(resample(dots, 64), dots);
-    }
-
-    void resamplingEndsWhereStepsVanishInTheCoordinates()
-    {
-        QCOMPARE(resample(Points{{1e17, 0}, {1e17 + 16, 0}}, 64).size(), 64U);
-        QCOMPARE(resample(Points{{-1e308, 0}, {1e308, 0}, {0, 1e308}}, 64).size(), 64U);
-    }
-
     void smoothingReadsOnlyWhatWasDrawn()
     {
         const Points four{{0, 0}, {1, 9}, {2, 0}, {3, 9}};
         QCOMPARE(smooth(four), four);
         const Points five{{0, 0}, {1, 12}, {2, 0}, {3, 24}, {4, 0}};
         QCOMPARE(smooth(five), (Points{{0, 0}, {1.5, 9}, {2, 7.2}, {2.5, 9}, {4, 0}}));
-    }
-
-    void simplifyKeepsCornersOnce()
-    {
-        const Points zigzag{{0, 0}, {5, 0.1}, {10, 0}, {10, 5}, {10, 10}};
-        QCOMPARE(simplify(zigzag, 1), (Points{{0, 0}, {10, 0}, {10, 10}}));
-        QCOMPARE(simplify(zigzag, 100).size(), 2U);
     }
 
     void simplifySplitsAtTheFirstOfEquallyFarPoints()
@@ -102,13 +75,6 @@ private slots:
         QCOMPARE(cornersOf(7), 0U); // 51 degrees
     }
 
-    void aTurnIsSeenFromThreePointsAway()
-    {
-        const Points square = ring(Strokes::closed({{50, 0}, {100, 0}, {100, 100}, {0, 100}, {0, 0}}));
-        QVERIFY(turningAngle(square, 8 - 3) > Strokes::radians(10));
-        QVERIFY(turningAngle(square, 8 - 4) < Strokes::radians(1));
-    }
-
     void ofTwoTurnsFourPointsApartTheSharperIsTheCorner()
     {
         Points points = Strokes::along({{-20, 0}, {0, 0}, {0, 4}}, 1);
@@ -127,15 +93,6 @@ private slots:
         const std::vector<double> acrossTheEnd{5, 1, 0, 0, 0, 1, 5};
         QVERIFY(!isPeak(acrossTheEnd, 0, 2));
         QVERIFY(isPeak(acrossTheEnd, 6, 2));
-    }
-
-    void crossingEdgesAreNotSimple()
-    {
-        QVERIFY(!isSimple(Points{{0, 0}, {10, 10}, {10, 0}, {0, 10}}));
-        QVERIFY(!isSimple(Points{{0, 0}, {10, 0}, {0, 10}, {10, 10}}));
-        QVERIFY(isSimple(Points{{0, 0}, {10, 0}, {10, 10}, {0, 10}}));
-        QVERIFY(isSimple(Points{{0, 0}, {10, 10}, {10, 0}}));
-        QVERIFY(isSimple(Points{{0, 0}, {10, 0}, {5, 0}, {5, 10}})); // touching only
     }
 };
 

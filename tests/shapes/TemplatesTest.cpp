@@ -59,15 +59,6 @@ private slots:
             QVERIFY(std::abs(std::atan2(axis.y, axis.x) - Strokes::turn / 4 - tilt) < 0.02);
         }
     }
-
-    void exactOutlinesShareTheBoxOfThePoints()
-    {
-        const Points square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
-        const Template made = makeTemplate("x", square, Points{{5, 5}, {20, 0}});
-        QCOMPARE(made.points.size(), 64U);
-        QCOMPARE(made.points[16], (Point{1, 0}));
-        QCOMPARE(made.exact, (Points{{0.5, 0.5}, {2, 0}}));
-    }
 };
 
 QTEST_GUILESS_MAIN(TemplatesTest)

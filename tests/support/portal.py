@@ -1,10 +1,13 @@
 #!/usr/bin/python3
-"""portal.py ACTION [VALUE]: the screenshot portal of a desktop, which answers as it is told.
+"""portal.py BEHAVIOUR ...: the screenshot portal of a desktop, which does at each request as it is told, and the last of these at
+all that follow. It prints "asked" at every request.
 
-picture FILE  hands over the file        uri ADDRESS  hands over whatever that is
-answer CODE   refuses or cancels         empty        is done without having a picture
-silent        never answers the request  mute         does not even take the request
-dies          ends when it is asked      died         ends when it has taken the request
+file:///PATH, or any address  has made that picture, or says so
+cancelled, refused            answers that nothing came of it
+nothing                       answers that all is well, but names no picture
+silent                        takes the request and never answers
+mute                          does not even take it
+dies, dead                    ends when it is asked, or when it has taken the request
 """
 import sys
 
@@ -12,7 +15,7 @@ from gi.repository import Gio, GLib
 
 INTERFACE = """<node><interface name="org.freedesktop.portal.Screenshot"><method name="Screenshot">
 <arg type="s" direction="in"/><arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method></interface></node>"""
-action, value = (sys.argv[1:] + [""])[:2]
+behaviours = sys.argv[1:]
 loop = GLib.MainLoop()
 
 
@@ -22,19 +25,23 @@ def answer(bus, path, code, results):
 
 
 def called(bus, sender, path, interface, method, arguments, invocation):
-    if action == "dies":
+    print("asked", flush=True)
+    behaviour = behaviours.pop(0) if len(behaviours) > 1 else behaviours[0]
+    if behaviour == "dies":
         loop.quit()
-    if action in ("dies", "mute"):
+    if behaviour in ("dies", "mute"):
         return
     options = arguments.unpack()[1]
     handle = f"/org/freedesktop/portal/desktop/request/{sender[1:].replace('.', '_')}/{options['handle_token']}"
-    results = {"picture": {"uri": GLib.Variant("s", "file://" + value)}, "uri": {"uri": GLib.Variant("s", value)}}.get(action, {})
+    codes = {"cancelled": 1, "refused": 2, "nothing": 0}
     # Before the call has been answered: that may happen as well.
-    if action in ("picture", "uri", "answer", "empty"):
-        answer(bus, handle, int(value) if action == "answer" else 0, results)
+    if behaviour not in (*codes, "silent", "dead"):
+        answer(bus, handle, 0, {"uri": GLib.Variant("s", behaviour)})
     invocation.return_value(GLib.Variant("(o)", (handle,)))
     bus.flush_sync()
-    if action == "died":
+    if behaviour in codes:
+        answer(bus, handle, codes[behaviour], {})
+    if behaviour == "dead":
         loop.quit()
 
 

@@ -10,6 +10,11 @@ class PictureTest(unittest.TestCase):
         self.assertTrue(len(got) > 0 and got == wanted,
                         f"{len(got)} bytes of pixels, {len(wanted)} wanted, {sum(a != b for a, b in zip(got, wanted))} differ")
 
+    def escape(self):
+        """Leaves the capture, and returns when the screens are free again."""
+        self.desktop.key("Escape")
+        self.desktop.wait_until_over()
+
 
 class SystemTest(PictureTest):
     window_manager = None
@@ -21,3 +26,10 @@ class SystemTest(PictureTest):
     def setUp(self):
         self.desktop = Desktop(self.window_manager, self.bus, self.server_options, self.monitors, self.scales)
         self.addCleanup(self.desktop.close)
+
+    def select(self, area):
+        """Freezes the screens with the pointer where the area begins, and drags it out."""
+        x, y, width, height = area
+        self.desktop.xdotool("mousemove", x, y)
+        self.desktop.press_shortcut()
+        self.desktop.drag((x, y), (x + width, y + height))

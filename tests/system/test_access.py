@@ -64,8 +64,7 @@ class Access(SystemTest):
     def test_a_capture_is_read_and_heard(self):
         desktop = self.desktop
         desktop.start()
-        desktop.press_shortcut()
-        desktop.drag((200, 200), (1500, 900))
+        self.select((200, 200, 1300, 700))
         self.wait_until_heard("Selection: 1300 × 700")
         desktop.drag((1500, 900), (1400, 800))
         self.wait_until_heard("Selection: 1200 × 600")
@@ -98,8 +97,7 @@ class Access(SystemTest):
         desktop = self.desktop
         (desktop.home / "Pictures/there.png").write_bytes(b"")
         desktop.start()
-        desktop.press_shortcut()
-        desktop.drag((200, 200), (1500, 900))
+        self.select((200, 200, 1300, 700))
         desktop.key("ctrl+s")
         tree = self.wait_for_tree(lambda tree: any(node["role"] == "dialog" for node in tree), "the panel")
         panel = tree[[node["role"] for node in tree].index("dialog"):]

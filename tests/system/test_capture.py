@@ -16,14 +16,11 @@ class MainJob:
         screen = desktop.screenshot()
         # The last one has odd pixels on the screen with two pixels a point.
         for area in ((2120, 100, 400, 300), (100, 200, 400, 400), (101, 203, 401, 403)):
-            x, y, width, height = area
-            desktop.xdotool("mousemove", x, y)
-            desktop.press_shortcut()
-            desktop.drag((x, y), (x + width, y + height))
+            self.select(area)
             before = desktop.log().count("copiado")
             desktop.key("Return")
             wait_for(lambda: desktop.log().count("copiado") > before, "the copy")
-            self.assertIn(f"copiado {width}x{height} png=", desktop.log())
+            self.assertIn(f"copiado {area[2]}x{area[3]} png=", desktop.log())
             wanted = desktop.pixels_of(screen, area)
             desktop.wait_until_over()
             for kind in ("png", "tiff"):
@@ -43,16 +40,14 @@ class MainJob:
         desktop.key("shift+super+x")  # nothing happens while a capture is in progress
         desktop.key("a")
         self.assertEqual(len(desktop.overlays()), 2)
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         self.assertEqual(desktop.focus(), window)
         desktop.key("b")
         witness.says("key 56")  # b arrives
         self.assertNotIn("key 38", witness.lines())  # a did not
         desktop.press_shortcut()
         self.assertEqual(desktop.log().count("atajo pulsado"), 3)
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
 
     def test_a_selection_on_one_screen_clears_the_other(self):
         desktop = self.desktop
@@ -80,9 +75,7 @@ class MainJob:
         wait_for(lambda: desktop.pixels_of(desktop.screenshot(), (2120, 100, 800, 600))
                  != desktop.pixels_of(screen, (2120, 100, 800, 600)), "the settings over the witness")
         wait_for(lambda: desktop.focus() == int(settings), "the focus of the settings")
-        desktop.xdotool("mousemove", 2150, 150)
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2920, 700))
+        self.select((2120, 100, 800, 600))
         desktop.key("Return")
         wait_for(lambda: "copiado 800x600" in desktop.log(), "the copy")
         desktop.wait_until_over()
@@ -96,9 +89,7 @@ class MainJob:
         _, window = desktop.witness((0, 0, 3520, 900))
         desktop.start()
         screen = desktop.screenshot()
-        desktop.xdotool("mousemove", 2120, 100)
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2320, 250))
+        self.select((2120, 100, 200, 150))
         middle = (2600, 300, 60, 60)  # where the panel comes up
         dimmed = desktop.pixels(middle)
         desktop.key("ctrl+s")
@@ -125,9 +116,7 @@ class WithOpenbox(MainJob, SystemTest):
         _, window = desktop.witness((0, 0, 3520, 900))
         desktop.start()
         screen = desktop.screenshot()
-        desktop.xdotool("mousemove", 2120, 100)
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2320, 250))
+        self.select((2120, 100, 200, 150))
         desktop.key("ctrl+p")
         desktop.wait_until_over()
         (dialog,) = wait_for(lambda: desktop.windows("^Print$"), "the print dialog")
@@ -177,8 +166,7 @@ class WithoutSharedMemory(SystemTest):
         desktop.witness((0, 0, 3520, 900))
         desktop.start()
         screen = desktop.screenshot()
-        desktop.press_shortcut()
-        desktop.drag((100, 200), (300, 300))
+        self.select((100, 200, 200, 100))
         desktop.key("Return")
         desktop.wait_until_over()
         self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")),

@@ -44,8 +44,7 @@ class OnALayer(WaylandTest):
                 desktop.key("Escape")
                 wait_for(lambda: not self.paper(output, below), "the end of the panel")
                 self.assertTrue(desktop.frozen(output))
-                desktop.key("Escape")
-                desktop.wait_until_over()
+                self.escape()
 
     def test_a_question_shows_above_the_panel_and_hears_the_keys(self):
         desktop = self.desktop

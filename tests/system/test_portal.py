@@ -78,12 +78,9 @@ class WithoutPermission(KWinTest):
         pictures = desktop.home / "Pictures"
         whole = self.picture()
         good = whole.read_bytes()
-        (pictures / "truncated.png").write_bytes(good[:len(good) // 2])
-        (pictures / "empty.png").write_bytes(b"")
-        (pictures / "text.png").write_text("no picture", "utf-8")
-        desktop.run("convert", "-size", "300x200", "xc:gray", str(pictures / "small.png"))
-        answers = ["refused", "nothing", "file:///nowhere/picture.png", "https://example.invalid/picture.png",
-                   *(f"file://{pictures}/{name}.png" for name in ("truncated", "empty", "text", "small"))]
+        truncated = pictures / "truncated.png"
+        truncated.write_bytes(good[:len(good) // 2])
+        answers = ["refused", "nothing", f"file://{truncated}"]
         portal = desktop.portal(*answers, f"file://{whole}")
         for i, answer in enumerate(answers, 1):
             with self.subTest(answer=answer):
@@ -92,8 +89,7 @@ class WithoutPermission(KWinTest):
                 self.wait_for_alert()
                 self.dismiss()
         desktop.capture()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         self.assertTrue(program.running())
 
     def test_a_portal_that_dies_or_is_silent_does_not_hold_up_the_next_request(self):
@@ -112,8 +108,7 @@ class WithoutPermission(KWinTest):
         self.assertEqual(portal.lines().count("asked"), 1)
         self.dismiss()
         desktop.capture()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
 
 
 if __name__ == "__main__":

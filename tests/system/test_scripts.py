@@ -109,8 +109,7 @@ class OnX11(Script, SystemTest):
         desktop.press_shortcut()
         self.assert_same_pixels(desktop.pixels_of(self.taken("--pantalla", "B")), desktop.pixels(B))  # frozen, as it is seen
         self.assertEqual(len(desktop.overlays()), 2)
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         self.assertEqual(desktop.log().count("atajo"), before.count("atajo") + 1)
         self.assert_shows(self.taken(), A)
 

@@ -4,7 +4,7 @@ import signal
 import unittest
 
 from case import SystemTest
-from desktop import HELPERS, ID, PROGRAM, Desktop, Process, wait_for
+from desktop import HELPERS, PROGRAM, Desktop, Process, wait_for
 
 CTRL, ALT = 0x40000, 0x80000
 
@@ -19,8 +19,7 @@ class Shortcut(SystemTest):
         desktop.start()
         self.assertIn("registro de atajo ⌥F5 -> FALLO", desktop.log())
         desktop.press_shortcut()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
 
     def test_it_works_whatever_the_lock_keys_and_the_layout(self):
         desktop = self.desktop
@@ -28,15 +27,13 @@ class Shortcut(SystemTest):
         desktop.key("Caps_Lock")
         desktop.key("Num_Lock")
         desktop.press_shortcut()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         desktop.key("Caps_Lock")
         desktop.run("setxkbmap", "ru")
         desktop.xdotool("keydown", "Shift_L", "keydown", "Super_L", "key", "--delay", 0, 53, "keyup", "Super_L", "keyup",
                         "Shift_L")
         desktop.wait_for_overlays()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
 
 
     def test_during_a_capture_it_is_heard_and_does_nothing_else(self):
@@ -96,8 +93,7 @@ class TrayOnTheBus(SystemTest):
         wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
         self.choose(item, "Capture   ⇧⌘X")
         self.desktop.wait_for_overlays()
-        self.desktop.key("Escape")
-        self.desktop.wait_until_over()
+        self.escape()
         self.choose(item, "Check for Updates…")
         wait_for(lambda: "actualizacion: " in self.desktop.log(), "the updater")
 
@@ -106,8 +102,7 @@ class TrayOnTheBus(SystemTest):
         manager = Process(desktop, "manager", [HELPERS / "clipboard", "--manage", desktop.folder])
         manager.says("manages")
         program = desktop.start(VELLUMORA_IDIOMA="de")
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2320, 250))
+        self.select((2120, 100, 200, 150))
         desktop.key("Return")
         wait_for(lambda: "copiado" in desktop.log(), "the copy")
         desktop.wait_until_over()
@@ -115,19 +110,13 @@ class TrayOnTheBus(SystemTest):
         self.assertEqual(program.status(), 0)
         self.assertEqual(manager.lines()[1:], ["asked 1", "saved 2"])
 
-    def test_a_desktop_can_ask_over_the_bus(self):
-        self.desktop.start()
-        self.call(ID, "/" + ID.replace(".", "/"), "org.freedesktop.Application.ActivateAction", "capture", "[]", "{}")
-        self.desktop.wait_for_overlays()
-
     def test_settings_that_open_during_a_capture_do_not_take_its_keys(self):
         first = self.desktop.start()
         self.desktop.press_shortcut()
         self.assertEqual(Process(self.desktop, "again", first.process.args).status(), 0)
         (settings,) = wait_for(lambda: self.desktop.windows("^Vellumora Settings$"), "the settings")
         wait_for(lambda: self.desktop.focus() == int(settings), "the focus of the settings")
-        self.desktop.key("Escape")
-        self.desktop.wait_until_over()
+        self.escape()
 
 
 class SecondStart(SystemTest):
@@ -143,8 +132,7 @@ class SecondStart(SystemTest):
         for _ in range(2):  # the second one changes nothing
             self.assertEqual(self.again("--capturar").status(), 0)
             desktop.wait_for_overlays()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         self.assertEqual(self.again().status(), 0)
         self.settings_open(desktop)
         self.assertEqual(desktop.log().count("registro de atajo"), 1)
@@ -211,13 +199,11 @@ class TrayOnX11(SystemTest):
         self.open_menu(place)
         desktop.key("Down", "Return")
         desktop.wait_for_overlays()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         wait_for(lambda: self.icon() == place, "the icon, which the capture has left alone")
         self.open_menu(place)
         desktop.press_shortcut()  # the menu holds the keyboard, but it is ours
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
 
     def test_an_open_menu_is_not_in_the_picture(self):
         desktop = self.desktop
@@ -263,8 +249,7 @@ class Ending(SystemTest):
         temporary.mkdir()
 
         program = desktop.start(TMPDIR=str(temporary))
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2320, 250))
+        self.select((2120, 100, 200, 150))
         desktop.key("Return")
         wait_for(lambda: "copiado" in desktop.log(), "the copy")
         desktop.wait_until_over()
@@ -273,14 +258,12 @@ class Ending(SystemTest):
         self.assertEqual(list(temporary.iterdir()), [])
 
         program = desktop.start()
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2320, 250))
+        self.select((2120, 100, 200, 150))
         desktop.key("ctrl+s")
         self.assert_ends(program, window)
 
         program = desktop.start()
-        desktop.press_shortcut()
-        desktop.drag((2120, 100), (2320, 250))
+        self.select((2120, 100, 200, 150))
         desktop.key("ctrl+p")
         wait_for(lambda: desktop.windows("^Print$"), "the print dialog")
         self.assert_ends(program, window, signal.SIGINT)
@@ -357,8 +340,7 @@ class PoorSurroundings(SystemTest):
         desktop.wait_until_over()
         desktop.set_monitor("B")
         desktop.press_shortcut()
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         self.assertTrue(program.running())
 
     def test_without_the_server_it_ends_in_order(self):

@@ -126,19 +126,5 @@ class WithoutWindowManager(WindowTest):
         self.assert_selects_nothing((200, 300))
 
 
-class WithFractionalScales(WindowTest):
-    window_manager = "openbox"
-    # 1366 pixels are no whole number of points.
-    monitors = ((0, 0, 1366, 768), (1366, 0, 1600, 900))
-    scales = (1.5, 1.25)
-
-    def test_every_pixel_of_the_frame_is_copied_and_none_beside_it(self):
-        desktop = self.desktop
-        desktop.start()
-        for place in ((101, 203, 301, 203), (1501, 101, 333, 277)):
-            window = self.framed_witness(place)
-            self.assert_copies((place[0] + 100, place[1] + 100), self.frame_of(window))
-
-
 if __name__ == "__main__":
     unittest.main()

@@ -95,8 +95,7 @@ class MainJob:
         for output in self.outputs:
             self.assertTrue(desktop.frozen(output))
         had = self.witnesses[0].lines().count("keyboard 1 0")
-        desktop.key("Escape")
-        desktop.wait_until_over()
+        self.escape()
         for output in self.outputs:
             self.assert_same_pixels(desktop.pixels(output, area), pattern(area))
         self.wait_for_keyboard(self.witnesses[0], had + 1)

@@ -1,10 +1,7 @@
 #include "toolbar/BarButton.h"
-#include "base/Fonts.h"
-#include "base/Painting.h"
 #include "toolbar/Theme.h"
 
 #include <QPainter>
-#include <QSignalSpy>
 #include <QTest>
 
 class BarButtonTest : public QObject {
@@ -51,29 +48,6 @@ private slots:
         QVERIFY(width({.isPrimary = true, .label = "Copy", .keyHint = "⌘C"}) > plain + 18);
         QCOMPARE(width({.swatch = Qt::red, .widthLabel = "11 px"}),
                  width({.swatch = Qt::red, .widthLabel = "48 px"})); // digits are equally wide
-    }
-
-    // Fonts have whole sizes; this one lies between two.
-    void theWidthIsWrittenInElevenAndAHalfPoints()
-    {
-        const BarButtonState state{.swatch = Qt::red, .widthLabel = "48 px"};
-        const auto larger = Painting::sizeOf({.text = "48 px",
-                                              .font = Fonts::system(12, QFont::DemiBold),
-                                              .digits = Painting::Digits::sameWidth});
-        QVERIFY(qAbs(BarButtonPaint::preferredWidth(state) - 43 - larger.width() * 11.5 / 12) < 0.4);
-    }
-
-    void aWidthLabelTellsTheBarAtOnce()
-    {
-        BarButton button("circle.fill");
-        int told = 0;
-        button.onWidthChanged = [&] { ++told; };
-        button.setSwatch(Qt::red);
-        told = 0;
-        button.setSwatch(Qt::blue);
-        QCOMPARE(told, 0);
-        button.setWidthLabel("12 px");
-        QCOMPARE(told, 1);
     }
 
     void theSwatchStandsWhereTheGlyphWould()
@@ -138,16 +112,6 @@ private slots:
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(&button, &leave);
         QTRY_COMPARE(shown(), 0);
-    }
-
-    void aClickIsToldAndTheKeyboardStaysElsewhere()
-    {
-        BarButton button("xmark");
-        QSignalSpy clicked(&button, &QAbstractButton::clicked);
-        QTest::mouseClick(&button, Qt::LeftButton);
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(button.focusPolicy(), Qt::NoFocus);
-        QCOMPARE(button.cursor().shape(), Qt::PointingHandCursor);
     }
 };
 

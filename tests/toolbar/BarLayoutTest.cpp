@@ -8,8 +8,6 @@ class BarLayoutTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void anEmptyBarIsItsPadding() { QCOMPARE(layOut(Qt::Horizontal, {}).size, QSizeF(8, 42)); }
-
     void piecesFollowEachOtherAlongTheBar()
     {
         const Frames row = layOut(Qt::Horizontal, {{Kind::button}, {Kind::separator}, {Kind::button, 81}});
@@ -22,11 +20,6 @@ private slots:
         const Frames column = layOut(Qt::Vertical, {{Kind::button, 81}, {Kind::separator}, {Kind::button}});
         QCOMPARE(column.items, (QList<QRectF>{{5, 5, 32, 32}, {11, 45, 20, 1}, {5, 52, 32, 32}}));
         QCOMPARE(column.size, QSizeF(42, 89));
-    }
-
-    void separatorsAloneTakeTheirSlots()
-    {
-        QCOMPARE(layOut(Qt::Horizontal, {{Kind::separator}, {Kind::separator}}).size.width(), 5 + 2 * 13 + 3);
     }
 
     void aDecorationCoversTheBarAndTakesNoRoom()

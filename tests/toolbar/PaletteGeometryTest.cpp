@@ -21,13 +21,6 @@ class PaletteGeometryTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void dotsStandInRowsOfFive()
-    {
-        QCOMPARE(fixedDot(4), QRectF(97, 9, 16, 16));
-        QCOMPARE(fixedDot(5), QRectF(9, 31, 16, 16));
-        QCOMPARE(recentSlot(9), QRectF(97, 105, 16, 16));
-    }
-
     void aClickMeansWhatItHits_data()
     {
         QTest::addColumn<QPointF>("point");

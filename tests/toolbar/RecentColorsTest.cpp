@@ -59,23 +59,16 @@ private slots:
         QCOMPARE(stored(), QStringList{"#FFFFFF"} + edited.first(9));
     }
 
-    void anyTypeOfValueIsSurvived_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::newRow("number") << QVariant(7);
-        QTest::newRow("map") << QVariant(QVariantMap{{"a", 1}});
-        QTest::newRow("list of mixed things") << QVariant(QVariantList{1, QByteArray("x"), QVariantMap()});
-        QTest::newRow("bytes") << QVariant(QByteArray("\0\xff", 2));
-        QTest::newRow("colour") << QVariant(QColor(Qt::red));
-    }
-
     void anyTypeOfValueIsSurvived()
     {
-        QFETCH(QVariant, value);
-        store(value);
-        (void)RecentColors::colors();
-        RecentColors::add(Qt::green);
-        QCOMPARE(read().first(), "#00FF00");
+        const QVariantList mixed{1, QByteArray("x"), QVariantMap()};
+        for (const QVariant &value : {QVariant(7), QVariant(QVariantMap{{"a", 1}}), QVariant(mixed),
+                                      QVariant(QByteArray("\0\xff", 2)), QVariant(QColor(Qt::red))}) {
+            store(value);
+            (void)RecentColors::colors();
+            RecentColors::add(Qt::green);
+            QCOMPARE(read().first(), "#00FF00");
+        }
     }
 };
 

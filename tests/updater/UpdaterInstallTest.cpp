@@ -173,28 +173,23 @@ private slots:
         const QString noRoom = "Vellumora isn't in a folder it can write to.";
         const auto couldNot
             = [](const QString &why) { return "Couldn't download or install (" + why + ")."; };
-        QTest::newRow("no bundle") << "/opt/bin/vellumora"
-                                   << "" << noRoom;
-        QTest::newRow("a folder that cannot be written") << "/proc/self/Vellumora.app/bin/vellumora"
-                                                         << "" << noRoom;
-        QTest::newRow("a path that no script can quote")
-            << home.path("a$b.app/bin/vellumora") << ""
-            << couldNot(home.path("a$b.app") + ": the path contains $");
-        QTest::newRow("a path of two lines") << home.path("a\nb.app/bin/vellumora") << ""
-                                             << couldNot(home.path(u"a␤b.app: the path contains ␤"_qs));
-        QTest::newRow("a bundle without a helper")
-            << home.path("Bare.app/bin/vellumora") << ""
-            << couldNot(home.path("Bare.app/bin/vellumora-exchange: No such file or directory"));
-        QTest::newRow("another digest") << inside << "digest"
-                                        << "The download doesn't match the signed version.";
-        QTest::newRow("no download") << inside << "404" << couldNot("HTTP 404");
-        QTest::newRow("no archive") << inside << "archive" << couldNot(u"/usr/bin/tar devolvió 2"_qs);
-        QTest::newRow("another version")
-            << inside << "version" << couldNot(u"Vellumora 98 ≠ Vellumora 99"_qs);
-        QTest::newRow("another processor")
-            << inside << "arch" << couldNot(u"z80 ≠ "_qs + QSysInfo::buildCpuArchitecture());
-        QTest::newRow("larger than it says") << inside << "size" << couldNot("> 3 B");
-        QTest::newRow("no address") << inside << "url" << couldNot("URL: ");
+        const auto row = [](const char *name, const QString &program, const QString &trouble,
+                            const QString &message) { QTest::newRow(name) << program << trouble << message; };
+        row("no bundle", "/opt/bin/vellumora", "", noRoom);
+        row("a folder that cannot be written", "/proc/self/Vellumora.app/bin/vellumora", "", noRoom);
+        row("a path that no script can quote", home.path("a$b.app/bin/vellumora"), "",
+            couldNot(home.path("a$b.app") + ": the path contains $"));
+        row("a path of two lines", home.path("a\nb.app/bin/vellumora"), "",
+            couldNot(home.path(u"a␤b.app: the path contains ␤"_qs)));
+        row("a bundle without a helper", home.path("Bare.app/bin/vellumora"), "",
+            couldNot(home.path("Bare.app/bin/vellumora-exchange: No such file or directory")));
+        row("another digest", inside, "digest", "The download doesn't match the signed version.");
+        row("no download", inside, "404", couldNot("HTTP 404"));
+        row("no archive", inside, "archive", couldNot(u"/usr/bin/tar devolvió 2"_qs));
+        row("another version", inside, "version", couldNot(u"Vellumora 98 ≠ Vellumora 99"_qs));
+        row("another processor", inside, "arch", couldNot(u"z80 ≠ "_qs + QSysInfo::buildCpuArchitecture()));
+        row("larger than it says", inside, "size", couldNot("> 3 B"));
+        row("no address", inside, "url", couldNot("URL: "));
     }
 
     void failuresSayWhyAndLeadToTheWebsite()

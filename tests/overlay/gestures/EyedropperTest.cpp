@@ -35,24 +35,17 @@ private slots:
         QVERIFY(!ScreenPixels::pixelColor(shot, {qQNaN(), qInf()}));
     }
 
-    void theLoupeMagnifiesThePixelsAroundThePointer_data()
-    {
-        QTest::addColumn<double>("scale");
-        QTest::newRow("1x") << 1.0;
-        QTest::newRow("2x") << 2.0;
-    }
-
     void theLoupeMagnifiesThePixelsAroundThePointer()
     {
-        QFETCH(double, scale);
-        const ScreenShot shot = patternShot({400, 300}, scale);
-        const QImage sheet = loupeAt({200, 150}, shot);
-        const QPoint centre = shot.image.rect().center() + QPoint(1, 1);
-        const auto cell = [&](int dx, int dy) {
-            return sheet.pixel(centre + (QPointF(dx, dy) * Loupe::zoom * scale).toPoint());
-        };
-        for (const QPoint d : {QPoint(0, 0), QPoint(3, 0), QPoint(-2, 4), QPoint(0, -5)})
-            QCOMPARE(cell(d.x(), d.y()), shot.image.pixel(centre + d));
+        for (const double scale : {1.0, 2.0}) {
+            const ScreenShot shot = patternShot({400, 300}, scale);
+            const QImage sheet = loupeAt({200, 150}, shot);
+            const QPoint centre = shot.image.rect().center() + QPoint(1, 1);
+            for (const QPoint d : {QPoint(0, 0), QPoint(3, 0), QPoint(-2, 4), QPoint(0, -5)}) {
+                const QPoint cell = centre + (QPointF(d) * Loupe::zoom * scale).toPoint();
+                QCOMPARE(sheet.pixel(cell), shot.image.pixel(centre + d));
+            }
+        }
     }
 
     void beyondTheScreenTheLoupeIsBlack()
@@ -77,10 +70,6 @@ private slots:
     void theWidthsSampleStaysOnTheScreen()
     {
         EditorState state{.bounds = {0, 0, 1280, 800}, .tool = Tool::pencil};
-        const QRectF small = WidthPreview::panel(state, {100, 400});
-        QCOMPARE(small.height(), 84.0);
-        QCOMPARE(small.width(), 84 + 7.2 + 34);
-        QCOMPARE(minX(small), 122.0);
         state.lineWidth = 36;
         for (const Tool tool : allTools) {
             state.tool = tool;

@@ -129,19 +129,6 @@ private slots:
         QCOMPARE(differing(copied.copy(inner.translated(-50, -300)), editor.shown().copy(inner)), 0);
     }
 
-    // If trembling put the moment off, it would never come.
-    void aTremblingHandIsStill()
-    {
-        Drawing editor;
-        const QList<QPointF> stroke = wobblyCircle(90);
-        editor.draw(stroke);
-        for (int i = 0; !editor.snapped() && i < 100; ++i) {
-            QTest::qWait(50);
-            editor.mouse->move(stroke.last() + QPointF(i % 2, i % 3));
-        }
-        QVERIFY(editor.snapped());
-    }
-
     void aMissIsLoggedOnceARest()
     {
         Defaults::setValue(Defaults::keepStrokesKey, true);

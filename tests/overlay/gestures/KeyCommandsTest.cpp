@@ -1,8 +1,6 @@
 #include "overlay/gestures/KeyCommands.h"
 #include "marks/Kinds.h"
 
-#include "platform/KeyCodes.h"
-
 #include <QTest>
 
 class KeyCommandsTest : public QObject {
@@ -29,11 +27,6 @@ private slots:
         row("a tool", Qt::Key_A, Tool::arrow);
         row("a tool with shift", Qt::SHIFT | Qt::Key_X, Tool::pixelate);
         row("the eyedropper", Qt::Key_I, Command::pickColor);
-        row("an arrow", Qt::Key_Left, ArrowStep{-1, 0});
-        row("by a pixel", Qt::CTRL | Qt::Key_Up, ArrowStep{.x = 0, .y = 1, .fine = true});
-        row("a corner, by ten", Qt::ALT | Qt::SHIFT | Qt::Key_Down,
-            ArrowStep{.x = 0, .y = -1, .far = true, .ofCorner = true});
-        row("the next corner", Qt::Key_Tab, Command::nextCorner);
         row("not the last region", Qt::Key_Space, std::nullopt);
         row("no tool has this letter", Qt::Key_C, std::nullopt);
         row("nor with command", Qt::CTRL | Qt::Key_X, std::nullopt);
@@ -58,31 +51,16 @@ private slots:
                 == KeyCommands::Meaning(Command::selectAll));
     }
 
-    void everyToolHasItsOwnLetter()
-    {
-        for (const Tool tool : allTools)
-            QCOMPARE(toolForLetter(QChar(keyLetter(tool)).toLower()), tool);
-    }
-
-    void theWheelStepsFinelyForThinLines_data()
-    {
-        QTest::addColumn<QList<double>>("widths");
-        QTest::addColumn<bool>("up");
-        QTest::newRow("up") << QList<double>{1, 2} << true;
-        QTest::newRow("up through twelve") << QList<double>{11, 12, 14, 16} << true;
-        QTest::newRow("up to the end") << QList<double>{35, 36, 36} << true;
-        QTest::newRow("down through twelve") << QList<double>{16, 14, 12, 11, 10} << false;
-        QTest::newRow("down from thirteen") << QList<double>{13, 11} << false;
-        QTest::newRow("down to the end") << QList<double>{2, 1, 1} << false;
-    }
-
     void theWheelStepsFinelyForThinLines()
     {
-        QFETCH(QList<double>, widths);
-        QFETCH(bool, up);
-        const auto step = up ? WheelSteps::Step::up : WheelSteps::Step::down;
-        for (qsizetype i = 1; i < widths.size(); ++i)
-            QCOMPARE(KeyCommands::nextLineWidth(widths[i - 1], step), widths[i]);
+        const auto goes = [](const QList<double> &widths, WheelSteps::Step step) {
+            for (qsizetype i = 1; i < widths.size(); ++i)
+                QCOMPARE(KeyCommands::nextLineWidth(widths[i - 1], step), widths[i]);
+        };
+        for (const QList<double> &up : {QList<double>{1, 2}, {11, 12, 14, 16}, {35, 36, 36}})
+            goes(up, WheelSteps::Step::up);
+        for (const QList<double> &down : {QList<double>{16, 14, 12, 11, 10}, {13, 11}, {2, 1, 1}})
+            goes(down, WheelSteps::Step::down);
     }
 
     void touchpadsFeelLikeSteps()
@@ -97,16 +75,6 @@ private slots:
         QVERIFY(!wheel.turned(100));
         QVERIFY(!wheel.turned(-100)); // turning back starts anew
         QVERIFY(!wheel.turned(0));
-    }
-
-    void aKeyboardWithoutLatinLettersGoesByPosition()
-    {
-        constexpr auto cyrillicS = static_cast<Qt::Key>(0x0421);
-        constexpr std::uint32_t kernelC = 46;
-        QCOMPARE(KeyCodes::latinKey(cyrillicS, kernelC), Qt::Key_C);
-        QCOMPARE(KeyCodes::latinKey(cyrillicS, 0), cyrillicS);
-        QCOMPARE(KeyCodes::latinKey(Qt::Key_Q, kernelC), Qt::Key_Q);
-        QCOMPARE(KeyCodes::latinKey(Qt::Key_Return, kernelC), Qt::Key_Return);
     }
 };
 

@@ -44,16 +44,6 @@ private slots:
         }
     }
 
-    void besideTheWindowsThereIsNothingToSelect()
-    {
-        Editor editor;
-        editor.session.windows = {window};
-        doubleClick(editor, pointIn(editor, window.bottomRight() + QPoint(1, 0)));
-        QVERIFY(!editor.selection());
-        doubleClick(editor, pointIn(editor, window.bottomRight()));
-        QVERIFY(editor.selection());
-    }
-
     void aDragOfTheSecondPressStaysADrag()
     {
         Editor editor;

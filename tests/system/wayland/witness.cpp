@@ -99,6 +99,8 @@ constexpr xdg_toplevel_listener toplevelEvents{
         }
     },
     [](void *, xdg_toplevel *) { std::exit(EXIT_SUCCESS); },
+    [](void *, xdg_toplevel *, int, int) {},
+    [](void *, xdg_toplevel *, wl_array *) {},
 };
 
 constexpr xdg_surface_listener surfaceEvents{
