@@ -3,7 +3,7 @@ import re
 import unittest
 
 from case import SystemTest
-from desktop import HELPERS, Process, wait_for
+from desktop import HELPERS, ID, Process, wait_for
 
 SCALE = 2  # the settings open on the first monitor
 CTRL, SUPER, SHIFT = 0x40000, 0x100000, 0x20000
@@ -34,6 +34,9 @@ class Settings(SystemTest):
         wait_for(lambda: self.desktop.focus() == int(self.window), "the focus of the settings")
         self.desktop.key("Escape")
         wait_for(lambda: not self.desktop.windows("^Vellumora Settings$"), "the settings to close")
+
+    def picture(self):
+        return self.desktop.run("import", "-window", self.window, "-depth", "8", "rgb:-", binary=True)
 
     def click_recorder(self):
         self.desktop.xdotool("mousemove", self.x + SCALE * 60, self.y + SCALE * 55, "click", 1)
@@ -132,6 +135,27 @@ class Settings(SystemTest):
         self.wait_until_stored(40, SUPER)
         self.desktop.key("ctrl+q")
         self.assertEqual(self.program.status(), 0)
+
+    def test_the_keyboard_alone_is_enough(self):
+        desktop = self.desktop
+        wait_for(lambda: len(set(self.picture())) > 10, "the painted window")
+        unfocused = self.picture()  # the mark of the focus shows from the first key on
+        for _ in range(3):
+            before = self.picture()
+            desktop.key("Tab")
+            wait_for(lambda: self.picture() not in (before, unfocused), "the mark of the focus")
+        desktop.key("space")
+        self.wait_until_held()
+        desktop.key("ctrl+space")
+        self.wait_until_stored(49, CTRL)
+        self.wait_until_free()
+        entry = desktop.home / f".config/autostart/{ID}.desktop"
+        desktop.key("Tab", "space")
+        wait_for(entry.exists, "the autostart entry")
+        desktop.key("space")
+        wait_for(lambda: not entry.exists(), "the entry to go")
+        self.close()
+        self.capture_with("ctrl+space", 1)
 
 
 if __name__ == "__main__":

@@ -1,4 +1,6 @@
 #include "toolbar/BarButton.h"
+#include "base/Fonts.h"
+#include "base/Painting.h"
 #include "toolbar/Theme.h"
 
 #include <QPainter>
@@ -48,6 +50,16 @@ private slots:
         QVERIFY(width({.isPrimary = true, .label = "Copy", .keyHint = "⌘C"}) > plain + 18);
         QCOMPARE(width({.swatch = Qt::red, .widthLabel = "11 px"}),
                  width({.swatch = Qt::red, .widthLabel = "48 px"})); // digits are equally wide
+    }
+
+    // Fonts have whole sizes; this one lies between two.
+    void theWidthIsWrittenInElevenAndAHalfPoints()
+    {
+        const BarButtonState state{.swatch = Qt::red, .widthLabel = "48 px"};
+        const auto larger = Painting::sizeOf({.text = "48 px",
+                                              .font = Fonts::system(12, QFont::DemiBold),
+                                              .digits = Painting::Digits::sameWidth});
+        QVERIFY(qAbs(BarButtonPaint::preferredWidth(state) - 43 - larger.width() * 11.5 / 12) < 0.4);
     }
 
     void theSwatchStandsWhereTheGlyphWould()
