@@ -184,7 +184,8 @@ class TrayOnX11(SystemTest):
         """Starts a tray later than the program; the middle of the icon in it."""
         Process(self.desktop, "trayer", ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height",
                                          "24", "--monitor", "0"])
-        return wait_for(self.icon, "the icon in the tray")
+        wait_for(self.painted_icon, "the icon in the tray")
+        return self.icon()
 
     def open_menu(self, place):
         desktop = self.desktop
@@ -220,6 +221,14 @@ class TrayOnX11(SystemTest):
         desktop.key("Return")
         desktop.wait_until_over()
         self.assert_same_pixels(desktop.pixels_of(desktop.clipboard("png")), desktop.pixels_of(screen, covered))
+
+    def painted_icon(self):
+        """Whether the tray has given the icon its place and the program has painted it there."""
+        place = self.icon()
+        if not place:
+            return False
+        x, y = place
+        return len(set(self.desktop.pixels((x - 8, y - 8, 16, 16)))) > 8 and self.icon() == place
 
     def icon(self):
         """The middle of the icon once it is docked at the end of monitor A, in pixels of the root window."""
