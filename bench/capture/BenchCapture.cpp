@@ -39,8 +39,7 @@ std::vector<ScreenShot> grabbed(ScreenGrabber &grabber)
 // Between captures the pictures go, which is the end of one and no part of the next.
 // Some compositors copy when they draw, and they draw no faster than the monitor:
 // nobody captures twice in the time of a frame.
-void rest(
-    benchmark::State &state, const std::function<void()> &end = [] {})
+void rest(benchmark::State &state, const std::function<void()> &end)
 {
     state.PauseTiming();
     end();
@@ -95,7 +94,7 @@ void copy(benchmark::State &state)
     for (const ScreenShot &shot : shots)
         copies.push_back(shot.image.copy());
     for (auto _ : state) {
-        rest(state); // a copy made as seldom as a capture, of memory that has gone cold
+        rest(state, [] {}); // a copy made as seldom as a capture, of memory that has gone cold
         for (std::size_t i = 0; i < shots.size(); ++i) {
             std::memcpy(copies[i].bits(), shots[i].image.constBits(),
                         static_cast<std::size_t>(copies[i].sizeInBytes()));

@@ -40,6 +40,8 @@ void TilePicture::measure()
 
 void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part) const
 {
+    if (isNull())
+        return;
     const QRect own = QRect(0, 0, TileGrid::side, TileGrid::side) & part.translated(-upperLeft);
     for (int y = own.top(); y <= own.bottom(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
