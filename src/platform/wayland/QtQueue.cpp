@@ -110,6 +110,15 @@ void QtQueue::dispatch()
     wl_display_flush(m_display);
 }
 
+wl_callback *QtQueue::frameOf(wl_surface *surface) const
+{
+    auto *wrapper = static_cast<wl_surface *>(wl_proxy_create_wrapper(surface));
+    wl_proxy_set_queue(reinterpret_cast<wl_proxy *>(wrapper), m_queue);
+    wl_callback *callback = wl_surface_frame(wrapper);
+    wl_proxy_wrapper_destroy(wrapper);
+    return callback;
+}
+
 wl_surface *QtQueue::surfaceOf(QWindow &window)
 {
     return static_cast<wl_surface *>(native()->nativeResourceForWindow("surface", &window));

@@ -35,6 +35,13 @@ public:
     // Waits until all that was asked for, by Qt too, has been carried out.
     bool roundtrip();
     void flush();
+    // Handles the events that are there already, without waiting, and sends what was asked
+    // for.
+    void dispatch();
+
+    // Returns what is told, over this queue, when the compositor wants the next picture
+    // of the surface. Goes with the next commit.
+    [[nodiscard]] wl_callback *frameOf(wl_surface *surface) const;
 
     // Qt's own objects; null where it has none yet.
     [[nodiscard]] static wl_surface *surfaceOf(QWindow &window);
@@ -51,7 +58,6 @@ private:
     explicit QtQueue(wl_display *display);
 
     [[nodiscard]] void *bindAny(const wl_interface &interface, std::uint32_t version) const;
-    void dispatch();
 
     wl_display *m_display;
     wl_event_queue *m_queue;

@@ -1,6 +1,6 @@
 #include "platform/wayland/SharedBuffers.h"
 
-#include "platform/freedesktop/Descriptor.h"
+#include "platform/wayland/PictureMemory.h"
 
 #include <sys/mman.h>
 
@@ -55,24 +55,13 @@ bool makesSense(const SharedBuffers::Layout &layout)
            && qsizetype(layout.stride) * size.height() <= std::numeric_limits<int>::max();
 }
 
-Descriptor makeMemory(qsizetype bytes)
-{
-    Descriptor memory(memfd_create("vellumora-picture", MFD_CLOEXEC | MFD_ALLOW_SEALING));
-    if (!memory.isOpen() || ftruncate(memory.number(), bytes) != 0)
-        return {};
-    // The compositor then need not fear that its memory goes away under it. It
-    // reads all the same where sealing fails.
-    (void)fcntl(memory.number(), F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_SEAL);
-    return memory;
-}
-
 } // namespace
 
 class SharedBuffers::Memory final : public Buffer {
 public:
     Memory(const std::shared_ptr<Connection> &connection, wl_shm *shm, const Layout &as)
         : layout(as)
-        , descriptor(makeMemory(bytes()))
+        , descriptor(PictureMemory::make(bytes()))
         , m_connection(connection)
     {
         if (!descriptor.isOpen())

@@ -1,6 +1,7 @@
 #include "platform/wayland/WaylandWindowPlacer.h"
 
 #include "platform/wayland/LayerPopups.h"
+#include "platform/wayland/LayerStore.h"
 #include "platform/wayland/LayerSurface.h"
 #include "platform/wayland/QtQueue.h"
 
@@ -60,6 +61,7 @@ std::unique_ptr<LayerSurface> WaylandWindowPlacer::showAsLayer(QWidget &window, 
     const auto size = layer->waitForSize();
     if (!size)
         return nullptr;
+    LayerStore::giveTo(window, m_queue);
     layer->onSize = [&window](QSize wanted) { window.resize(wanted); };
     // The layer is still in the middle of its event, and closing ends the session.
     layer->onClosed = [&window] {

@@ -1,0 +1,152 @@
+#include "platform/wayland/LayerStore.h"
+
+#include "platform/wayland/QtQueue.h"
+
+#include <QBackingStore>
+#include <QWidget>
+#include <QWindow>
+#include <private/qguiapplication_p.h>
+#include <private/qwidget_p.h>
+#include <private/qwidgetrepaintmanager_p.h>
+#include <qpa/qplatformintegration.h>
+#include <qpa/qplatformwindow.h>
+
+#include <cmath>
+
+namespace {
+
+// A step of the hand that comes right after a frame of the glow is worth replacing that
+// for. Any more would only keep the compositor from what it does.
+constexpr int mostUnseen = 2;
+constexpr int mostRects = 64; // more cost the compositor more than what lies between them
+
+double scaleOf(const QWindow &window) { return window.handle()->devicePixelRatio(); }
+
+QRect toPixels(const QRect &rect, double scale)
+{
+    const QPoint first(static_cast<int>(std::floor(rect.left() * scale)),
+                       static_cast<int>(std::floor(rect.top() * scale)));
+    const QPoint end(static_cast<int>(std::ceil((rect.left() + rect.width()) * scale)),
+                     static_cast<int>(std::ceil((rect.top() + rect.height()) * scale)));
+    return {first, end - QPoint(1, 1)};
+}
+
+QRegion toPixels(const QRegion &region, double scale)
+{
+    QRegion pixels;
+    for (const QRect &rect : region)
+        pixels += toPixels(rect, scale);
+    return pixels;
+}
+
+// Qt asks the platform for a window's store and takes none from anywhere else.
+class Supplier final : public QPlatformIntegration {
+public:
+    explicit Supplier(std::shared_ptr<QtQueue> queue) : m_queue(std::move(queue)) {}
+
+    QPlatformBackingStore *createPlatformBackingStore(QWindow *window) const override
+    {
+        return new LayerStore(window, m_queue);
+    }
+    QPlatformWindow *createPlatformWindow(QWindow *) const override { return nullptr; }
+    QAbstractEventDispatcher *createEventDispatcher() const override { return nullptr; }
+
+    // The window has been made, so nothing but the store is asked for.
+    std::unique_ptr<QBackingStore> storeFor(QWindow &window)
+    {
+        QPlatformIntegration *platform = std::exchange(QGuiApplicationPrivate::platform_integration, this);
+        auto store = std::make_unique<QBackingStore>(&window);
+        QGuiApplicationPrivate::platform_integration = platform;
+        return store;
+    }
+
+private:
+    std::shared_ptr<QtQueue> m_queue;
+};
+
+} // namespace
+
+void LayerStore::giveTo([[maybe_unused]] QWidget &window,
+                        [[maybe_unused]] const std::shared_ptr<QtQueue> &queue)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 5, 0)
+    QTLWExtra &extra = *QWidgetPrivate::get(&window)->topData();
+    delete std::exchange(extra.backingStore, Supplier(queue).storeFor(*window.windowHandle()).release());
+    if (extra.repaintManager)
+        extra.repaintManager->setBackingStore(extra.backingStore);
+#endif
+}
+
+LayerStore::LayerStore(QWindow *window, std::shared_ptr<QtQueue> queue)
+    : QPlatformBackingStore(window)
+    , m_queue(std::move(queue))
+    , m_frames(m_queue)
+{}
+
+LayerStore::~LayerStore()
+{
+    if (m_frame)
+        wl_callback_destroy(m_frame);
+}
+
+QPaintDevice *LayerStore::paintDevice() { return m_picture ? m_picture : &m_nowhere; }
+
+void LayerStore::resize(const QSize &size, const QRegion &)
+{
+    const double scale = scaleOf(*window());
+    m_frames.resize((QSizeF(size) * scale).toSize());
+    m_picture = nullptr;
+}
+
+void LayerStore::beginPaint(const QRegion &region)
+{
+    const double scale = scaleOf(*window());
+    m_picture = m_frames.draw(toPixels(region, scale));
+    if (m_picture)
+        m_picture->setDevicePixelRatio(scale);
+    else if (m_nowhere.isNull())
+        m_nowhere = QImage(1, 1, QImage::Format_RGB32);
+}
+
+void LayerStore::flush(QWindow *, const QRegion &region, const QPoint &offset)
+{
+    m_damage += toPixels(region.translated(offset), scaleOf(*window()));
+    if (m_unseen < mostUnseen)
+        show();
+}
+
+void LayerStore::show()
+{
+    wl_surface *surface = QtQueue::surfaceOf(*window());
+    wl_buffer *buffer = surface && window()->isExposed() ? m_frames.show() : nullptr;
+    if (!buffer)
+        return;
+    wl_surface_attach(surface, buffer, 0, 0);
+    damage(surface);
+    if (!m_frame)
+        awaitFrame(surface);
+    ++m_unseen;
+    wl_surface_commit(surface);
+    m_queue->flush();
+}
+
+void LayerStore::damage(wl_surface *surface)
+{
+    if (m_damage.rectCount() > mostRects)
+        m_damage = m_damage.boundingRect();
+    for (const QRect &rect : std::exchange(m_damage, {}))
+        wl_surface_damage_buffer(surface, rect.x(), rect.y(), rect.width(), rect.height());
+}
+
+// The compositor says when it wants the next picture.
+void LayerStore::awaitFrame(wl_surface *surface)
+{
+    static constexpr wl_callback_listener listener{.done = [](void *data, wl_callback *, std::uint32_t) {
+        auto *self = static_cast<LayerStore *>(data);
+        wl_callback_destroy(std::exchange(self->m_frame, nullptr));
+        self->m_unseen = 0;
+        self->m_damage.isEmpty() ? self->m_frames.makeSpare() : self->show();
+    }};
+    m_frame = m_queue->frameOf(surface);
+    wl_callback_add_listener(m_frame, &listener, this);
+}
