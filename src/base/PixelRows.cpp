@@ -39,6 +39,20 @@ VELLUMORA_VECTORIZED void blend(QRgb *over, QRgb color, int count)
         over[i] = color + times(over[i], through);
 }
 
+VELLUMORA_VECTORIZED void fade(QRgb *pixels, int count, std::uint32_t opacity)
+{
+    for (int i = 0; i < count; ++i)
+        pixels[i] = times(pixels[i], opacity);
+}
+
+VELLUMORA_VECTORIZED void blendFaded(QRgb *over, const QRgb *from, int count, std::uint32_t opacity)
+{
+    for (int i = 0; i < count; ++i) {
+        const QRgb faded = times(from[i], opacity);
+        over[i] = faded + times(over[i], 255U - (faded >> 24));
+    }
+}
+
 QImage part(const QImage &screen, const QRect &pixels)
 {
     if (!screen.rect().contains(pixels) || pixels.isEmpty())

@@ -31,6 +31,10 @@ void copy(QRgb *to, const QRgb *from, int count);
 void copyDimmed(QRgb *to, const QRgb *from, int count, int through);
 // Blends premultiplied pixels over what is there.
 void blend(QRgb *over, const QRgb *from, int count);
+// Makes premultiplied pixels fainter: times opacity / 255.
+void fade(QRgb *pixels, int count, std::uint32_t opacity);
+// Blends premultiplied pixels, made fainter, over what is there.
+void blendFaded(QRgb *over, const QRgb *from, int count, std::uint32_t opacity);
 // Blends one premultiplied colour over what is there.
 void blend(QRgb *over, QRgb color, int count);
 

@@ -171,6 +171,12 @@ private slots:
         QVERIFY(!anew.follow(editor.view->state().drawOrder()).isEmpty());
         const auto copied = editor.view->renderSelection();
         QCOMPARE(*copied, *Rendering::renderSelection(editor.view->state(), editor.shot, anew));
+        editor.view->toggleTool(tool);
+        editor.draw(Tool::line, {180, 180}, {600, 420}); // on tiles that the stroke alone was on, and others
+        QCOMPARE(editor.stale(), 0);
+        editor.mouse->drag({120, 120}, {133, 127});
+        QCOMPARE(editor.stale(), 0);
+        editor.view->undo();
         editor.view->undo();
         QCOMPARE(editor.stale(), 0);
     }

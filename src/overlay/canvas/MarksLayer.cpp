@@ -126,9 +126,10 @@ QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
 }
 
 // Blocks that something is drawn on, and tiles that nobody has looked at yet.
-void MarksLayer::addInked(ScreenCells &cells) const
+void MarksLayer::addInked(ScreenCells &cells)
 {
-    for (const auto &[cell, tile] : m_tiles) {
+    for (auto &[cell, tile] : m_tiles) {
+        tile.picture.settle();
         const QPoint corner = m_grid.pixels(cell).topLeft();
         if (tile.shown != tile.wanted)
             cells.add(m_grid.pixels(cell));
@@ -205,33 +206,39 @@ void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
     }
     for (std::size_t i = tile.shown.size(); i < tile.wanted.size(); ++i) {
         const auto kept = std::ranges::lower_bound(m_kept, tile.wanted[i], {}, &Kept::id);
-        paint(cell, tile, *kept->mark, strokeIsLast && i + 1 == tile.wanted.size());
+        const Annotation &mark = *kept->mark;
+        if (!isLong(mark))
+            paint(cell, tile, mark);
+        else if (strokeIsLast && i + 1 == tile.wanted.size())
+            paint(tile, mark, m_stroke.take(cell));
+        else
+            paint(tile, mark, StrokePicture(m_grid).drawTile(mark, cell));
     }
     tile.shown = tile.wanted;
-    // A stroke that has been drawn already knows where it has been; looking would take
-    // longer than the rest of letting it go.
-    if (strokeIsLast && m_stroke.tile(cell))
+    // Letting go of a stroke is not the time to look where it has been.
+    if (strokeIsLast && !tile.picture.isNull())
         tile.picture.assumeFull();
     else
         tile.picture.measure();
 }
 
-void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const
+void MarksLayer::paint(Cell cell, Tile &tile, const Annotation &mark) const
 {
-    if (!isLong(mark)) {
-        QPainter painter(&tile.picture.image());
-        painter.setTransform(m_grid.toTile(cell));
-        return mark.draw(painter, m_grid.part(cell));
-    }
-    // Put together first, as it is when it is drawn by hand.
-    StrokePicture anew(m_grid);
-    if (!fromStroke)
-        anew.drawTile(mark, cell);
-    if (const QImage *stroke = (fromStroke ? m_stroke : anew).tile(cell)) {
-        QPainter painter(&tile.picture.image());
-        painter.setOpacity(StrokePath::opacity(mark));
-        painter.drawImage(0, 0, *stroke);
-    }
+    QPainter painter(&tile.picture.image());
+    painter.setTransform(m_grid.toTile(cell));
+    mark.draw(painter, m_grid.part(cell));
+}
+
+// A long stroke is put together first, as it is when it is drawn by hand.
+void MarksLayer::paint(Tile &tile, const Annotation &mark, QImage stroke)
+{
+    if (stroke.isNull())
+        return;
+    if (tile.picture.isNull())
+        return tile.picture.take(std::move(stroke), StrokePath::opacity(mark));
+    QPainter painter(&tile.picture.image());
+    painter.setOpacity(StrokePath::opacity(mark));
+    painter.drawImage(0, 0, stroke);
 }
 
 void MarksLayer::prepare(const QRegion &exposed)

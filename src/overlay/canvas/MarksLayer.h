@@ -61,12 +61,13 @@ private:
     QRegion followMosaics(const std::vector<AnnotationPtr> &mosaics);
     QRegion followDrawn(const std::vector<AnnotationPtr> &marks);
     [[nodiscard]] std::optional<QPoint> travelled(const std::vector<AnnotationPtr> &marks) const;
-    void addInked(ScreenCells &cells) const;
+    void addInked(ScreenCells &cells);
     QRegion remove(std::size_t from, std::size_t end);
     [[nodiscard]] std::optional<Id> idFor(std::size_t place) const;
     QRegion insert(std::size_t place, const AnnotationPtr &mark);
     void prepare(Cell cell, Tile &tile, bool strokeIsLast = false);
-    void paint(Cell cell, Tile &tile, const Annotation &mark, bool fromStroke) const;
+    void paint(Cell cell, Tile &tile, const Annotation &mark) const;
+    static void paint(Tile &tile, const Annotation &mark, QImage stroke);
 
     void fillMosaics(const Raster &raster, const QRegion &exposed) const;
 

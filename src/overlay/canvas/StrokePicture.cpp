@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 void StrokePicture::forget()
 {
@@ -69,15 +70,16 @@ void StrokePicture::draw(const Annotation &stroke, qsizetype piece, TileGrid::Ce
     StrokePath::drawPiece(painter, stroke, piece, m_grid.part(cell));
 }
 
-void StrokePicture::drawTile(const Annotation &stroke, TileGrid::Cell cell)
+QImage StrokePicture::drawTile(const Annotation &stroke, TileGrid::Cell cell)
 {
     forget();
     for (qsizetype piece = 0; piece < StrokePath::pieces(stroke.points.size()); ++piece)
         draw(stroke, piece, cell);
+    return take(cell);
 }
 
-const QImage *StrokePicture::tile(TileGrid::Cell cell) const
+QImage StrokePicture::take(TileGrid::Cell cell)
 {
     const auto found = m_tiles.find(cell);
-    return found == m_tiles.end() ? nullptr : &found->second;
+    return found == m_tiles.end() ? QImage() : std::exchange(found->second, {});
 }

@@ -23,10 +23,11 @@ public:
     // Adds the last piece as well. Returns false when the picture shows another
     // stroke.
     bool complete(const Annotation &stroke);
-    // Draws one tile of any stroke and discards everything else.
-    void drawTile(const Annotation &stroke, TileGrid::Cell cell);
-    // Returns the picture of one tile; null where the stroke does not touch it.
-    [[nodiscard]] const QImage *tile(TileGrid::Cell cell) const;
+    // Returns one tile of any stroke and discards everything else.
+    [[nodiscard]] QImage drawTile(const Annotation &stroke, TileGrid::Cell cell);
+    // Gives away the picture of one tile, in the stroke's full colour; null where the
+    // stroke does not touch it.
+    [[nodiscard]] QImage take(TileGrid::Cell cell);
     void forget();
 
 private:

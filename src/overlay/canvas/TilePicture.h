@@ -21,12 +21,17 @@ public:
 
     [[nodiscard]] bool isNull() const { return m_image.isNull(); }
     // Returns the picture to draw on, premultiplied and transparent at first. Whoever
-    // has drawn says so afterwards, by one of the next two.
+    // has drawn says so afterwards, by measure() or assumeFull().
     [[nodiscard]] QImage &image();
+    // Takes over a picture that somebody else has drawn, to be shown with an opacity from
+    // 0 to 1, in place of a blank one. It is neither copied nor looked at.
+    void take(QImage picture, double opacity);
     // Looks where anything has been drawn; nothing is kept where nothing has.
     void measure();
     // Takes it that there is something everywhere, which is quicker than looking.
-    void assumeFull() { m_inked.fill(allBlocks); }
+    void assumeFull();
+    // Looks, if that has not been done.
+    void settle();
     void clear() { *this = {}; }
 
     // Calls doWith(first column, end column) for each stretch of blocks in a row of them
@@ -45,8 +50,11 @@ public:
     void blend(const Raster &over, QPoint upperLeft, const QRect &part) const;
 
 private:
+    static constexpr std::uint32_t wholly = 255;
     static constexpr std::uint8_t allBlocks = (1 << blocks) - 1;
 
     QImage m_image;
+    std::uint32_t m_opacity = wholly;           // that the image is still to get, of 255
     std::array<std::uint8_t, blocks> m_inked{}; // a bit a block, the leftmost lowest
+    bool m_assumed = false;                     // not looked at
 };
