@@ -12,12 +12,14 @@
 #include <qpa/qplatformwindow.h>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
 // A step of the hand that comes right after a frame of the glow is worth replacing that
 // for. Any more would only keep the compositor from what it does.
 constexpr int mostUnseen = 2;
+constexpr int everywhere = std::numeric_limits<int>::max();
 constexpr int mostRects = 64; // more cost the compositor more than what lies between them
 
 double scaleOf(const QWindow &window) { return window.handle()->devicePixelRatio(); }
@@ -132,6 +134,11 @@ void LayerStore::show()
 
 void LayerStore::damage(wl_surface *surface)
 {
+    if (wl_proxy_get_version(reinterpret_cast<wl_proxy *>(surface))
+        < WL_SURFACE_DAMAGE_BUFFER_SINCE_VERSION) {
+        m_damage = {};
+        return wl_surface_damage(surface, 0, 0, everywhere, everywhere);
+    }
     if (m_damage.rectCount() > mostRects)
         m_damage = m_damage.boundingRect();
     for (const QRect &rect : std::exchange(m_damage, {}))
