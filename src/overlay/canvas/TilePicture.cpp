@@ -8,10 +8,10 @@
 
 namespace {
 
-// As a painter counts it.
+// As a painter counts it, so that no tile is a shade off from its neighbours.
 std::uint32_t outOf255(double opacity)
 {
-    return static_cast<std::uint32_t>(qRound(opacity * 256) * 255 >> 8);
+    return static_cast<std::uint32_t>(static_cast<int>(opacity * 256) * 255 >> 8);
 }
 
 } // namespace

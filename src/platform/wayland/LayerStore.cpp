@@ -104,10 +104,13 @@ void LayerStore::beginPaint(const QRegion &region)
 {
     const double scale = scaleOf(*window());
     m_picture = m_frames.draw(toPixels(region, scale));
-    if (m_picture)
-        m_picture->setDevicePixelRatio(scale);
-    else if (m_nowhere.isNull())
+    if (!m_picture) {
         m_nowhere = QImage(1, 1, QImage::Format_RGB32);
+        return;
+    }
+    m_picture->setDevicePixelRatio(scale);
+    if (!std::exchange(m_nowhere, {}).isNull())
+        window()->requestUpdate(); // of the whole: what has been lost is not known
 }
 
 void LayerStore::flush(QWindow *, const QRegion &region, const QPoint &offset)

@@ -35,7 +35,7 @@ private:
     std::shared_ptr<QtQueue> m_queue;
     SurfaceFrames m_frames;
     QImage *m_picture = nullptr; // being drawn
-    QImage m_nowhere;            // drawn on when there is no memory
+    QImage m_nowhere;            // drawn on while there is no memory, else null
     QRegion m_damage;            // not shown yet, in device pixels
     int m_unseen = 0;            // pictures, since the compositor wanted one
     wl_callback *m_frame = nullptr;

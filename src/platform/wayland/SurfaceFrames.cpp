@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int bytesPerPixel = 4;
-constexpr std::size_t mostFrames = 3; // one that shows, one on its way there, one to draw on
+constexpr std::size_t usualFrames = 3; // one that shows, one on its way there, one to draw on
 // How long to wait for the compositor to let go of one, in milliseconds. It does so once
 // it has seen the next, which is sooner than there would be memory for a third.
 constexpr int patience = 1000;
@@ -41,7 +41,6 @@ SurfaceFrames::Frame::Frame(wl_shm *shm, QSize size) : stale(QRect({}, size))
     const Descriptor memory = PictureMemory::make(bytes);
     if (!memory.isOpen())
         return;
-    // All pages at once cost less than one after the other, when something is drawn there.
     m_address
         = mmap(nullptr, static_cast<size_t>(bytes), PROT_READ | PROT_WRITE, MAP_SHARED, memory.number(), 0);
     if (m_address == MAP_FAILED)
@@ -105,7 +104,7 @@ SurfaceFrames::Frame *SurfaceFrames::unused()
     const auto isUnused = [](const auto &frame) { return !frame->shown; };
     if (m_frames.size() > 1)
         m_queue->waitFor([&] { return std::ranges::any_of(m_frames, isUnused); },
-                         m_frames.size() < mostFrames ? patienceForTwo : patience);
+                         m_frames.size() < usualFrames ? patienceForTwo : patience);
     if (const auto found = std::ranges::find_if(m_frames, isUnused); found != m_frames.end())
         return found->get();
     if (!m_shm || m_size.isEmpty())
@@ -135,9 +134,21 @@ wl_buffer *SurfaceFrames::show()
     return m_last->buffer;
 }
 
+// One that nobody looks at.
+void SurfaceFrames::forgetOne()
+{
+    const auto found = std::ranges::find_if(
+        m_frames, [this](const auto &frame) { return !frame->shown && frame.get() != m_last; });
+    if (found != m_frames.end())
+        m_frames.erase(found);
+}
+
 void SurfaceFrames::makeSpare()
 {
     m_queue->dispatch();
+    // A compositor that had not answered for a while has made more of them necessary.
+    for (std::size_t more = m_frames.size(); more > usualFrames; --more)
+        forgetOne();
     if (!m_last || !m_last->shown || m_frames.size() > 1)
         return;
     if (Frame *spare = unused())

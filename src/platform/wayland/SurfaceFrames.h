@@ -29,13 +29,15 @@ public:
     // Returns what was drawn last, for the compositor to show until it lets go of it.
     // Null when nothing has been drawn.
     [[nodiscard]] wl_buffer *show();
-    // Sees to it that the next picture need not wait for the compositor, nor for memory.
+    // Sees to it that the next picture need not wait for the compositor, nor for memory, and
+    // that no more are kept than that takes.
     void makeSpare();
 
 private:
     class Frame;
 
     [[nodiscard]] Frame *unused();
+    void forgetOne();
     void bringUpToDate(Frame &frame, const QRegion &except) const;
 
     std::shared_ptr<QtQueue> m_queue;

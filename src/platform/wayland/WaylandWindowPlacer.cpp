@@ -62,8 +62,12 @@ std::unique_ptr<LayerSurface> WaylandWindowPlacer::showAsLayer(QWidget &window, 
     if (!size)
         return nullptr;
     LayerStore::giveTo(window, m_queue);
-    layer->onSize = [&window](QSize wanted) { window.resize(wanted); };
-    // The layer is still in the middle of its event, and closing ends the session.
+    // The layer is still in the middle of its event, which may have come while Qt was
+    // about to paint; and closing ends the session.
+    layer->onSize = [&window](QSize wanted) {
+        QMetaObject::invokeMethod(
+            &window, [&window, wanted] { window.resize(wanted); }, Qt::QueuedConnection);
+    };
     layer->onClosed = [&window] {
         QMetaObject::invokeMethod(
             &window, [&window] { window.close(); }, Qt::QueuedConnection);

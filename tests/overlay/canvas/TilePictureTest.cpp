@@ -1,0 +1,58 @@
+#include "overlay/canvas/TilePicture.h"
+#include "base/Raster.h"
+
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QTest>
+
+// A painter is the measure: it draws what tiles share with other marks.
+class TilePictureTest : public QObject {
+    Q_OBJECT
+
+    QRandomGenerator random{3};
+
+    QImage noise(QImage::Format format)
+    {
+        QImage image(TileGrid::side, TileGrid::side, QImage::Format_ARGB32);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                image.setPixel(x, y, random.generate());
+        return image.convertToFormat(format);
+    }
+
+    static QImage shown(const TilePicture &tile, QImage on)
+    {
+        tile.blend(Raster(on), {}, on.rect());
+        return on;
+    }
+
+private slots:
+    void aPictureThatWasTakenOverFadesAsIfItWerePainted_data()
+    {
+        QTest::addColumn<double>("opacity");
+        for (const double opacity : {0.1, 0.35, 0.5, 0.7, 1.0})
+            QTest::newRow(qPrintable(QString::number(opacity))) << opacity;
+    }
+    void aPictureThatWasTakenOverFadesAsIfItWerePainted()
+    {
+        QFETCH(double, opacity);
+        const QImage screen = noise(QImage::Format_RGB32);
+        const QImage stroke = noise(QImage::Format_ARGB32_Premultiplied);
+        TilePicture painted;
+        {
+            QPainter painter(&painted.image());
+            painter.setOpacity(opacity);
+            painter.drawImage(0, 0, stroke);
+        }
+        painted.measure();
+        TilePicture taken;
+        taken.take(stroke, opacity);
+        QCOMPARE(shown(taken, screen), shown(painted, screen));
+        taken.settle();
+        QCOMPARE(shown(taken, screen), shown(painted, screen));
+        QCOMPARE(std::as_const(taken.image()), std::as_const(painted.image()));
+    }
+};
+
+QTEST_GUILESS_MAIN(TilePictureTest)
+#include "TilePictureTest.moc"
