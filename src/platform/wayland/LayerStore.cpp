@@ -1,8 +1,11 @@
 #include "platform/wayland/LayerStore.h"
 
+#include "base/ViewSpace.h"
 #include "platform/wayland/QtQueue.h"
 
 #include <QBackingStore>
+#include <QLibraryInfo>
+#include <QVersionNumber>
 #include <QWidget>
 #include <QWindow>
 #include <private/qguiapplication_p.h>
@@ -11,7 +14,6 @@
 #include <qpa/qplatformintegration.h>
 #include <qpa/qplatformwindow.h>
 
-#include <cmath>
 #include <limits>
 
 namespace {
@@ -24,21 +26,9 @@ constexpr int mostRects = 64; // more cost the compositor more than what lies be
 
 double scaleOf(const QWindow &window) { return window.handle()->devicePixelRatio(); }
 
-QRect toPixels(const QRect &rect, double scale)
+QRegion pixelsOf(const QRegion &region, const QWindow &window)
 {
-    const QPoint first(static_cast<int>(std::floor(rect.left() * scale)),
-                       static_cast<int>(std::floor(rect.top() * scale)));
-    const QPoint end(static_cast<int>(std::ceil((rect.left() + rect.width()) * scale)),
-                     static_cast<int>(std::ceil((rect.top() + rect.height()) * scale)));
-    return {first, end - QPoint(1, 1)};
-}
-
-QRegion toPixels(const QRegion &region, double scale)
-{
-    QRegion pixels;
-    for (const QRect &rect : region)
-        pixels += toPixels(rect, scale);
-    return pixels;
+    return ViewSpace(window.size(), scaleOf(window)).pixelsOf(region);
 }
 
 // Qt asks the platform for a window's store and takes none from anywhere else.
@@ -72,6 +62,9 @@ void LayerStore::giveTo([[maybe_unused]] QWidget &window,
                         [[maybe_unused]] const std::shared_ptr<QtQueue> &queue)
 {
 #if QT_VERSION < QT_VERSION_CHECK(6, 5, 0)
+    // A program that was built with this version may run with a later one.
+    if (QLibraryInfo::version() >= QVersionNumber(6, 5))
+        return;
     QTLWExtra &extra = *QWidgetPrivate::get(&window)->topData();
     delete std::exchange(extra.backingStore, Supplier(queue).storeFor(*window.windowHandle()).release());
     if (extra.repaintManager)
@@ -95,27 +88,25 @@ QPaintDevice *LayerStore::paintDevice() { return m_picture ? m_picture : &m_nowh
 
 void LayerStore::resize(const QSize &size, const QRegion &)
 {
-    const double scale = scaleOf(*window());
-    m_frames.resize((QSizeF(size) * scale).toSize());
+    m_frames.resize((QSizeF(size) * scaleOf(*window())).toSize());
     m_picture = nullptr;
 }
 
 void LayerStore::beginPaint(const QRegion &region)
 {
-    const double scale = scaleOf(*window());
-    m_picture = m_frames.draw(toPixels(region, scale));
+    m_picture = m_frames.draw(pixelsOf(region, *window()));
     if (!m_picture) {
         m_nowhere = QImage(1, 1, QImage::Format_RGB32);
         return;
     }
-    m_picture->setDevicePixelRatio(scale);
+    m_picture->setDevicePixelRatio(scaleOf(*window()));
     if (!std::exchange(m_nowhere, {}).isNull())
         window()->requestUpdate(); // of the whole: what has been lost is not known
 }
 
 void LayerStore::flush(QWindow *, const QRegion &region, const QPoint &offset)
 {
-    m_damage += toPixels(region.translated(offset), scaleOf(*window()));
+    m_damage += pixelsOf(region.translated(offset), *window());
     if (m_unseen < mostUnseen)
         show();
 }
