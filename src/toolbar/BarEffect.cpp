@@ -1,5 +1,6 @@
 #include "toolbar/BarEffect.h"
 
+#include "base/Bands.h"
 #include "base/Painting.h"
 #include "base/Rect.h"
 
@@ -65,8 +66,13 @@ void BarEffect::draw(QPainter *painter)
     if (!m_keeps || m_whole.isNull() || m_whole.devicePixelRatio() != scale)
         m_whole = whole(bar.size(), scale);
     const Painting::Saved saved(*painter);
-    painter->setOpacity(m_alpha);
-    painter->drawImage(bar.topLeft() + QPointF{-reach, fall - reach}, m_whole);
+    painter->translate(bar.topLeft() + QPointF{-reach, fall - reach});
+    painter->scale(1 / scale, 1 / scale); // from here on in pixels
+    Bands::draw(*painter, m_whole.rect(), [this](QPainter &on, const QRegion &band) {
+        on.setOpacity(m_alpha);
+        for (const QRect &rect : band)
+            on.drawImage(rect, m_whole, rect);
+    });
 }
 
 QImage BarEffect::whole(QSizeF bar, double scale)
