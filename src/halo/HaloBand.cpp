@@ -136,12 +136,32 @@ void direct(QPointF middle, int left, int y, std::span<std::uint16_t> directions
 
 } // namespace
 
+std::optional<QPoint> HaloBand::Shape::wayFrom(const Shape &other) const
+{
+    constexpr double nearly = 1e-3; // pixels
+    const QPointF way = selection.topLeft() - other.selection.topLeft();
+    const QPoint whole = way.toPoint();
+    Shape moved = other;
+    moved.selection = selection;
+    moved.hole.translate(whole);
+    const QPointF corner = other.selection.bottomRight() + way - selection.bottomRight();
+    const bool moves
+        = moved == *this && (way - whole).manhattanLength() < nearly && corner.manhattanLength() < nearly;
+    return moves ? std::optional(whole) : std::nullopt;
+}
+
 HaloBand::HaloBand(const Shape &shape)
     : m_shape(shape)
     , m_outline(swollen(shape))
     , m_reach(reach(rings.back(), shape))
     , m_falloff(falloff(shape, m_reach))
 {}
+
+void HaloBand::moveTo(const Shape &shape)
+{
+    m_shape = shape;
+    m_outline = swollen(shape);
+}
 
 QRegion HaloBand::area(const QRect &screen, std::size_t innermost) const
 {

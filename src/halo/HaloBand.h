@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -34,9 +35,15 @@ public:
         double opacity = 1; // of the soft glow
 
         bool operator==(const Shape &) const = default;
+        // Returns how far another shape has moved to become this one, if that is all and
+        // it is whole pixels.
+        [[nodiscard]] std::optional<QPoint> wayFrom(const Shape &other) const;
     };
 
     explicit HaloBand(const Shape &shape);
+
+    // Takes a shape to which the one that it has only moves: see Shape::wayFrom().
+    void moveTo(const Shape &shape);
 
     [[nodiscard]] const Shape &shape() const { return m_shape; }
     // Returns the pixels of a screen that the glow may touch, or only those that

@@ -1,12 +1,14 @@
 #include "halo/HaloTile.h"
 
 #include "base/PixelRows.h"
+#include "base/Raster.h"
 
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -73,11 +75,28 @@ void HaloTile::paint(QPainter &painter, const QRect &part, const HaloColors::Tab
     for (int top = shown.top(); top <= shown.bottom(); top += rows) {
         const int count = std::min(rows, shown.bottom() + 1 - top);
         prefetch(painter, QRect(shown.left(), top, shown.width(), count));
-        for (int y = 0; y < count; ++y)
-            lookUp(reinterpret_cast<QRgb *>(strip.scanLine(y)), indexOf(shown.left(), top + y),
-                   static_cast<std::size_t>(shown.width()), colors);
+        for (int y = 0; y < count; ++y) {
+            auto *line = reinterpret_cast<QRgb *>(strip.scanLine(y));
+            const auto width = static_cast<std::size_t>(shown.width());
+            lookUp(line, indexOf(shown.left(), top + y), width, colors);
+            if (!ground.empty())
+                addGround(line, indexOf(shown.left(), top + y), width);
+        }
         painter.drawImage(QPoint(shown.left(), top), strip, QRect(0, 0, shown.width(), count));
     }
+}
+
+void HaloTile::blend(const Raster &raster, const QRect &part, QPoint way,
+                     const HaloColors::Table &colors) const
+{
+    const QRect own = part.translated(-way) & pixels;
+    std::array<QRgb, 1024> line;
+    for (int y = own.top(); y <= own.bottom(); ++y)
+        for (int x = own.left(); x <= own.right(); x += int(line.size())) {
+            const int count = std::min(int(line.size()), own.right() + 1 - x);
+            lookUp(line.data(), indexOf(x, y), std::size_t(count), colors);
+            PixelRows::blend(raster.at(x + way.x(), y + way.y()), line.data(), count);
+        }
 }
 
 // One thing at a time, so that all but the first becomes vector code.
@@ -87,7 +106,10 @@ void HaloTile::lookUp(QRgb *line, std::size_t from, std::size_t count, const Hal
         line[i] = colors[direction[from + i]];
     for (std::size_t i = 0; i < count; ++i)
         line[i] = PixelRows::times(line[i], coverage[from + i]);
-    if (!ground.empty())
-        for (std::size_t i = 0; i < count; ++i)
-            line[i] += ground[from + i];
+}
+
+void HaloTile::addGround(QRgb *line, std::size_t from, std::size_t count) const
+{
+    for (std::size_t i = 0; i < count; ++i)
+        line[i] += ground[from + i];
 }

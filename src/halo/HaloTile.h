@@ -10,6 +10,7 @@
 
 class QImage;
 class QPainter;
+class Raster;
 
 // Holds the glow over a rectangle of device pixels: how much of the glow's colour
 // each pixel takes, and in which direction from the middle of the selection it
@@ -28,6 +29,9 @@ struct HaloTile {
     // rectangle.
     [[nodiscard]] std::size_t indexOf(int x, int y) const;
 
+    // Blends a part of the tile, which lies that far from where it was computed, over what
+    // has been painted there.
+    void blend(const Raster &raster, const QRect &part, QPoint way, const HaloColors::Table &colors) const;
     // Paints a part of the tile with a painter that counts in device pixels:
     // blended over what is already there or, with a ground, in its place.
     void paint(QPainter &painter, const QRect &part, const HaloColors::Table &colors) const;
@@ -39,4 +43,5 @@ struct HaloTile {
 
 private:
     void lookUp(QRgb *line, std::size_t from, std::size_t count, const HaloColors::Table &colors) const;
+    void addGround(QRgb *line, std::size_t from, std::size_t count) const;
 };

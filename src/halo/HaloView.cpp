@@ -68,7 +68,10 @@ void HaloView::update(const std::optional<QRectF> &rect)
         startSpin();
         if (m_band && m_band->shape() == shape)
             return goOn();
-        reshape(shape);
+        if (m_band && shape.wayFrom(m_band->shape()) && !m_motion.pulsing(now()))
+            moveTo(shape);
+        else
+            reshape(shape);
     }
     want(HaloPacing::Reason::change);
 }
@@ -77,6 +80,15 @@ void HaloView::update(const std::optional<QRectF> &rect)
 void HaloView::reshape(const HaloBand::Shape &shape)
 {
     m_band.emplace(shape);
+    m_tinted += m_band->area(screen());
+}
+
+// A band that only moves has to be computed once.
+void HaloView::moveTo(const HaloBand::Shape &shape)
+{
+    if (!m_tilesOf || !shape.wayFrom(*m_tilesOf))
+        computeTiles();
+    m_band->moveTo(shape);
     m_tinted += m_band->area(screen());
 }
 
@@ -180,60 +192,77 @@ void HaloView::beginWhole(double at)
     m_unasked += m_tinted;
 }
 
+void HaloView::computeTiles()
+{
+    m_tiles.resize(static_cast<std::size_t>(m_tinted.rectCount()));
+    std::size_t i = 0;
+    for (const QRect &rect : std::as_const(m_tinted))
+        m_band->fill(m_tiles[i++], rect);
+    m_covered = {};
+    m_tilesOf = m_band->shape();
+}
+
 // Not while a drag or a pulse changes them with every frame.
 void HaloView::keepTiles()
 {
-    if (kept())
+    if (!kept())
+        computeTiles();
+    if (!m_ground || !m_covered.isEmpty())
         return;
-    m_tiles.resize(static_cast<std::size_t>(m_tinted.rectCount()));
     QRegion grounded;
-    std::size_t i = 0;
-    for (const QRect &rect : std::as_const(m_tinted)) {
-        HaloTile &tile = m_tiles[i++];
-        m_band->fill(tile, rect);
-        if (const QImage ground = m_ground ? m_ground(rect) : QImage(); !ground.isNull()) {
+    for (HaloTile &tile : m_tiles)
+        if (const QImage ground = m_ground(tile.pixels); !ground.isNull()) {
             tile.setGround(ground);
-            grounded += rect;
+            grounded += tile.pixels;
         }
-    }
     m_covered = m_space.widgetPointsWithin(grounded);
-    m_tilesOf = m_band->shape();
 }
 
 void HaloView::draw(QPainter &painter, const QRegion &exposed)
 {
+    const QRegion beneath = m_space.pixelsOf(exposed - covered());
     if (m_band) {
         const Painting::Saved saved(painter);
         painter.scale(1 / m_space.scale(), 1 / m_space.scale()); // from here on in pixels
-        const QRegion pixels = m_space.pixelsOf(exposed);
-        if (kept())
-            paintKept(painter, pixels);
-        else
-            Bands::draw(painter, pixels & m_band->area(screen()),
-                        [this](QPainter &on, const QRegion &band) { paintAnew(on, band); });
+        Bands::blend(painter, beneath & m_band->area(screen()),
+                     [this](const Raster &raster, const QRegion &band) { tint(raster, band); });
+    }
+    drawCovered(painter, exposed);
+}
+
+void HaloView::tint(const Raster &raster, const QRegion &pixels) const
+{
+    if (!m_band)
+        return;
+    QRegion open = pixels & m_band->area(screen());
+    if (const auto way = m_tilesOf ? m_band->shape().wayFrom(*m_tilesOf) : std::nullopt)
+        for (const HaloTile &tile : m_tiles) {
+            const QRect place = tile.pixels.translated(*way);
+            for (const QRect &rect : open &place)
+                tile.blend(raster, rect, *way, m_colors);
+            open -= place;
+        }
+    HaloTile piece;
+    for (const QRect &rect : open) {
+        m_band->fill(piece, rect);
+        piece.blend(raster, rect, {}, m_colors);
+    }
+}
+
+void HaloView::drawCovered(QPainter &painter, const QRegion &exposed)
+{
+    if (kept()) {
+        const Painting::Saved saved(painter);
+        painter.scale(1 / m_space.scale(), 1 / m_space.scale()); // from here on in pixels
+        for (const QRect &rect : m_space.pixelsOf(exposed & m_covered)) {
+            painter.setClipRect(rect); // blended in rows, not span by span
+            for (const HaloTile &tile : m_tiles)
+                tile.paint(painter, rect, m_colors);
+        }
     }
     // The rest of the picture is still to be painted and shown.
     if (m_pacing.paint())
         QMetaObject::invokeMethod(this, &HaloView::frameShown, Qt::QueuedConnection);
-}
-
-void HaloView::paintKept(QPainter &painter, const QRegion &pixels) const
-{
-    for (const QRect &rect : pixels) {
-        painter.setClipRect(rect); // blended in rows, not span by span
-        for (const HaloTile &tile : m_tiles)
-            tile.paint(painter, rect, m_colors);
-    }
-}
-
-void HaloView::paintAnew(QPainter &painter, const QRegion &pixels) const
-{
-    HaloTile piece;
-    for (const QRect &rect : pixels) {
-        painter.setClipRect(rect);
-        m_band->fill(piece, rect);
-        piece.paint(painter, rect, m_colors);
-    }
 }
 
 void HaloView::frameShown()

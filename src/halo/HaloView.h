@@ -17,6 +17,7 @@
 #include <vector>
 
 class QPainter;
+class Raster;
 
 // Draws the coloured glow round the selection. The glow is not a widget but a
 // picture, which its owner paints between the frozen screen and everything drawn
@@ -59,6 +60,13 @@ public:
     // Draws this part of the glow, in widget points.
     void draw(QPainter &painter, const QRegion &exposed);
 
+    // The two steps of draw(), for whoever paints what lies beneath in bands: blends the
+    // glow over those device pixels of a part that has been painted, as long as they are
+    // still at hand. Several threads may call this at once.
+    void tint(const Raster &raster, const QRegion &pixels) const;
+    // Draws what covered() names, and counts the frame as painted.
+    void drawCovered(QPainter &painter, const QRegion &exposed);
+
 private:
     [[nodiscard]] double now() const { return double(m_clock.nsecsElapsed()) * 1e-9; }
     [[nodiscard]] QRect screen() const;
@@ -73,9 +81,9 @@ private:
     void frameShown();
     [[nodiscard]] bool onlyTurns(double at) const;
     [[nodiscard]] bool kept() const { return m_band && m_tilesOf == m_band->shape(); }
+    void moveTo(const HaloBand::Shape &shape);
+    void computeTiles();
     void keepTiles();
-    void paintKept(QPainter &painter, const QRegion &pixels) const;
-    void paintAnew(QPainter &painter, const QRegion &pixels) const;
 
     const ViewSpace m_space;
     const std::function<bool()> m_reduceMotion;
@@ -87,7 +95,7 @@ private:
     HaloDrift m_drift;
 
     std::optional<HaloBand> m_band; // as painted now; absent while hidden
-    std::vector<HaloTile> m_tiles;  // the whole band, computed for the shape m_tilesOf
+    std::vector<HaloTile> m_tiles;  // the whole band, computed for the shape m_tilesOf,
     std::optional<HaloBand::Shape> m_tilesOf;
     QRegion m_covered; // widget points that the tiles fill completely, having a ground
     Ground m_ground;

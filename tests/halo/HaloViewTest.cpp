@@ -220,6 +220,28 @@ private slots:
         QVERIFY(difference(beside, blended) <= 1);
     }
 
+    void aGlowThatHasMovedIsLikeOneMadeThere_data() { aGlowWithAGroundCoversWhatWasThere_data(); }
+    void aGlowThatHasMovedIsLikeOneMadeThere()
+    {
+        QFETCH(double, scale);
+        const QSize pixels = (QSizeF(screenSize) * scale).toSize();
+        Screen moved(pixels, scale);
+        QRectF rect(150.4, 110, 100, 80);
+        moved.halo.update(rect);
+        QTRY_VERIFY(moved.halo.resting());
+        // By whole pixels, in from beyond the screen, and by a part of a pixel.
+        for (const QPointF way : {QPointF(4, -12), QPointF(-150, 60), QPointF(160, 4), QPointF(0.3, 0.1)}) {
+            rect.translate(way);
+            moved.halo.update(rect);
+            QTRY_VERIFY(moved.halo.resting());
+            Screen made(pixels, scale);
+            made.halo.update(rect);
+            QTRY_VERIFY(made.halo.resting());
+            QVERIFY(difference(moved.image, made.image) <= 1);
+            QCOMPARE(moved.image, moved.repainted());
+        }
+    }
+
     void aPulseLeavesNothingBehind()
     {
         Screen screen;
