@@ -209,6 +209,15 @@ void fill(QPainter &painter, const QRegion &exposed, const Fill &fill)
     });
 }
 
+// A window that lets others shine through is cleared first.
+std::optional<Lasting> lasting(const QPainter &painter)
+{
+    const auto target = Target::behind(painter);
+    if (!target || target->picture.format != QImage::Format_RGB32)
+        return std::nullopt;
+    return Lasting{.memory = target->picture.bits, .seen = target->seen};
+}
+
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)
 {
     if (const auto target = Target::behind(painter))

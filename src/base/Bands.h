@@ -3,6 +3,7 @@
 #include <QRegion>
 
 #include <functional>
+#include <optional>
 
 class QPainter;
 class Raster;
@@ -23,6 +24,15 @@ void draw(QPainter &painter, const QRegion &exposed, const Paint &paint);
 // Calls fill in the same way, to write every pixel of the band. The painter must count
 // in device pixels. Of its clip only what the window sets counts.
 void fill(QPainter &painter, const QRegion &exposed, const Fill &fill);
+
+// The picture behind a painter that shows what was painted there last.
+struct Lasting {
+    const void *memory = nullptr; // tells it from others as long as they exist
+    QRegion seen;                 // what the window lets be painted, in device pixels
+};
+// Returns that; absent where windows are cleared before they are painted, or the painter
+// does not count in whole device pixels.
+[[nodiscard]] std::optional<Lasting> lasting(const QPainter &painter);
 
 // Calls fill, perhaps once, to blend over the pixels of the region, premultiplied. The
 // painter is as for fill().

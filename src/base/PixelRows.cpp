@@ -5,6 +5,21 @@
 #include <QImage>
 #include <QRect>
 
+#include <bit>
+#include <cstddef>
+#include <cstring>
+
+namespace {
+
+// The loop over eight pixels that compilers unroll instead of making it vector code.
+using Eight = std::uint32_t __attribute__((vector_size(sizeof(QRgb) * PixelRows::stretch)));
+using Halves = std::uint16_t __attribute__((vector_size(sizeof(Eight))));
+
+constexpr std::uint32_t pairs = 0x00ff00ff;
+constexpr std::uint32_t halves = 0x00800080;
+
+} // namespace
+
 namespace PixelRows {
 
 VELLUMORA_VECTORIZED void copy(QRgb *to, const QRgb *from, int count)
@@ -50,6 +65,37 @@ VELLUMORA_VECTORIZED void blendFaded(QRgb *over, const QRgb *from, int count, st
     for (int i = 0; i < count; ++i) {
         const QRgb faded = times(from[i], opacity);
         over[i] = faded + times(over[i], 255U - (faded >> 24));
+    }
+}
+
+// A loop for each kind, because guessing the next one's kind would fail again and again.
+VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where)
+{
+    const bool covers = qAlpha(ink.color) == 255;
+    const Eight color = Eight{} + ink.color;
+    const Stretches filled = covers ? where & ink.plain : 0;
+    for (Stretches left = filled; left != 0; left &= left - 1)
+        std::memcpy(to + std::countr_zero(left) * stretch, &color, sizeof color);
+    for (Stretches left = where & ~ink.inked; left != 0; left &= left - 1) {
+        const auto at = std::countr_zero(left) * stretch;
+        Eight pixels;
+        std::memcpy(&pixels, screen + at, sizeof pixels);
+        pixels |= opaque;
+        std::memcpy(to + at, &pixels, sizeof pixels);
+    }
+    for (Stretches left = where & ink.inked & ~filled; left != 0; left &= left - 1) {
+        const auto at = std::countr_zero(left) * stretch;
+        Eight below;
+        Eight above;
+        std::memcpy(&below, screen + at, sizeof below);
+        std::memcpy(&above, ink.row + at, sizeof above);
+        const Eight alpha = 255U - (above >> 24);
+        const auto through = Halves(alpha | alpha << 16);
+        const auto even = Eight(Halves(below & pairs) * through);
+        const auto odd = Eight(Halves((below | opaque) >> 8 & pairs) * through);
+        above += ((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
+                 | ((odd + (odd >> 8 & pairs) + halves) & ~pairs);
+        std::memcpy(to + at, &above, sizeof above);
     }
 }
 

@@ -38,6 +38,22 @@ void blendFaded(QRgb *over, const QRgb *from, int count, std::uint32_t opacity);
 // Blends one premultiplied colour over what is there.
 void blend(QRgb *over, QRgb color, int count);
 
+// Rows that are worked on here and there only: in stretches of eight pixels, a bit each,
+// the leftmost lowest.
+constexpr int stretch = 8;
+using Stretches = std::uint32_t;
+
+// Premultiplied pixels that may be laid over a screen.
+struct Ink {
+    const QRgb *row;     // not looked at where there is none, or it is plain
+    Stretches inked = 0; // where there is any
+    Stretches plain = 0; // where all eight pixels have the same colour, this one
+    QRgb color = 0;
+};
+
+// Writes these stretches of a screen's row with the ink over it, and nothing else.
+void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where);
+
 // Returns a copy of that part of a screen's picture, which must have 32 bits a pixel;
 // null when the picture does not cover the part.
 [[nodiscard]] QImage part(const QImage &screen, const QRect &pixels);

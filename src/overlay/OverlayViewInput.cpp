@@ -268,6 +268,8 @@ bool OverlayView::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Enter)
         leaveEvent(event);
+    if (const auto *child = qobject_cast<const QWidget *>(watched))
+        m_canvas.paintedOver(*child);
     return QWidget::eventFilter(watched, event);
 }
 

@@ -136,7 +136,7 @@ private slots:
         QCOMPARE(editor.stale(), 0);
         const ViewSpace space(editor.shot.pointSize, editor.shot.scale);
         MarksLayer anew(space);
-        QVERIFY(!anew.follow(editor.view->state().drawOrder()).isEmpty());
+        QVERIFY(!anew.follow(editor.view->state().drawOrder()).all().isEmpty());
         const QImage copied = *editor.view->renderSelection();
         // Soft edges may come out differently in a few places where they are cut into tiles.
         QVERIFY(differing(copied, *Rendering::renderSelection(editor.view->state(), editor.shot, anew)) < 20);
@@ -168,7 +168,7 @@ private slots:
         QCOMPARE(differing(editor.withoutBar(inHand), editor.withoutBar(editor.shown())), 0);
         const ViewSpace space(editor.shot.pointSize, editor.shot.scale);
         MarksLayer anew(space);
-        QVERIFY(!anew.follow(editor.view->state().drawOrder()).isEmpty());
+        QVERIFY(!anew.follow(editor.view->state().drawOrder()).all().isEmpty());
         const auto copied = editor.view->renderSelection();
         QCOMPARE(*copied, *Rendering::renderSelection(editor.view->state(), editor.shot, anew));
         editor.view->toggleTool(tool);

@@ -8,6 +8,7 @@
 #include "overlay/canvas/Loupe.h"
 #include "overlay/canvas/Rendering.h"
 
+#include <QGraphicsEffect>
 #include <QPainter>
 #include <QTimer>
 #include <QWidget>
@@ -20,6 +21,14 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto copiedShows = 1s;
+
+// What a child of a widget paints, in the widget's points: some have a shadow.
+QRect reachOf(const QWidget &child)
+{
+    const QGraphicsEffect *effect = child.graphicsEffect();
+    const QRectF reach = effect ? effect->boundingRectFor(child.rect()) : QRectF(child.rect());
+    return reach.toAlignedRect().translated(child.pos());
+}
 
 } // namespace
 
@@ -69,7 +78,8 @@ Chrome::Scene Canvas::scene() const
     return {.state = m_state,
             .scale = m_shot.scale,
             .haloShows = !m_halo.isHidden(),
-            .justCopied = !m_copied.hasExpired()};
+            .justCopied = !m_copied.hasExpired(),
+            .outlined = !busy()};
 }
 
 void Canvas::refresh()
@@ -112,7 +122,11 @@ QRegion Canvas::followMarks()
     std::vector<AnnotationPtr> inHand;
     if (away)
         inHand.push_back(std::make_shared<Annotation>(*m_state.gripped()));
-    return m_marks.follow(marks) + m_inHand.follow(inHand);
+    const MarksLayer::Change change = m_marks.follow(marks);
+    m_standing.lose(change.drawn + change.mosaics);
+    if (!change.drawn.isEmpty() && m_standing.shift() != m_marks.shift())
+        m_standing.loseAll(); // what has gone still shows somewhere else
+    return change.all() + m_inHand.follow(inHand).all();
 }
 
 void Canvas::touch(const QRectF &area) { m_widget.update(m_space.around(area, 1)); }
@@ -150,8 +164,10 @@ void Canvas::showCopied()
 
 void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked)
 {
-    drawScreen(painter, m_space.pixelsOf(exposed - m_halo.covered()));
-    m_halo.draw(painter, exposed);
+    if (exposed == m_widget.rect()) // perhaps of a window whose memory is another
+        m_standing.loseAll();
+    drawScreen(painter, m_space.pixelsOf(exposed - m_halo.covered()), picked ? QRegion() : bare());
+    m_halo.drawCovered(painter, exposed);
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)
         drawInHand(painter, exposed);
@@ -164,14 +180,22 @@ void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPoi
 }
 
 // The frozen screen and the finished marks, which never show outside the selection.
-void Canvas::drawScreen(QPainter &painter, const QRegion &exposed)
+void Canvas::drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare)
 {
     const Painting::Saved saved(painter);
     painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
-    if (!m_state.selection)
-        return Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
+    if (m_state.selection)
+        drawSelected(painter, exposed);
+    else
+        Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
             m_backdrop.fill(raster, {}, band);
+            m_halo.tint(raster, band);
         });
+    m_standing.painted(painter, exposed, bare, m_marks.shift());
+}
+
+void Canvas::drawSelected(QPainter &painter, const QRegion &exposed)
+{
     const QRect selected = m_space.toNearestPixels(*m_state.selection);
     const std::optional<Tessera> mosaic = mosaicInHand();
     QRegion hidden = m_marks.covered() + m_inHand.covered();
@@ -180,14 +204,44 @@ void Canvas::drawScreen(QPainter &painter, const QRegion &exposed)
     hidden &= selected;
     m_marks.prepare(exposed & selected);
     m_inHand.prepare(exposed & selected);
+    const QRegion standing = m_standing.on(painter) & selected;
+    const QPoint way = m_marks.shift() - m_standing.shift();
+    const Chrome::Scene now = scene();
     Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
-        m_backdrop.fill(raster, selected, band - hidden);
-        m_marks.draw(raster, band & selected);
+        // Regions of many rectangles are quick to cut by one, and slow by each other.
+        const QRect box = band.boundingRect();
+        const QRegion stands = standing & box;
+        const QRegion anew = band - stands;
+        m_backdrop.fill(raster, selected, anew - (hidden & box));
+        m_marks.draw(raster, anew & selected);
+        if (!way.isNull())
+            m_marks.drawMoved(raster, m_shot.image, band & stands, way);
+        m_halo.tint(raster, anew - selected);
+        if (now.outlined)
+            Chrome::outline(raster, band, now);
         m_inHand.draw(raster, band & selected);
         if (mosaic)
             for (const QRect &rect : band &selected)
                 mosaic->mosaic.fill(raster, mosaic->place, rect);
     });
+}
+
+void Canvas::paintedOver(const QWidget &child) { m_standing.lose(m_space.pixelsOf(reachOf(child))); }
+
+// Whether something is painted over the finished marks that comes and goes.
+bool Canvas::busy() const { return m_state.current || m_state.grip || m_fade.running() || m_edges; }
+
+// Where nothing is painted over the screen and the finished marks, in device pixels.
+QRegion Canvas::bare() const
+{
+    if (!m_state.selection || busy())
+        return {};
+    QRegion over
+        = Chrome::footprint(scene(), m_space) + m_space.around(Chrome::productBadge(m_state.bounds), 1);
+    for (const QObject *object : m_widget.children())
+        if (const auto *child = qobject_cast<const QWidget *>(object); child && child->isVisible())
+            over += reachOf(*child);
+    return QRegion(m_space.toNearestPixels(*m_state.selection)) - m_space.pixelsOf(over);
 }
 
 // It has no soft edges, and may be large: several threads write it.

@@ -8,6 +8,7 @@
 #include "overlay/canvas/GripFrame.h"
 #include "overlay/canvas/MarksLayer.h"
 #include "overlay/canvas/SnapFade.h"
+#include "overlay/canvas/StandingPaint.h"
 
 #include <QDeadlineTimer>
 #include <QPointF>
@@ -39,6 +40,9 @@ public:
     // none or it is too small.
     [[nodiscard]] std::optional<QImage> render();
 
+    // Notes that a child of the widget has painted where it is now, or is going to.
+    void paintedOver(const QWidget &child);
+
     // Makes this screen's picture the one that mosaics on any screen are made of.
     void lendPicture();
 
@@ -68,7 +72,10 @@ public:
 
 private:
     void endStaleFade();
-    void drawScreen(QPainter &painter, const QRegion &exposed);
+    void drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare);
+    void drawSelected(QPainter &painter, const QRegion &exposed);
+    [[nodiscard]] bool busy() const;
+    [[nodiscard]] QRegion bare() const;
     void drawInHand(QPainter &painter, const QRegion &exposed);
     [[nodiscard]] AnnotationPtr lifted() const;
     [[nodiscard]] QRegion followMarks();
@@ -85,6 +92,7 @@ private:
     MarksLayer m_inHand{m_space}; // the mark that was taken up, which moves while the others stay
     GripFrame m_gripFrame{m_space};
     Damage m_damage{m_space};
+    StandingPaint m_standing;
     HaloView m_halo;
     SnapFade m_fade;
     std::optional<QPointF> m_edges; // what the loupe over the edges is about

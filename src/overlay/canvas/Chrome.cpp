@@ -47,21 +47,15 @@ QPointF textOrigin(const QRectF &badge, QSizeF padding)
     return badge.topLeft() + QPointF(padding.width(), padding.height());
 }
 
-// Row by row: every row of the upright lines is on another page of the memory, and a
-// painter would wait for one after the other.
 void drawOutline(QPainter &painter, const Chrome::Scene &scene)
 {
     const ViewSpace space(scene.state.bounds.size(), scene.scale);
-    const QRectF &selection = *scene.state.selection;
-    const QRect inside = space.toNearestPixels(grown(selection, -1));
-    const QRegion line = QRegion(space.toNearestPixels(selection)) - inside;
     const Saved saved(painter);
     painter.setTransform(space.upwards(), true);     // turned over once more
     painter.scale(1 / scene.scale, 1 / scene.scale); // from here on in pixels
-    Bands::blend(painter, line, [](const Raster &raster, const QRegion &band) {
-        for (const QRect &rect : band)
-            for (int y = rect.top(); y <= rect.bottom(); ++y)
-                PixelRows::blend(raster.at(rect.left(), y), outlineColor, rect.width());
+    const QRect all = space.toNearestPixels(*scene.state.selection);
+    Bands::blend(painter, all, [&scene](const Raster &raster, const QRegion &band) {
+        Chrome::outline(raster, band, scene);
     });
 }
 
@@ -147,18 +141,10 @@ Label brandMaker()
             .color = QColor::fromRgbF(1, 1, 1, 0.7F)};
 }
 
-QRectF brandPill(const QRectF &bounds)
-{
-    const QSizeF name = Painting::sizeOf(brandName());
-    const QSizeF both(name.width() + Painting::sizeOf(brandMaker()).width(), name.height());
-    const QSizeF size = padded(both, brandPadding);
-    return {{maxX(bounds) - size.width() - brandMargin, brandMargin}, size};
-}
-
 // Both words stand on the base line of the larger one.
 void drawBrand(QPainter &painter, const QRectF &bounds)
 {
-    const QRectF pill = brandPill(bounds);
+    const QRectF pill = Chrome::productBadge(bounds);
     Painting::drawPill(painter, pill, Theme::barBackground, Theme::barBorder);
     const Label name = brandName();
     const Label maker = brandMaker();
@@ -171,7 +157,8 @@ void drawBrand(QPainter &painter, const QRectF &bounds)
 void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRectF &exposed)
 {
     const QRectF &selection = *scene.state.selection;
-    drawOutline(painter, scene);
+    if (!scene.outlined)
+        drawOutline(painter, scene);
     if (!scene.haloShows)
         DashedFrame::draw(painter, grown(selection, 0.5), Theme::selectionBorder);
     drawHandles(painter, scene);
@@ -208,8 +195,21 @@ void draw(QPainter &painter, const Scene &scene, const QRectF &exposed)
         drawSelectionChrome(painter, scene, soft);
     else
         drawHint(painter, scene.state.bounds);
-    if (brandPill(scene.state.bounds).intersects(soft))
+    if (productBadge(scene.state.bounds).intersects(soft))
         drawBrand(painter, scene.state.bounds);
+}
+
+// Row by row: every row of the upright lines is on another page of the memory, and a
+// painter would wait for one after the other.
+void outline(const Raster &raster, const QRegion &pixels, const Scene &scene)
+{
+    const ViewSpace space(scene.state.bounds.size(), scene.scale);
+    const QRectF &selection = *scene.state.selection;
+    const QRegion line
+        = QRegion(space.toNearestPixels(selection)) - space.toNearestPixels(grown(selection, -1));
+    for (const QRect &rect : pixels &line)
+        for (int y = rect.top(); y <= rect.bottom(); ++y)
+            PixelRows::blend(raster.at(rect.left(), y), outlineColor, rect.width());
 }
 
 QRegion footprint(const Scene &scene, const ViewSpace &space)
@@ -227,6 +227,15 @@ QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds)
     if (maxY(bounds) >= above + text.height() + badgeRoom)
         return {{minX(selection), above}, size};
     return {{minX(selection) + badgeInside, maxY(selection) - size.height() - badgeInside}, size};
+}
+
+QRectF productBadge(const QRectF &bounds)
+{
+    static const QSizeF size = [] {
+        const QSizeF name = Painting::sizeOf(brandName());
+        return padded({name.width() + Painting::sizeOf(brandMaker()).width(), name.height()}, brandPadding);
+    }();
+    return {{maxX(bounds) - size.width() - brandMargin, brandMargin}, size};
 }
 
 QString sizeText(const QRectF &selection, double scale)

@@ -7,6 +7,7 @@
 #include <QString>
 
 class QPainter;
+class Raster;
 class ViewSpace;
 
 // Draws everything that the overlay shows but the picture never contains.
@@ -18,12 +19,17 @@ struct Scene {
     double scale;            // pixels per point
     bool haloShows = false;  // the glow stands in for the dashed frame
     bool justCopied = false; // the size badge says that the picture was copied
+    bool outlined = false;   // the outline has been drawn, by outline()
 };
 
 // Draws the outline, handles and size badge of the selection, or the hint in the
 // middle while there is none, and the product's badge in the corner. Only what
 // shows in the exposed part, in view points, has to be drawn.
 void draw(QPainter &painter, const Scene &scene, const QRectF &exposed);
+
+// Draws the outline of the selection alone, over some device pixels, y downwards. Several
+// threads may call this at once.
+void outline(const Raster &raster, const QRegion &pixels, const Scene &scene);
 
 // Returns the area that draw() may touch, except for the product's badge, in widget
 // points, rounded outwards.
@@ -32,6 +38,8 @@ void draw(QPainter &painter, const Scene &scene, const QRectF &exposed);
 // Returns the place of the size badge above the selection, or inside it if the
 // screen ends there.
 [[nodiscard]] QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds);
+// Returns the place of the product's badge in the corner of the screen.
+[[nodiscard]] QRectF productBadge(const QRectF &bounds);
 // Returns the size of the selection in device pixels, such as "1280 × 720".
 [[nodiscard]] QString sizeText(const QRectF &selection, double scale);
 

@@ -3,7 +3,7 @@
 #include "marks/Kinds.h"
 #include "marks/MarkFootprint.h"
 #include "marks/StrokePath.h"
-#include "overlay/canvas/ScreenCells.h"
+#include "overlay/canvas/MovedInk.h"
 
 #include <QPainter>
 
@@ -45,10 +45,12 @@ void forTiles(auto &tiles, const std::pair<TileGrid::Cell, TileGrid::Cell> &rang
 
 } // namespace
 
-QRegion MarksLayer::follow(const std::vector<AnnotationPtr> &drawOrder)
+MarksLayer::Change MarksLayer::follow(const std::vector<AnnotationPtr> &drawOrder)
 {
     const auto firstDrawn = std::ranges::find_if_not(drawOrder, isMosaic);
-    return followMosaics({drawOrder.begin(), firstDrawn}) + followDrawn({firstDrawn, drawOrder.end()});
+    Change change = followDrawn({firstDrawn, drawOrder.end()});
+    change.mosaics = followMosaics({drawOrder.begin(), firstDrawn});
+    return change;
 }
 
 QRegion MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics)
@@ -58,8 +60,9 @@ QRegion MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics)
     QRegion changed = covered();
     std::vector<KeptMosaic> before = std::exchange(m_mosaics, {});
     for (const AnnotationPtr &mark : mosaics) {
-        const auto kept
-            = std::ranges::find_if(before, [&](const KeptMosaic &k) { return same(k.mark, mark); });
+        const auto kept = std::ranges::find_if(before, [&](const KeptMosaic &k) {
+            return k.mark->moved == mark->moved && same(k.mark, mark); // the first is quickly seen
+        });
         m_mosaics.push_back(
             kept != before.end()
                 ? *kept
@@ -95,19 +98,20 @@ std::optional<QPoint> MarksLayer::travelled(const std::vector<AnnotationPtr> &ma
     return moved ? std::optional(whole) : std::nullopt;
 }
 
-QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
+MarksLayer::Change MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
 {
     if (marks.empty())
         m_stroke.forget(); // perhaps of a selection that was given up
     if (const auto way = travelled(marks)) {
-        ScreenCells changed(m_space.toPixels(m_space.bounds()), sideOfCells(m_space.scale()));
-        addInked(changed);
+        ScreenCells changed = m_inked ? *m_inked : inked();
         m_grid.moveBy(*way);
         for (std::size_t i = 0; i < marks.size(); ++i)
             m_kept[i].mark = marks[i];
-        addInked(changed);
-        return changed.region();
+        m_inked = inked();
+        changed.add(*m_inked);
+        return {.moved = changed.region(), .drawn = {}, .mosaics = {}};
     }
+    m_inked.reset();
     const auto stays = std::ranges::mismatch(marks, m_kept, same, {}, &Kept::mark);
     const auto first = static_cast<std::size_t>(stays.in2 - m_kept.begin());
     std::size_t above = 0; // how many at the end stay too
@@ -122,12 +126,13 @@ QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
         }
         changed += insert(i, marks[i]);
     }
-    return changed;
+    return {.moved = {}, .drawn = changed, .mosaics = {}};
 }
 
 // Blocks that something is drawn on, and tiles that nobody has looked at yet.
-void MarksLayer::addInked(ScreenCells &cells)
+ScreenCells MarksLayer::inked()
 {
+    ScreenCells cells(m_space.toPixels(m_space.bounds()), sideOfCells(m_space.scale()));
     for (auto &[cell, tile] : m_tiles) {
         tile.picture.settle();
         const QPoint corner = m_grid.pixels(cell).topLeft();
@@ -139,6 +144,7 @@ void MarksLayer::addInked(ScreenCells &cells)
                            QSize(end - first, TilePicture::blockSide)});
             });
     }
+    return cells;
 }
 
 // Takes away the marks from that one on, up to the other.
@@ -243,8 +249,9 @@ void MarksLayer::paint(Tile &tile, const Annotation &mark, QImage stroke)
 
 void MarksLayer::prepare(const QRegion &exposed)
 {
-    for (const QRect &rect : exposed)
-        forTiles(m_tiles, m_grid.range(rect), [this](Cell cell, Tile &tile) { prepare(cell, tile); });
+    for (auto &[cell, tile] : m_tiles)
+        if (tile.shown != tile.wanted && exposed.intersects(m_grid.pixels(cell)))
+            prepare(cell, tile);
 }
 
 void MarksLayer::draw(const Raster &raster, const QRegion &exposed) const
@@ -254,6 +261,16 @@ void MarksLayer::draw(const Raster &raster, const QRegion &exposed) const
         forTiles(m_tiles, m_grid.range(rect), [&](Cell cell, const Tile &tile) {
             tile.picture.blend(raster, m_grid.pixels(cell).topLeft(), rect);
         });
+}
+
+void MarksLayer::drawMoved(const Raster &raster, const QImage &screen, const QRegion &exposed,
+                           QPoint way) const
+{
+    if (exposed.isEmpty())
+        return;
+    MovedInk ink(m_grid, exposed.boundingRect(), way);
+    forTiles(m_tiles, ink.range(), [&](Cell cell, const Tile &tile) { ink.add(cell, tile.picture); });
+    ink.draw(raster, screen, exposed);
 }
 
 // From the uppermost down, so that what is covered is neither worked out nor written.

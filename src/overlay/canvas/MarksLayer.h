@@ -2,6 +2,7 @@
 
 #include "marks/Annotation.h"
 #include "marks/Pixelation.h"
+#include "overlay/canvas/ScreenCells.h"
 #include "overlay/canvas/StrokePicture.h"
 #include "overlay/canvas/TileGrid.h"
 #include "overlay/canvas/TilePicture.h"
@@ -14,7 +15,6 @@
 #include <vector>
 
 class Raster;
-class ScreenCells;
 
 // Keeps the picture of all finished marks, from which both the screen and the copy
 // are made. The picture consists of tiles, each made when it is first looked at,
@@ -27,9 +27,19 @@ public:
     explicit MarksLayer(const ViewSpace &space) : m_space(space) {}
     Q_DISABLE_COPY_MOVE(MarksLayer)
 
-    // Shows these marks from now on, in the order in which they are drawn. Returns
-    // the part of the screen that looks different now.
-    QRegion follow(const std::vector<AnnotationPtr> &drawOrder);
+    // Pixels that look different now.
+    struct Change {
+        QRegion moved;   // because the marks have moved along with the selection
+        QRegion drawn;   // because marks have come or gone
+        QRegion mosaics; // because mosaics have, or show something else
+
+        [[nodiscard]] QRegion all() const { return moved + drawn + mosaics; }
+    };
+
+    // Shows these marks from now on, in the order in which they are drawn.
+    Change follow(const std::vector<AnnotationPtr> &drawOrder);
+    // Returns how far the marks have moved in all since they were drawn.
+    [[nodiscard]] QPoint shift() const { return m_grid.shift(); }
     // Prepares for the freehand stroke being drawn to become one of the marks.
     void prepareFor(const Annotation &stroke);
 
@@ -38,6 +48,9 @@ public:
     // Puts a part of what has been prepared over what is there. Several threads may
     // call this at once.
     void draw(const Raster &raster, const QRegion &exposed) const;
+    // Does the same where the raster still shows these marks on this screen, but that much
+    // of the way back: writes only what is different. No mosaics are drawn.
+    void drawMoved(const Raster &raster, const QImage &screen, const QRegion &exposed, QPoint way) const;
     // Returns the part of the screen that mosaics hide.
     [[nodiscard]] QRegion covered() const;
 
@@ -59,9 +72,9 @@ private:
     };
 
     QRegion followMosaics(const std::vector<AnnotationPtr> &mosaics);
-    QRegion followDrawn(const std::vector<AnnotationPtr> &marks);
+    Change followDrawn(const std::vector<AnnotationPtr> &marks);
     [[nodiscard]] std::optional<QPoint> travelled(const std::vector<AnnotationPtr> &marks) const;
-    void addInked(ScreenCells &cells);
+    [[nodiscard]] ScreenCells inked();
     QRegion remove(std::size_t from, std::size_t end);
     [[nodiscard]] std::optional<Id> idFor(std::size_t place) const;
     QRegion insert(std::size_t place, const AnnotationPtr &mark);
@@ -77,4 +90,5 @@ private:
     std::vector<Kept> m_kept;
     std::map<Cell, Tile> m_tiles; // those that marks touch
     std::vector<KeptMosaic> m_mosaics;
+    std::optional<ScreenCells> m_inked; // as the marks lie now; absent when some have come or gone
 };

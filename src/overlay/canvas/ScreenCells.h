@@ -14,12 +14,14 @@ public:
     ScreenCells(const QRect &screen, int side);
 
     void add(const QRect &pixels);
+    // Adds what others, of the same screen and side, hold.
+    void add(const ScreenCells &others);
     // Returns the cells that hold what has been added.
     [[nodiscard]] QRegion region() const;
 
 private:
-    const QRect m_screen;
-    const int m_side;
-    const int m_columns;
+    QRect m_screen;
+    int m_side;
+    int m_columns;
     std::vector<std::uint8_t> m_held; // row by row from the top, 1 where something is
 };

@@ -4,6 +4,7 @@
 #include "base/Raster.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -37,7 +38,10 @@ void TilePicture::take(QImage picture, double opacity)
 
 void TilePicture::assumeFull()
 {
-    m_inked.fill(allBlocks);
+    m_rows.fill({.inked = 0xffff});
+    m_blocks.fill(0xff);
+    m_pixels = reinterpret_cast<const QRgb *>(m_image.constBits());
+    m_color = 0;
     m_assumed = true;
 }
 
@@ -47,30 +51,44 @@ void TilePicture::settle()
         measure();
 }
 
-// All rows of a block laid upon each other, which becomes vector code.
 void TilePicture::measure()
 {
     m_assumed = false;
     if (isNull())
         return;
-    const QImage &image = std::as_const(this->image());
-    for (int row = 0; row < blocks; ++row) {
-        std::array<QRgb, TileGrid::side> ink{};
-        for (int y = 0; y < blockSide; ++y) {
-            const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(row * blockSide + y));
-            for (std::size_t x = 0; x < ink.size(); ++x)
-                ink[x] |= line[x];
-        }
-        unsigned inked = 0;
-        for (unsigned column = 0; column < blocks; ++column) {
-            const auto *first = ink.data() + std::ptrdiff_t(column) * blockSide;
-            if (std::any_of(first, first + blockSide, [](QRgb pixels) { return pixels != 0; }))
-                inked |= 1U << column;
-        }
-        m_inked[std::size_t(row)] = static_cast<std::uint8_t>(inked);
-    }
-    if (std::ranges::all_of(m_inked, [](std::uint8_t row) { return row == 0; }))
+    std::ignore = image(); // with the opacity that it is still to get
+    m_pixels = reinterpret_cast<const QRgb *>(m_image.constBits());
+    m_color = 0;
+    m_blocks = {};
+    for (int y = 0; y < TileGrid::side; ++y)
+        measureRow(y);
+    if (std::ranges::all_of(m_blocks, [](std::uint8_t row) { return row == 0; }))
         clear();
+}
+
+// The first colour that fills a stretch is the tile's plain one; few tiles have two.
+void TilePicture::measureRow(int y)
+{
+    const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
+    Row row;
+    for (int bit = 0; bit < stretches; ++bit, line += PixelRows::stretch) {
+        QRgb any = 0;
+        QRgb other = 0;
+        for (int x = 0; x < PixelRows::stretch; ++x) {
+            any |= line[x];
+            other |= line[x] ^ line[0];
+        }
+        if (any == 0)
+            continue;
+        row.inked |= static_cast<std::uint16_t>(1U << bit);
+        m_blocks[std::size_t(y / blockSide)]
+            |= static_cast<std::uint8_t>(1U << bit * PixelRows::stretch / blockSide);
+        if (other == 0 && m_color == 0)
+            m_color = line[0];
+        if (other == 0 && m_color == line[0])
+            row.plain |= static_cast<std::uint16_t>(1U << bit);
+    }
+    m_rows[std::size_t(y)] = row;
 }
 
 void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part) const
@@ -80,9 +98,9 @@ void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part)
     const QRect own = QRect(0, 0, TileGrid::side, TileGrid::side) & part.translated(-upperLeft);
     for (int y = own.top(); y <= own.bottom(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
-        forInked(y / blockSide, [&](int first, int end) {
-            const int begin = std::max(first, own.left());
-            const int count = std::min(end, own.right() + 1) - begin;
+        forRuns(m_rows[std::size_t(y)].inked, [&](int first, int end) {
+            const int begin = std::max(first * PixelRows::stretch, own.left());
+            const int count = std::min(end * PixelRows::stretch, own.right() + 1) - begin;
             if (count <= 0)
                 return;
             QRgb *to = over.at(upperLeft.x() + begin, upperLeft.y() + y);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/PixelRows.h"
 #include "overlay/canvas/TileGrid.h"
 
 #include <QImage>
@@ -12,12 +13,13 @@
 
 class Raster;
 
-// Keeps what is drawn on one tile, and on which of its blocks there is anything: most
-// of a tile that a line crosses is blank, and need be neither read nor repainted.
+// Keeps what is drawn on one tile, and on which stretches of its rows there is anything:
+// most of a tile that a line crosses is blank, and need be neither read nor repainted.
 class TilePicture {
 public:
     static constexpr int blockSide = 16; // device pixels
     static constexpr int blocks = TileGrid::side / blockSide;
+    static constexpr int stretches = TileGrid::side / PixelRows::stretch; // in a row
 
     [[nodiscard]] bool isNull() const { return m_image.isNull(); }
     // Returns the picture to draw on, premultiplied and transparent at first. Whoever
@@ -38,12 +40,17 @@ public:
     // that something is drawn on, counted in pixels from the left.
     void forInked(int blockRow, const auto &doWith) const
     {
-        for (unsigned left = m_inked[std::size_t(blockRow)]; left != 0;) {
-            const int first = std::countr_zero(left);
-            const int end = first + std::countr_one(left >> first);
-            left = left >> end << end;
-            doWith(first * blockSide, end * blockSide);
-        }
+        forRuns(m_blocks[std::size_t(blockRow)],
+                [&](int first, int end) { doWith(first * blockSide, end * blockSide); });
+    }
+    // Returns what is drawn on a row, which stays valid until something else is.
+    [[nodiscard]] PixelRows::Ink ink(int y) const
+    {
+        const Row &row = m_rows[std::size_t(y)];
+        return {.row = m_pixels + std::ptrdiff_t(y) * TileGrid::side,
+                .inked = row.inked,
+                .plain = row.plain,
+                .color = m_color};
     }
     // Blends the picture over a part of what is there, both in device pixels of the
     // screen. The upper left corner is where the tile lies.
@@ -51,10 +58,28 @@ public:
 
 private:
     static constexpr std::uint32_t wholly = 255;
-    static constexpr std::uint8_t allBlocks = (1 << blocks) - 1;
+
+    struct Row {
+        std::uint16_t inked = 0; // a bit a stretch, the leftmost lowest
+        std::uint16_t plain = 0; // those that are nothing but m_color
+    };
+
+    static void forRuns(unsigned bits, const auto &doWith)
+    {
+        while (bits != 0) {
+            const int first = std::countr_zero(bits);
+            const int end = first + std::countr_one(bits >> first);
+            bits = bits >> end << end;
+            doWith(first, end);
+        }
+    }
+    void measureRow(int y);
 
     QImage m_image;
-    std::uint32_t m_opacity = wholly;           // that the image is still to get, of 255
-    std::array<std::uint8_t, blocks> m_inked{}; // a bit a block, the leftmost lowest
-    bool m_assumed = false;                     // not looked at
+    std::uint32_t m_opacity = wholly; // that the image is still to get, of 255
+    std::array<Row, TileGrid::side> m_rows{};
+    std::array<std::uint8_t, blocks> m_blocks{}; // a bit a block, the leftmost lowest
+    const QRgb *m_pixels = nullptr;              // of the image as it was measured
+    QRgb m_color = 0;                            // premultiplied; 0 while no stretch is plain
+    bool m_assumed = false;                      // not looked at
 };
