@@ -45,6 +45,20 @@ class Marks(SystemTest):
         self.assert_same_pixels(got, seen)
         self.assertNotEqual(got, desktop.pixels_of(plain, (124, 124, 1152, 646)))
 
+    def test_a_selection_that_is_moved_about(self):
+        desktop = self.desktop
+        x, y, width, height = 100, 100, 1200, 800
+        self.start_with((x, y, width, height))
+        for i, letter in enumerate("plrxemx"):
+            desktop.key(letter)
+            desktop.drag((151 + 130 * i, 160 + 70 * i), (330 + 130 * i, 331 + 70 * i))
+            desktop.key(letter)
+        for by_x, by_y in ((61, 33), (-87, 14), (250, -40), (-35, 121)):
+            desktop.drag((x + 130, y + 700), (x + 130 + by_x, y + 700 + by_y))
+            x, y = x + by_x, y + by_y
+        got, seen = self.copied((x, y, width, height))
+        self.assert_same_pixels(got, seen)
+
     def test_shift_undo_and_a_text(self):
         desktop = self.desktop
         area = (2000, 100, 400, 300)
