@@ -173,11 +173,8 @@ namespace Bands {
 void draw(QPainter &painter, const QRegion &exposed, const Paint &paint)
 {
     const auto target = areaOf(exposed) > largePainting ? Target::behind(painter) : std::nullopt;
-    if (!target) {
-        for (const QRegion &band : bandsOf(exposed))
-            paint(painter, band);
-        return;
-    }
+    if (!target)
+        return paint(painter, exposed); // bands would have seams where pixels are not whole
     const QTransform toPixels = painter.deviceTransform();
     const std::vector<QRegion> bands = bandsOf(exposed & target->seen);
     Crew crew(bands);
@@ -215,7 +212,8 @@ std::optional<Lasting> lasting(const QPainter &painter)
     const auto target = Target::behind(painter);
     if (!target || target->picture.format != QImage::Format_RGB32)
         return std::nullopt;
-    return Lasting{.memory = target->picture.bits, .seen = target->seen};
+    constexpr int changes = 32; // bits that count how often the picture has been written to
+    return Lasting{.picture = pictureBehind(painter)->cacheKey() >> changes, .seen = target->seen};
 }
 
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)

@@ -27,8 +27,8 @@ void fill(QPainter &painter, const QRegion &exposed, const Fill &fill);
 
 // The picture behind a painter that shows what was painted there last.
 struct Lasting {
-    const void *memory = nullptr; // tells it from others as long as they exist
-    QRegion seen;                 // what the window lets be painted, in device pixels
+    qint64 picture = 0; // tells it from all others that there ever are
+    QRegion seen;       // what the window lets be painted, in device pixels
 };
 // Returns that; absent where windows are cleared before they are painted, or the painter
 // does not count in whole device pixels.

@@ -169,7 +169,7 @@ void HaloView::beginFrame()
 // Whether nothing but the colours differs from the last frame.
 bool HaloView::onlyTurns(double at) const
 {
-    return m_pacing.reason() == HaloPacing::Reason::turn && kept() && m_motion.moving(at)
+    return m_pacing.reason() == HaloPacing::Reason::turn && kept() && m_grounded && m_motion.moving(at)
            && !m_motion.pulsing(at);
 }
 
@@ -194,12 +194,14 @@ void HaloView::beginWhole(double at)
 
 void HaloView::computeTiles()
 {
-    m_tiles.resize(static_cast<std::size_t>(m_tinted.rectCount()));
+    const QRegion area = m_band->area(screen());
+    m_tiles.resize(static_cast<std::size_t>(area.rectCount()));
     std::size_t i = 0;
-    for (const QRect &rect : std::as_const(m_tinted))
+    for (const QRect &rect : area)
         m_band->fill(m_tiles[i++], rect);
     m_covered = {};
     m_tilesOf = m_band->shape();
+    m_grounded = false;
 }
 
 // Not while a drag or a pulse changes them with every frame.
@@ -207,11 +209,11 @@ void HaloView::keepTiles()
 {
     if (!kept())
         computeTiles();
-    if (!m_ground || !m_covered.isEmpty())
+    if (std::exchange(m_grounded, true))
         return;
     QRegion grounded;
     for (HaloTile &tile : m_tiles)
-        if (const QImage ground = m_ground(tile.pixels); !ground.isNull()) {
+        if (const QImage ground = m_ground ? m_ground(tile.pixels) : QImage(); !ground.isNull()) {
             tile.setGround(ground);
             grounded += tile.pixels;
         }

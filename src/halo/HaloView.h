@@ -97,7 +97,8 @@ private:
     std::optional<HaloBand> m_band; // as painted now; absent while hidden
     std::vector<HaloTile> m_tiles;  // the whole band, computed for the shape m_tilesOf,
     std::optional<HaloBand::Shape> m_tilesOf;
-    QRegion m_covered; // widget points that the tiles fill completely, having a ground
+    bool m_grounded = false; // the tiles know what shows through, as far as there is a ground
+    QRegion m_covered;       // widget points that the tiles fill completely, having a ground
     Ground m_ground;
 
     QRegion m_tinted;  // pixels that the glow may have touched on the screen

@@ -79,7 +79,7 @@ private slots:
             for (const QRect &rect : part)
                 painter.drawImage(rect.topLeft(), from, rect);
         };
-        const QPoint moved(7, 3); // the painter's space need not begin in the corner
+        QPointF moved; // the painter's space need not begin in the corner, nor on a whole pixel
         const auto painted = [&](const auto &how) {
             QImage to(size, QImage::Format_RGB32);
             to.fill(Qt::white);
@@ -89,8 +89,11 @@ private slots:
             painter.end();
             return to;
         };
-        QCOMPARE(painted([&](QPainter &painter) { Bands::draw(painter, region, paint); }),
-                 painted([&](QPainter &painter) { paint(painter, region); }));
+        for (const QPointF by : {QPointF(7, 3), QPointF(6.5, -2.5)}) {
+            moved = by;
+            QCOMPARE(painted([&](QPainter &painter) { Bands::draw(painter, region, paint); }),
+                     painted([&](QPainter &painter) { paint(painter, region); }));
+        }
     }
 
     // Whatever there is to write on, what is filled and blended looks as painted.

@@ -242,6 +242,28 @@ private slots:
         }
     }
 
+    // A moment elsewhere costs it neither its ground nor its hole.
+    void aGlowThatComesBackCoversWhatItDid()
+    {
+        QImage ground(screenSize, QImage::Format_RGB32);
+        ground.fill(Qt::gray);
+        Screen screen;
+        screen.stillness = false;
+        screen.halo.setGround([&](const QRect &part) { return ground.copy(part); });
+        const QRectF small(150, 110, 60, 50);
+        const QRectF large(150, 110, 100, 80);
+        screen.halo.update(large);
+        QTRY_VERIFY(!screen.halo.covered().isEmpty());
+        const QRegion before = screen.halo.covered();
+        for (const QRectF &first : {large, small}) {
+            screen.halo.update(first);
+            QTRY_VERIFY(!screen.halo.covered().isEmpty());
+            for (const QRectF &next : {large, large.translated(1, 0), large})
+                screen.halo.update(next);
+            QTRY_COMPARE(screen.halo.covered(), before);
+        }
+    }
+
     void aPulseLeavesNothingBehind()
     {
         Screen screen;

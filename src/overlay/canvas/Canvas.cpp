@@ -204,7 +204,7 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed)
     hidden &= selected;
     m_marks.prepare(exposed & selected);
     m_inHand.prepare(exposed & selected);
-    const QRegion standing = m_standing.on(painter) & selected;
+    const QRegion standing = m_standing.on(painter) & selected & m_shot.image.rect();
     const QPoint way = m_marks.shift() - m_standing.shift();
     const Chrome::Scene now = scene();
     Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {

@@ -231,10 +231,14 @@ QRectF sizeBadge(const QRectF &selection, QSizeF text, const QRectF &bounds)
 
 QRectF productBadge(const QRectF &bounds)
 {
-    static const QSizeF size = [] {
-        const QSizeF name = Painting::sizeOf(brandName());
-        return padded({name.width() + Painting::sizeOf(brandMaker()).width(), name.height()}, brandPadding);
-    }();
+    const Label label = brandName();
+    static QFont font; // of the size, which costs more to find out
+    static QSizeF size;
+    if (size.isEmpty() || font != label.font) {
+        const QSizeF name = Painting::sizeOf(label);
+        size = padded({name.width() + Painting::sizeOf(brandMaker()).width(), name.height()}, brandPadding);
+        font = label.font;
+    }
     return {{maxX(bounds) - size.width() - brandMargin, brandMargin}, size};
 }
 

@@ -5,14 +5,14 @@
 QRegion StandingPaint::on(const QPainter &painter) const
 {
     const auto window = Bands::lasting(painter);
-    return window && window->memory == m_memory ? m_stands : QRegion();
+    return window && window->picture == m_picture ? m_stands : QRegion();
 }
 
 void StandingPaint::painted(const QPainter &painter, const QRegion &part, const QRegion &bare, QPoint shift)
 {
     const auto window = Bands::lasting(painter);
-    const void *memory = window ? window->memory : nullptr;
-    if (std::exchange(m_memory, memory) != memory)
+    const auto picture = window ? std::optional(window->picture) : std::nullopt;
+    if (std::exchange(m_picture, picture) != picture)
         m_stands = {};
     m_shift = shift;
     m_stands -= part;

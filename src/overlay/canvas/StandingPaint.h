@@ -27,7 +27,7 @@ public:
     void loseAll() { m_stands = {}; }
 
 private:
-    const void *m_memory = nullptr;
+    std::optional<qint64> m_picture;
     QRegion m_stands;
     QPoint m_shift;
 };

@@ -43,7 +43,8 @@ public:
         forRuns(m_blocks[std::size_t(blockRow)],
                 [&](int first, int end) { doWith(first * blockSide, end * blockSide); });
     }
-    // Returns what is drawn on a row, which stays valid until something else is.
+    // Returns what is drawn on a row, which stays valid until something else is. What was
+    // taken over has to be settled before.
     [[nodiscard]] PixelRows::Ink ink(int y) const
     {
         const Row &row = m_rows[std::size_t(y)];
