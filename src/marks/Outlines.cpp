@@ -11,24 +11,29 @@ namespace {
 
 constexpr int ellipsePieces = 64;
 
-void preparePainter(QPainter &painter, const Annotation &mark)
+// Where a shape is flat its outline turns back, and a miter would reach far beyond it: it
+// ends where that of a right angle does, in widths of the line.
+void preparePainter(QPainter &painter, const Annotation &mark, Qt::PenJoinStyle join)
 {
+    constexpr double rightAngle = 0.7072;
+    QPen pen(mark.color, mark.width, Qt::SolidLine, Qt::FlatCap, join);
+    pen.setMiterLimit(rightAngle);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(mark.color, mark.width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
 }
 
 void drawRectangle(QPainter &painter, const Annotation &mark, const QRectF &)
 {
     const Painting::Saved saved(painter);
-    preparePainter(painter, mark);
+    preparePainter(painter, mark, Qt::MiterJoin);
     painter.drawRect(mark.rectFromPoints());
 }
 
 void drawEllipse(QPainter &painter, const Annotation &mark, const QRectF &)
 {
     const Painting::Saved saved(painter);
-    preparePainter(painter, mark);
+    preparePainter(painter, mark, Qt::RoundJoin);
     painter.drawEllipse(mark.rectFromPoints());
 }
 

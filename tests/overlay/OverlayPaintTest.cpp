@@ -62,6 +62,28 @@ private slots:
         }
     }
 
+    // Their outlines turn back at the ends.
+    void flatShapesStayWithinTheirBounds_data() { scales(); }
+    void flatShapesStayWithinTheirBounds()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        editor.mouse->drag({100, 100}, {700, 500});
+        editor.view->setLineWidth(6);
+        for (const Tool tool : {Tool::rectangle, Tool::ellipse}) {
+            editor.view->toggleTool(tool);
+            const QPointF from(300.4, 250.7);
+            editor.mouse->press(from);
+            for (const QPointF way : {QPointF(0, 40), QPointF(0, 20), QPointF(0.3, -30), QPointF(50, 0),
+                                      QPointF(20, 0), QPointF(90, 60)}) {
+                editor.mouse->move(from + way);
+                QCOMPARE(editor.stale(), 0);
+            }
+            editor.mouse->release(from + QPointF(90, 60));
+        }
+    }
+
     void theSampleOfTheWidthGoesWithTheBar()
     {
         Editor editor;
