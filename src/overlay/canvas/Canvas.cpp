@@ -166,7 +166,9 @@ void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPoi
 {
     if (exposed == m_widget.rect()) // perhaps of a window whose memory is another
         m_standing.loseAll();
-    drawScreen(painter, m_space.pixelsOf(exposed - m_halo.covered()), picked ? QRegion() : bare());
+    const QRegion uncovered = m_space.pixelsOf(exposed - m_halo.covered());
+    if (!uncovered.isEmpty()) // it is while the glow only turns
+        drawScreen(painter, uncovered, picked ? QRegion() : bare());
     m_halo.drawCovered(painter, exposed);
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)
