@@ -172,9 +172,10 @@ namespace Bands {
 
 void draw(QPainter &painter, const QRegion &exposed, const Paint &paint)
 {
-    const auto target = areaOf(exposed) > largePainting ? Target::behind(painter) : std::nullopt;
-    if (!target)
-        return paint(painter, exposed); // bands would have seams where pixels are not whole
+    const auto target = Target::behind(painter);
+    // Bands would have seams where pixels are not whole.
+    if (!target || areaOf(exposed & target->seen) <= largePainting)
+        return paint(painter, exposed);
     const QTransform toPixels = painter.deviceTransform();
     const std::vector<QRegion> bands = bandsOf(exposed & target->seen);
     Crew crew(bands);

@@ -16,7 +16,8 @@ using Paint = std::function<void(QPainter &painter, const QRegion &band)>;
 using Fill = std::function<void(const Raster &raster, const QRegion &band)>;
 
 // Calls paint once for each band of the region, in no particular order and with a
-// painter in the same space as the one given. The region is in device pixels.
+// painter in the same space as the one given, or once for all of it where little of it
+// is seen or the painter does not count in whole pixels. The region is in device pixels.
 // Several threads share a large region, so paint must not change anything. Returns
 // when the whole region has been painted.
 void draw(QPainter &painter, const QRegion &exposed, const Paint &paint);

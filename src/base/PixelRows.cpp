@@ -15,9 +15,6 @@ namespace {
 using Eight = std::uint32_t __attribute__((vector_size(sizeof(QRgb) * PixelRows::stretch)));
 using Halves = std::uint16_t __attribute__((vector_size(sizeof(Eight))));
 
-constexpr std::uint32_t pairs = 0x00ff00ff;
-constexpr std::uint32_t halves = 0x00800080;
-
 } // namespace
 
 namespace PixelRows {

@@ -14,11 +14,13 @@ namespace PixelRows {
 
 constexpr QRgb opaque = 0xff000000;
 
+// Two channels of a colour at once, and what makes their products round to the nearest.
+constexpr std::uint32_t pairs = 0x00ff00ff;
+constexpr std::uint32_t halves = 0x00800080;
+
 // All four channels of a colour times a / 255, rounded.
 inline QRgb times(QRgb color, std::uint32_t a)
 {
-    constexpr std::uint32_t pairs = 0x00ff00ff;
-    constexpr std::uint32_t halves = 0x00800080;
     const std::uint32_t even = (color & pairs) * a;
     const std::uint32_t odd = ((color >> 8) & pairs) * a;
     return (((even + ((even >> 8) & pairs) + halves) >> 8) & pairs)
