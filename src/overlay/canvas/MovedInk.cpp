@@ -14,9 +14,6 @@ namespace {
 constexpr int side = TileGrid::side;
 constexpr int stretch = PixelRows::stretch;
 
-// Rounded down, also below nothing.
-int quotient(int pixels, int by) { return pixels >= 0 ? pixels / by : (pixels + 1) / by - 1; }
-
 const QRgb *pixels(const QImage &screen, int x, int y)
 {
     return reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + x;
@@ -56,13 +53,14 @@ void MovedInk::draw(const Raster &raster, const QImage &screen, const QRegion &w
 
 const TilePicture *MovedInk::tileOf(int column, int y) const
 {
-    return m_tiles[std::size_t((quotient(y, side) - m_first.first) * m_across + column - m_first.second)];
+    return m_tiles[std::size_t((TileGrid::quotient(y, side) - m_first.first) * m_across + column
+                               - m_first.second)];
 }
 
 PixelRows::Ink MovedInk::inkOf(int column, int y) const
 {
     const TilePicture *tile = tileOf(column, y);
-    return tile ? tile->ink(y - quotient(y, side) * side) : PixelRows::Ink{.row = nullptr};
+    return tile ? tile->ink(y - TileGrid::quotient(y, side) * side) : PixelRows::Ink{.row = nullptr};
 }
 
 MovedInk::Changed &MovedInk::changed(int column, int y)
@@ -74,7 +72,7 @@ MovedInk::Changed &MovedInk::changed(int column, int y)
 void MovedInk::compareAll()
 {
     const auto &[low, high] = m_own;
-    const int tilesBack = quotient(m_way.x(), side);
+    const int tilesBack = TileGrid::quotient(m_way.x(), side);
     std::vector<TileRow> now(std::size_t(m_across) + 2); // two blank ones behind the last
     std::vector<TileRow> before(now.size());
     for (int y = m_part.top(); y <= m_part.bottom(); ++y) {
@@ -100,8 +98,8 @@ void MovedInk::read(std::vector<TileRow> &row, int y) const
 MovedInk::Changed MovedInk::compare(const TileRow &now, const TileRow *before) const
 {
     constexpr int bits = TilePicture::stretches;
-    const int back = quotient(m_way.x(), stretch);
-    const int within = back - quotient(back, bits) * bits;
+    const int back = TileGrid::quotient(m_way.x(), stretch);
+    const int within = back - TileGrid::quotient(back, bits) * bits;
     Bits inked = 0;
     Bits plain = 0;
     for (int i = 2; i >= 0; --i) {
@@ -119,7 +117,8 @@ MovedInk::Changed MovedInk::compare(const TileRow &now, const TileRow *before) c
 
 void MovedInk::drawRow(const Raster &raster, const QImage &screen, const QRect &rect, int y)
 {
-    for (int column = quotient(rect.left(), side); column <= quotient(rect.right(), side); ++column) {
+    for (int column = TileGrid::quotient(rect.left(), side); column <= TileGrid::quotient(rect.right(), side);
+         ++column) {
         const unsigned changed = this->changed(column, y);
         if (changed == 0)
             continue;

@@ -2,13 +2,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// Rounded down, also below nothing.
-int tileOf(int pixel) { return pixel >= 0 ? pixel / TileGrid::side : (pixel + 1) / TileGrid::side - 1; }
-
-} // namespace
-
 QRectF TileGrid::part(Cell cell) const
 {
     const QRect area = pixels(cell);
@@ -26,7 +19,8 @@ QTransform TileGrid::toTile(Cell cell) const
 std::pair<TileGrid::Cell, TileGrid::Cell> TileGrid::range(const QRect &pixels) const
 {
     const QRect own = pixels.translated(-m_shift);
-    return {{tileOf(own.top()), tileOf(own.left())}, {tileOf(own.bottom()), tileOf(own.right())}};
+    return {{quotient(own.top(), side), quotient(own.left(), side)},
+            {quotient(own.bottom(), side), quotient(own.right(), side)}};
 }
 
 std::vector<TileGrid::Cell> TileGrid::cells(const std::vector<QRectF> &boxes) const

@@ -18,6 +18,13 @@ public:
 
     static constexpr int side = 128; // side of a tile, device pixels
 
+    // Returns how many whole tiles, or other lengths, lie before a pixel: rounded down,
+    // also below nothing.
+    [[nodiscard]] static int quotient(int pixel, int by)
+    {
+        return pixel >= 0 ? pixel / by : (pixel + 1) / by - 1;
+    }
+
     explicit TileGrid(const ViewSpace &space) : m_space(space) {}
 
     [[nodiscard]] QPoint shift() const { return m_shift; }
