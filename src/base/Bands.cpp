@@ -2,6 +2,7 @@
 
 #include "base/Raster.h"
 
+#include <QBackingStore>
 #include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
@@ -207,14 +208,14 @@ void fill(QPainter &painter, const QRegion &exposed, const Fill &fill)
     });
 }
 
-// A window that lets others shine through is cleared first.
-std::optional<Lasting> lasting(const QPainter &painter)
+std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window)
 {
     const auto target = Target::behind(painter);
-    if (!target || target->picture.format != QImage::Format_RGB32)
+    const bool isWindow = target && window && window->paintDevice() == pictureBehind(painter);
+    // A window that lets others shine through is cleared first.
+    if (!isWindow || target->picture.format != QImage::Format_RGB32)
         return std::nullopt;
-    constexpr int changes = 32; // bits that count how often the picture has been written to
-    return Lasting{.picture = pictureBehind(painter)->cacheKey() >> changes, .seen = target->seen};
+    return Lasting{.memory = target->picture.bits, .seen = target->seen};
 }
 
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 
+class QBackingStore;
 class QPainter;
 class Raster;
 
@@ -26,14 +27,14 @@ void draw(QPainter &painter, const QRegion &exposed, const Paint &paint);
 // in device pixels. Of its clip only what the window sets counts.
 void fill(QPainter &painter, const QRegion &exposed, const Fill &fill);
 
-// The picture behind a painter that shows what was painted there last.
+// A window's memory, which shows what was painted there last.
 struct Lasting {
-    qint64 picture = 0; // tells it from all others that there ever are
-    QRegion seen;       // what the window lets be painted, in device pixels
+    const void *memory = nullptr; // another one is painted whole at first
+    QRegion seen;                 // what the window lets be painted, in device pixels
 };
-// Returns that; absent where windows are cleared before they are painted, or the painter
-// does not count in whole device pixels.
-[[nodiscard]] std::optional<Lasting> lasting(const QPainter &painter);
+// Returns that; absent where the painter paints elsewhere than in this window, windows are
+// cleared before they are painted, or it does not count in whole device pixels.
+[[nodiscard]] std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window);
 
 // Calls fill, perhaps once, to blend over the pixels of the region, premultiplied. The
 // painter is as for fill().

@@ -149,6 +149,25 @@ private slots:
         }
         QVERIFY(!editor.view->state().annotations.empty());
     }
+
+    // A spot of another colour shows what has been written, and what has not.
+    void aStepWritesOnlyWhatItChanges_data() { scales(); }
+    void aStepWritesOnlyWhatItChanges()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        editor.mouse->drag({100, 100}, {700, 500});
+        editor.draw(Tool::rectangle, {300, 200}, {500, 400});
+        editor.mouse->press({600, 450});
+        editor.mouse->move({604, 454});
+        std::ignore = editor.shown();
+        editor.mark({318, 220}); // close to where the line goes
+        editor.mark({308, 300});
+        editor.mouse->move({608, 454});
+        QVERIFY(editor.isMarked({318, 220}));
+        QVERIFY(!editor.isMarked({308, 300})); // there the line goes
+    }
 };
 
 QTEST_MAIN(SelectionStepsTest)

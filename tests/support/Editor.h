@@ -73,8 +73,7 @@ struct Editor {
         while (!view->halo().resting())
             QTest::qWait(1);
         QTest::qWait(0);
-        const auto *pixels = dynamic_cast<QImage *>(view->backingStore()->paintDevice());
-        return pixels ? pixels->convertToFormat(QImage::Format_RGB32).copy() : QImage();
+        return pixels() ? pixels()->convertToFormat(QImage::Format_RGB32).copy() : QImage();
     }
     [[nodiscard]] QImage repainted() const
     {
@@ -97,6 +96,10 @@ struct Editor {
         return differing(withoutBar(now), withoutBar(repainted()));
     }
 
+    // Paints over a pixel of the screen, at a view point, and tells whether that still shows.
+    void mark(QPointF at) const { pixels()->setPixel(pixelAt(at), marking); }
+    [[nodiscard]] bool isMarked(QPointF at) const { return shown().pixel(pixelAt(at)) == marking; }
+
     void draw(Tool tool, QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = {})
     {
         view->toggleTool(tool);
@@ -111,6 +114,17 @@ struct Editor {
                           false);
         QCoreApplication::sendEvent(view.get(), &event);
     }
+
+    [[nodiscard]] QImage *pixels() const
+    {
+        return dynamic_cast<QImage *>(view->backingStore()->paintDevice());
+    }
+    [[nodiscard]] QPoint pixelAt(QPointF at) const
+    {
+        return ViewSpace(shot.pointSize, shot.scale).pixelAt(at);
+    }
+
+    static constexpr QRgb marking = 0xffff00ff;
 
     QScreen *screen = nullptr;
     ScreenShot shot;

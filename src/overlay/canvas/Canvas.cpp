@@ -164,7 +164,7 @@ void Canvas::showCopied()
 
 void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked)
 {
-    if (exposed == m_widget.rect()) // perhaps of a window whose memory is another
+    if (exposed.boundingRect() == m_widget.rect()) // perhaps of a window whose memory is another
         m_standing.loseAll();
     const QRegion uncovered = m_space.pixelsOf(exposed - m_halo.covered());
     if (!uncovered.isEmpty()) // it is while the glow only turns

@@ -92,7 +92,7 @@ private:
     MarksLayer m_inHand{m_space}; // the mark that was taken up, which moves while the others stay
     GripFrame m_gripFrame{m_space};
     Damage m_damage{m_space};
-    StandingPaint m_standing;
+    StandingPaint m_standing{m_widget};
     HaloView m_halo;
     SnapFade m_fade;
     std::optional<QPointF> m_edges; // what the loupe over the edges is about

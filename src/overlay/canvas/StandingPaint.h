@@ -5,15 +5,17 @@
 #include <QPoint>
 #include <QRegion>
 
-#include <optional>
-
 class QPainter;
+class QWidget;
 
 // Remembers where a window still shows what was painted there last: the frozen screen
 // with the finished marks, and nothing over them. A step that moves the marks leaves
 // alone what stays the same there. Everything is in device pixels.
 class StandingPaint {
 public:
+    // Takes the widget that is painted, which must outlive this object.
+    explicit StandingPaint(const QWidget &widget) : m_widget(widget) {}
+
     // Returns the part on which the marks stand, as they were painted with this painter
     // last time, so far from where they were drawn as shift() says.
     [[nodiscard]] QRegion on(const QPainter &painter) const;
@@ -27,7 +29,8 @@ public:
     void loseAll() { m_stands = {}; }
 
 private:
-    std::optional<qint64> m_picture;
+    const QWidget &m_widget;
+    const void *m_memory = nullptr;
     QRegion m_stands;
     QPoint m_shift;
 };
