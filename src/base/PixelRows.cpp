@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRect>
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstring>
@@ -14,6 +15,19 @@ namespace {
 // The loop over eight pixels that compilers unroll instead of making it vector code.
 using Eight = std::uint32_t __attribute__((vector_size(sizeof(QRgb) * PixelRows::stretch)));
 using Halves = std::uint16_t __attribute__((vector_size(sizeof(Eight))));
+
+// Always part of its caller, and so compiled for the same processor.
+__attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &above)
+{
+    using PixelRows::halves;
+    using PixelRows::pairs;
+    const Eight alpha = 255U - (above >> 24);
+    const auto through = Halves(alpha | alpha << 16);
+    const auto even = Eight(Halves(below & pairs) * through);
+    const auto odd = Eight(Halves((below | PixelRows::opaque) >> 8 & pairs) * through);
+    above += (((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
+              | ((odd + (odd >> 8 & pairs) + halves) & ~pairs));
+}
 
 } // namespace
 
@@ -65,6 +79,18 @@ VELLUMORA_VECTORIZED void blendFaded(QRgb *over, const QRgb *from, int count, st
     }
 }
 
+void unpack(QRgb *row, const Ink &ink)
+{
+    for (Stretches left = ink.inked; left != 0; left &= left - 1) {
+        const Stretches bit = left & -left;
+        QRgb *to = row + std::countr_zero(left) * stretch;
+        if ((ink.plain & bit) != 0)
+            std::fill_n(to, stretch, ink.color);
+        else
+            std::copy_n(ink.of(bit), stretch, to);
+    }
+}
+
 // A loop for each kind, because guessing the next one's kind would fail again and again.
 VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where)
 {
@@ -80,18 +106,21 @@ VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stre
         pixels |= opaque;
         std::memcpy(to + at, &pixels, sizeof pixels);
     }
-    for (Stretches left = where & ink.inked & ~filled; left != 0; left &= left - 1) {
+    for (Stretches left = where & ink.plain & ~filled; left != 0; left &= left - 1) {
+        const auto at = std::countr_zero(left) * stretch;
+        Eight below;
+        std::memcpy(&below, screen + at, sizeof below);
+        Eight above = color;
+        blendOver(below, above);
+        std::memcpy(to + at, &above, sizeof above);
+    }
+    for (Stretches left = where & ink.inked & ~ink.plain; left != 0; left &= left - 1) {
         const auto at = std::countr_zero(left) * stretch;
         Eight below;
         Eight above;
         std::memcpy(&below, screen + at, sizeof below);
-        std::memcpy(&above, ink.row + at, sizeof above);
-        const Eight alpha = 255U - (above >> 24);
-        const auto through = Halves(alpha | alpha << 16);
-        const auto even = Eight(Halves(below & pairs) * through);
-        const auto odd = Eight(Halves((below | opaque) >> 8 & pairs) * through);
-        above += ((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
-                 | ((odd + (odd >> 8 & pairs) + halves) & ~pairs);
+        std::memcpy(&above, ink.of(left & -left), sizeof above);
+        blendOver(below, above);
         std::memcpy(to + at, &above, sizeof above);
     }
 }

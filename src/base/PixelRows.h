@@ -2,6 +2,7 @@
 
 #include <QRgb>
 
+#include <bit>
 #include <cstdint>
 
 class QImage;
@@ -45,13 +46,22 @@ void blend(QRgb *over, QRgb color, int count);
 constexpr int stretch = 8;
 using Stretches = std::uint32_t;
 
-// Premultiplied pixels that may be laid over a screen.
+// Premultiplied pixels that may be laid over a screen, without those that need not be
+// told one by one: memory is what takes long to read.
 struct Ink {
-    const QRgb *row;     // not looked at where there is none, or it is plain
+    const QRgb *pixels;  // of the stretches that are inked and not plain, one after the other
     Stretches inked = 0; // where there is any
     Stretches plain = 0; // where all eight pixels have the same colour, this one
     QRgb color = 0;
+
+    [[nodiscard]] const QRgb *of(Stretches bit) const
+    {
+        return pixels + std::popcount(inked & ~plain & (bit - 1)) * stretch;
+    }
 };
+
+// Writes what is inked into the row, and nothing else.
+void unpack(QRgb *row, const Ink &ink);
 
 // Writes these stretches of a screen's row with the ink over it, and nothing else.
 void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where);

@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <tuple>
 
@@ -60,7 +61,7 @@ const TilePicture *MovedInk::tileOf(int column, int y) const
 PixelRows::Ink MovedInk::inkOf(int column, int y) const
 {
     const TilePicture *tile = tileOf(column, y);
-    return tile ? tile->ink(y - TileGrid::quotient(y, side) * side) : PixelRows::Ink{.row = nullptr};
+    return tile ? tile->ink(y - TileGrid::quotient(y, side) * side) : PixelRows::Ink{.pixels = nullptr};
 }
 
 MovedInk::Changed &MovedInk::changed(int column, int y)
@@ -132,8 +133,11 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const QRect &
             if (begin >= end || (changed & bit) == 0)
                 return;
             PixelRows::copy(to + begin, from + begin, end - begin);
-            if ((ink.inked & bit) != 0)
-                PixelRows::blend(to + begin, ink.row + begin, end - begin);
+            if ((ink.inked & bit) == 0)
+                return;
+            std::array<QRgb, side> row;
+            PixelRows::unpack(row.data(), ink);
+            PixelRows::blend(to + begin, row.data() + begin, end - begin);
         };
         const int begin = std::max(rect.left() - column * side, 0);
         const int end = std::min(rect.right() + 1 - column * side, side);

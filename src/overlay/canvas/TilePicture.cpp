@@ -4,7 +4,6 @@
 #include "base/Raster.h"
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -19,14 +18,27 @@ std::uint32_t outOf255(double opacity)
 
 QImage &TilePicture::image()
 {
+    if (m_image.isNull())
+        unpack();
+    fade();
+    return m_image;
+}
+
+void TilePicture::fade()
+{
     if (const std::uint32_t opacity = std::exchange(m_opacity, wholly); opacity != wholly)
         for (int y = 0; y < TileGrid::side; ++y)
             PixelRows::fade(reinterpret_cast<QRgb *>(m_image.scanLine(y)), TileGrid::side, opacity);
-    if (m_image.isNull()) {
-        m_image = QImage(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
-        m_image.fill(Qt::transparent);
-    }
-    return m_image;
+}
+
+void TilePicture::unpack()
+{
+    m_image = QImage(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
+    m_image.fill(Qt::transparent);
+    for (int y = 0; m_packed && y < TileGrid::side; ++y)
+        PixelRows::unpack(reinterpret_cast<QRgb *>(m_image.scanLine(y)), ink(y));
+    m_packed = false;
+    m_ink = {};
 }
 
 void TilePicture::take(QImage picture, double opacity)
@@ -38,39 +50,33 @@ void TilePicture::take(QImage picture, double opacity)
 
 void TilePicture::assumeFull()
 {
+    if (m_image.isNull())
+        return;
     m_rows.fill({.inked = 0xffff});
     m_blocks.fill(0xff);
-    m_pixels = reinterpret_cast<const QRgb *>(m_image.constBits());
-    m_color = 0;
-    m_assumed = true;
-}
-
-void TilePicture::settle()
-{
-    if (m_assumed)
-        measure();
 }
 
 void TilePicture::measure()
 {
-    m_assumed = false;
-    if (isNull())
+    if (m_image.isNull())
         return;
-    std::ignore = image(); // with the opacity that it is still to get
-    m_pixels = reinterpret_cast<const QRgb *>(m_image.constBits());
+    fade();
     m_color = 0;
     m_blocks = {};
     for (int y = 0; y < TileGrid::side; ++y)
-        measureRow(y);
+        packRow(y);
+    m_ink.shrink_to_fit();
+    m_image = {};
+    m_packed = true;
     if (std::ranges::all_of(m_blocks, [](std::uint8_t row) { return row == 0; }))
         clear();
 }
 
 // The first colour that fills a stretch is the tile's plain one; few tiles have two.
-void TilePicture::measureRow(int y)
+void TilePicture::packRow(int y)
 {
     const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
-    Row row;
+    Row row{.first = static_cast<std::uint16_t>(m_ink.size() / PixelRows::stretch)};
     for (int bit = 0; bit < stretches; ++bit, line += PixelRows::stretch) {
         QRgb any = 0;
         QRgb other = 0;
@@ -87,6 +93,8 @@ void TilePicture::measureRow(int y)
             m_color = line[0];
         if (other == 0 && m_color == line[0])
             row.plain |= static_cast<std::uint16_t>(1U << bit);
+        else
+            m_ink.insert(m_ink.end(), line, line + PixelRows::stretch);
     }
     m_rows[std::size_t(y)] = row;
 }
@@ -96,9 +104,16 @@ void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part)
     if (isNull())
         return;
     const QRect own = QRect(0, 0, TileGrid::side, TileGrid::side) & part.translated(-upperLeft);
+    std::array<QRgb, TileGrid::side> unpacked;
     for (int y = own.top(); y <= own.bottom(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
-        forRuns(m_rows[std::size_t(y)].inked, [&](int first, int end) {
+        const unsigned inked = m_rows[std::size_t(y)].inked;
+        if (inked == 0)
+            continue;
+        if (m_packed)
+            PixelRows::unpack(unpacked.data(), ink(y));
+        const QRgb *line
+            = m_packed ? unpacked.data() : reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
+        forRuns(inked, [&](int first, int end) {
             const int begin = std::max(first * PixelRows::stretch, own.left());
             const int count = std::min(end * PixelRows::stretch, own.right() + 1) - begin;
             if (count <= 0)

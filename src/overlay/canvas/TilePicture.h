@@ -10,18 +10,20 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <vector>
 
 class Raster;
 
-// Keeps what is drawn on one tile, and on which stretches of its rows there is anything:
-// most of a tile that a line crosses is blank, and need be neither read nor repainted.
+// Keeps what is drawn on one tile. Most of a tile that a line crosses is blank or of one
+// colour: once it has been looked at, only the rest is kept, pixel by pixel. What is not
+// kept need be neither read nor repainted.
 class TilePicture {
 public:
     static constexpr int blockSide = 16; // device pixels
     static constexpr int blocks = TileGrid::side / blockSide;
     static constexpr int stretches = TileGrid::side / PixelRows::stretch; // in a row
 
-    [[nodiscard]] bool isNull() const { return m_image.isNull(); }
+    [[nodiscard]] bool isNull() const { return m_image.isNull() && !m_packed; }
     // Returns the picture to draw on, premultiplied and transparent at first. Whoever
     // has drawn says so afterwards, by measure() or assumeFull().
     [[nodiscard]] QImage &image();
@@ -33,7 +35,7 @@ public:
     // Takes it that there is something everywhere, which is quicker than looking.
     void assumeFull();
     // Looks, if that has not been done.
-    void settle();
+    void settle() { measure(); }
     void clear() { *this = {}; }
 
     // Calls doWith(first column, end column) for each stretch of blocks in a row of them
@@ -43,12 +45,12 @@ public:
         forRuns(m_blocks[std::size_t(blockRow)],
                 [&](int first, int end) { doWith(first * blockSide, end * blockSide); });
     }
-    // Returns what is drawn on a row, which stays valid until something else is. What was
-    // taken over has to be settled before.
+    // Returns what is drawn on a row, which stays valid until something else is. It must
+    // have been looked at.
     [[nodiscard]] PixelRows::Ink ink(int y) const
     {
         const Row &row = m_rows[std::size_t(y)];
-        return {.row = m_pixels + std::ptrdiff_t(y) * TileGrid::side,
+        return {.pixels = m_ink.data() + row.first * PixelRows::stretch,
                 .inked = row.inked,
                 .plain = row.plain,
                 .color = m_color};
@@ -63,6 +65,7 @@ private:
     struct Row {
         std::uint16_t inked = 0; // a bit a stretch, the leftmost lowest
         std::uint16_t plain = 0; // those that are nothing but m_color
+        std::uint16_t first = 0; // which stretch of m_ink is its first
     };
 
     static void forRuns(unsigned bits, const auto &doWith)
@@ -74,13 +77,15 @@ private:
             doWith(first, end);
         }
     }
-    void measureRow(int y);
+    void fade();
+    void unpack();
+    void packRow(int y);
 
-    QImage m_image;
+    QImage m_image;                   // null once it has been looked at
     std::uint32_t m_opacity = wholly; // that the image is still to get, of 255
+    bool m_packed = false;
+    std::vector<QRgb> m_ink; // stretch by stretch: those with ink that are not plain, row by row
     std::array<Row, TileGrid::side> m_rows{};
     std::array<std::uint8_t, blocks> m_blocks{}; // a bit a block, the leftmost lowest
-    const QRgb *m_pixels = nullptr;              // of the image as it was measured
     QRgb m_color = 0;                            // premultiplied; 0 while no stretch is plain
-    bool m_assumed = false;                      // not looked at
 };
