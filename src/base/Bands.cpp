@@ -19,9 +19,8 @@
 namespace {
 
 constexpr int bandHeight = 64;     // device pixels
-constexpr int largeArea = 500'000; // device pixels to copy; below, waking a thread costs more than it saves
-constexpr int largePainting = 50'000; // device pixels to work out
-constexpr int mostThreads = 4;        // more only wait for the memory
+constexpr int largeArea = 500'000; // device pixels; below, waking a thread costs more than it saves
+constexpr int mostThreads = 4;     // more only wait for the memory
 
 // In one pass over the rectangles, which a region keeps from the top down: a region of
 // small cells has hundreds.
@@ -154,6 +153,22 @@ struct Target {
     QRegion seen;
 };
 
+void fillThere(const Target &target, const QRegion &exposed, const Bands::Fill &fill)
+{
+    const QRegion seen = exposed & target.seen;
+    const std::vector<QRegion> bands = bandsOf(seen);
+    if (areaOf(seen) <= largeArea) {
+        for (const QRegion &band : bands)
+            fill(target.raster, band);
+        return;
+    }
+    Crew crew(bands);
+    crew.work([&] {
+        while (const QRegion *band = crew.next())
+            fill(target.raster, *band);
+    });
+}
+
 // Fills a transparent picture first, a band at a time.
 void fillApart(QPainter &painter, const std::vector<QRegion> &bands, const Bands::Fill &fill)
 {
@@ -171,41 +186,12 @@ void fillApart(QPainter &painter, const std::vector<QRegion> &bands, const Bands
 
 namespace Bands {
 
-void draw(QPainter &painter, const QRegion &exposed, const Paint &paint)
-{
-    const auto target = Target::behind(painter);
-    // Bands would have seams where pixels are not whole.
-    if (!target || areaOf(exposed & target->seen) <= largePainting)
-        return paint(painter, exposed);
-    const QTransform toPixels = painter.deviceTransform();
-    const std::vector<QRegion> bands = bandsOf(exposed & target->seen);
-    Crew crew(bands);
-    crew.work([&] {
-        QImage image = target->picture.image();
-        QPainter own(&image);
-        own.setTransform(toPixels);
-        while (const QRegion *band = crew.next())
-            paint(own, *band);
-    });
-}
-
 void fill(QPainter &painter, const QRegion &exposed, const Fill &fill)
 {
-    const auto target = Target::behind(painter);
-    if (!target)
-        return fillApart(painter, bandsOf(exposed), fill);
-    const QRegion seen = exposed & target->seen;
-    const std::vector<QRegion> bands = bandsOf(seen);
-    if (areaOf(seen) <= largeArea) {
-        for (const QRegion &band : bands)
-            fill(target->raster, band);
-        return;
-    }
-    Crew crew(bands);
-    crew.work([&] {
-        while (const QRegion *band = crew.next())
-            fill(target->raster, *band);
-    });
+    if (const auto target = Target::behind(painter))
+        fillThere(*target, exposed, fill);
+    else
+        fillApart(painter, bandsOf(exposed), fill);
 }
 
 std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window)
@@ -221,9 +207,9 @@ std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window)
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)
 {
     if (const auto target = Target::behind(painter))
-        fill(target->raster, exposed & target->seen);
+        fillThere(*target, exposed, fill);
     else
-        fillApart(painter, bandsOf(exposed), fill);
+        fillApart(painter, {exposed}, fill); // bands would have seams where pixels are not whole
 }
 
 } // namespace Bands

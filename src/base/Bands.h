@@ -13,18 +13,12 @@ class Raster;
 // is painted over a second time, and several bands can be painted at once.
 namespace Bands {
 
-using Paint = std::function<void(QPainter &painter, const QRegion &band)>;
 using Fill = std::function<void(const Raster &raster, const QRegion &band)>;
 
-// Calls paint once for each band of the region, in no particular order and with a
-// painter in the same space as the one given, or once for all of it where little of it
-// is seen or the painter does not count in whole pixels. The region is in device pixels.
-// Several threads share a large region, so paint must not change anything. Returns
-// when the whole region has been painted.
-void draw(QPainter &painter, const QRegion &exposed, const Paint &paint);
-
-// Calls fill in the same way, to write every pixel of the band. The painter must count
-// in device pixels. Of its clip only what the window sets counts.
+// Calls fill once for each band of the region, in no particular order, to write every
+// pixel of it. The region is in device pixels, and the painter must count in them. Of its
+// clip only what the window sets counts. Several threads share a large region, so fill
+// must not change anything else. Returns when all has been written.
 void fill(QPainter &painter, const QRegion &exposed, const Fill &fill);
 
 // A window's memory, which shows what was painted there last.
@@ -36,8 +30,8 @@ struct Lasting {
 // cleared before they are painted, or it does not count in whole device pixels.
 [[nodiscard]] std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window);
 
-// Calls fill, perhaps once, to blend over the pixels of the region, premultiplied. The
-// painter is as for fill().
+// Calls fill in the same way, perhaps once, to blend over the pixels of the region,
+// premultiplied.
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill);
 
 } // namespace Bands

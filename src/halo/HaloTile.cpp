@@ -1,6 +1,7 @@
 #include "halo/HaloTile.h"
 
 #include "base/PixelRows.h"
+#include "base/Prefetch.h"
 #include "base/Raster.h"
 
 #include <QImage>
@@ -15,11 +16,8 @@ namespace {
 // A few rows at a time, so that they are still in the processor's cache when
 // they are blended.
 constexpr int pixelsAtOnce = 16 * 1024;
-constexpr int pixelsInCacheLine = 16;
 
-// Begins to fetch the memory of these pixels, all rows at once: every row of a
-// tall strip is on another page, and waiting for one after the other would take
-// longer than everything else. Only a hint.
+// All rows at once.
 void prefetch(const QPainter &painter, const QRect &pixels)
 {
     const QPaintDevice *device = painter.paintEngine()->paintDevice();
@@ -27,11 +25,9 @@ void prefetch(const QPainter &painter, const QRect &pixels)
         return;
     const auto *image = static_cast<const QImage *>(device);
     const QRect rect = painter.deviceTransform().mapRect(pixels) & image->rect();
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        const auto *row = reinterpret_cast<const QRgb *>(image->constScanLine(y));
-        for (int x = rect.left(); x <= rect.right(); x += pixelsInCacheLine)
-            __builtin_prefetch(row + x, 1);
-    }
+    for (int y = rect.top(); y <= rect.bottom(); ++y)
+        Prefetch::toWrite(reinterpret_cast<const QRgb *>(image->constScanLine(y)) + rect.left(),
+                          rect.width());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "marks/Pixelation.h"
 
 #include "base/Painting.h"
+#include "base/Prefetch.h"
 #include "base/Raster.h"
 #include "base/Rect.h"
 #include "base/ViewSpace.h"
@@ -166,6 +167,8 @@ void Mosaic::fill(const Raster &raster, const QRectF &place, const QRect &expose
             = std::min(border(row + 1, m_blocks.height(), place.y(), place.height()), part.bottom() + 1);
         if (low >= high)
             continue;
+        for (int y = low; y < high; ++y)
+            Prefetch::toWrite(raster.at(part.left(), y), part.width());
         QRgb *const first = raster.at(part.left(), low);
         for (int column = left; column < right; ++column) {
             const int begin

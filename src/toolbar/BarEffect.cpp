@@ -2,11 +2,15 @@
 
 #include "base/Bands.h"
 #include "base/Painting.h"
+#include "base/PixelRows.h"
+#include "base/Prefetch.h"
+#include "base/Raster.h"
 #include "base/Rect.h"
 
 #include <QPainter>
 
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 #include <vector>
 
@@ -68,11 +72,28 @@ void BarEffect::draw(QPainter *painter)
     const Painting::Saved saved(*painter);
     painter->translate(bar.topLeft() + QPointF{-reach, fall - reach});
     painter->scale(1 / scale, 1 / scale); // from here on in pixels
-    Bands::draw(*painter, m_whole.rect(), [this](QPainter &on, const QRegion &band) {
-        on.setOpacity(m_alpha);
+    Bands::blend(*painter, m_whole.rect(), [this](const Raster &raster, const QRegion &band) {
         for (const QRect &rect : band)
-            on.drawImage(rect, m_whole, rect);
+            blendOn(raster, rect);
     });
+}
+
+void BarEffect::blendOn(const Raster &raster, const QRect &rect) const
+{
+    constexpr std::uint32_t wholly = 255;
+    const auto opacity = static_cast<std::uint32_t>(std::lround(m_alpha * wholly));
+    const auto row
+        = [&](int y) { return reinterpret_cast<const QRgb *>(m_whole.constScanLine(y)) + rect.left(); };
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        if (const int next = y + Prefetch::rowsAhead; next <= rect.bottom()) {
+            Prefetch::toWrite(raster.at(rect.left(), next), rect.width());
+            Prefetch::toRead(row(next), rect.width());
+        }
+        if (opacity == wholly)
+            PixelRows::blend(raster.at(rect.left(), y), row(y), rect.width());
+        else
+            PixelRows::blendFaded(raster.at(rect.left(), y), row(y), rect.width(), opacity);
+    }
 }
 
 QImage BarEffect::whole(QSizeF bar, double scale)

@@ -3,6 +3,8 @@
 #include <QGraphicsEffect>
 #include <QImage>
 
+class Raster;
+
 // Draws the soft shadow of a bar, which reaches beyond the widget, and fades the
 // bar as a whole, so that its buttons do not shine through each other. Bar and
 // shadow are kept as one picture, because the glow beneath them is repainted thirty
@@ -30,6 +32,7 @@ protected:
 private:
     [[nodiscard]] const QImage &shadow(QSizeF bar, double scale);
     [[nodiscard]] QImage whole(QSizeF bar, double scale);
+    void blendOn(const Raster &raster, const QRect &rect) const;
 
     double m_alpha = 1;
     bool m_keeps = true;

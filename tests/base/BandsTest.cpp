@@ -23,6 +23,13 @@ QImage pattern()
     return image;
 }
 
+void forRows(const QRegion &part, const auto &row)
+{
+    for (const QRect &rect : part)
+        for (int y = rect.top(); y <= rect.bottom(); ++y)
+            row(rect.left(), y, rect.width());
+}
+
 const QRegion sampleRegion = QRegion(QRect(QPoint(), size)).subtracted({300, 64, 900, 702});
 const QRect sampleSpot(400, 20, 600, 200);
 
@@ -30,11 +37,6 @@ const QRect sampleSpot(400, 20, 600, 200);
 void writeSample(QPainter &painter)
 {
     const QImage from = pattern();
-    const auto forRows = [](const QRegion &part, const auto &row) {
-        for (const QRect &rect : part)
-            for (int y = rect.top(); y <= rect.bottom(); ++y)
-                row(rect.left(), y, rect.width());
-    };
     Bands::fill(painter, sampleRegion, [&](const Raster &raster, const QRegion &part) {
         forRows(part,
                 [&](int x, int y, int width) { std::fill_n(raster.at(x, y), width, qRgb(200, y % 256, 0)); });
@@ -75,9 +77,17 @@ private slots:
     {
         QFETCH(QRegion, region);
         const QImage from = pattern();
-        const auto paint = [&](QPainter &painter, const QRegion &part) {
-            for (const QRect &rect : part)
+        const auto paint = [&](QPainter &painter) {
+            for (const QRect &rect : region)
                 painter.drawImage(rect.topLeft(), from, rect);
+        };
+        const auto blend = [&](QPainter &painter) {
+            Bands::blend(painter, region, [&](const Raster &raster, const QRegion &part) {
+                forRows(part, [&](int x, int y, int width) {
+                    PixelRows::blend(raster.at(x, y),
+                                     reinterpret_cast<const QRgb *>(from.constScanLine(y)) + x, width);
+                });
+            });
         };
         QPointF moved; // the painter's space need not begin in the corner, nor on a whole pixel
         const auto painted = [&](const auto &how) {
@@ -91,8 +101,7 @@ private slots:
         };
         for (const QPointF by : {QPointF(7, 3), QPointF(6.5, -2.5)}) {
             moved = by;
-            QCOMPARE(painted([&](QPainter &painter) { Bands::draw(painter, region, paint); }),
-                     painted([&](QPainter &painter) { paint(painter, region); }));
+            QCOMPARE(painted(blend), painted(paint));
         }
     }
 
@@ -165,9 +174,13 @@ private slots:
             void paintEvent(QPaintEvent *) override
             {
                 QPainter painter(this);
-                Bands::draw(painter, rect(), [](QPainter &on, const QRegion &part) {
-                    for (const QRect &rect : part)
-                        on.fillRect(rect, Qt::red);
+                const double scale = devicePixelRatioF();
+                painter.scale(1 / scale, 1 / scale); // from here on in pixels
+                const QRect all({}, (QSizeF(size()) * scale).toSize());
+                Bands::fill(painter, all, [](const Raster &raster, const QRegion &part) {
+                    forRows(part, [&](int x, int y, int width) {
+                        std::fill_n(raster.at(x, y), width, qRgb(255, 0, 0));
+                    });
                 });
             }
         };

@@ -1,6 +1,7 @@
 #include "overlay/canvas/Backdrop.h"
 
 #include "base/PixelRows.h"
+#include "base/Prefetch.h"
 #include "base/Raster.h"
 #include "toolbar/Theme.h"
 
@@ -13,6 +14,18 @@ int shownThrough() { return 255 - Theme::scrim.alpha(); } // the scrim, which is
 const QRgb *Backdrop::at(int x, int y) const
 {
     return reinterpret_cast<const QRgb *>(m_shot.image.constScanLine(y)) + x;
+}
+
+void Backdrop::forRows(const Raster &raster, const QRect &rect, const auto &write) const
+{
+    for (int y = rect.top() - Prefetch::rowsAhead; y <= rect.bottom(); ++y) {
+        if (const int next = y + Prefetch::rowsAhead; next <= rect.bottom()) {
+            Prefetch::toWrite(raster.at(rect.left(), next), rect.width());
+            Prefetch::toRead(at(rect.left(), next), rect.width());
+        }
+        if (y >= rect.top())
+            write(raster.at(rect.left(), y), at(rect.left(), y));
+    }
 }
 
 QImage Backdrop::dimmed(const QRect &pixels) const
@@ -29,9 +42,8 @@ void Backdrop::fill(const Raster &raster, const QRect &bright, const QRegion &ex
     const int through = shownThrough();
     const QRegion shown = exposed & m_shot.image.rect();
     for (const QRect &rect : shown - bright)
-        for (int y = rect.top(); y <= rect.bottom(); ++y)
-            PixelRows::copyDimmed(raster.at(rect.left(), y), at(rect.left(), y), rect.width(), through);
+        forRows(raster, rect,
+                [&](QRgb *to, const QRgb *from) { PixelRows::copyDimmed(to, from, rect.width(), through); });
     for (const QRect &rect : shown &bright)
-        for (int y = rect.top(); y <= rect.bottom(); ++y)
-            PixelRows::copy(raster.at(rect.left(), y), at(rect.left(), y), rect.width());
+        forRows(raster, rect, [&](QRgb *to, const QRgb *from) { PixelRows::copy(to, from, rect.width()); });
 }

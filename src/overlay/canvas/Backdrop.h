@@ -26,6 +26,7 @@ public:
 
 private:
     [[nodiscard]] const QRgb *at(int x, int y) const;
+    void forRows(const Raster &raster, const QRect &rect, const auto &write) const;
 
     const ScreenShot &m_shot;
 };
