@@ -13,11 +13,12 @@
 #include "overlay/canvas/HandleSprite.h"
 #include "toolbar/Theme.h"
 
+#include <QImage>
 #include <QPainter>
-#include <QPixmapCache>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using Painting::Label;
 using Painting::Saved;
@@ -78,34 +79,32 @@ QRectF sizeBadgeOf(const Chrome::Scene &scene)
     return Chrome::sizeBadge(*scene.state.selection, Painting::sizeOf(sizeLabel(scene)), scene.state.bounds);
 }
 
-// Its round ends cost more than all else that is drawn round a selection, and while that
-// is moved they stay the same. Where the pixels lie is rounded.
-void drawBadgePill(QPainter &painter, const QRectF &badge, double scale)
+QImage badgePicture(const Label &label, QSize pixels, double scale)
 {
-    const QSize pixels = (badge.size() * scale).toSize();
-    const QString key
-        = QStringLiteral("size badge %1 %2 %3").arg(pixels.width()).arg(pixels.height()).arg(scale);
-    QPixmap pill;
-    if (!QPixmapCache::find(key, &pill)) {
-        pill = QPixmap(pixels);
-        pill.fill(Qt::transparent);
-        QPainter on(&pill);
-        on.scale(scale, scale);
-        Painting::drawPill(on, QRectF({}, QSizeF(pixels) / scale), Theme::badgeBackground, Theme::barBorder);
-        on.end();
-        QPixmapCache::insert(key, pill);
-    }
-    const Saved saved(painter);
-    const QPointF upperLeft = painter.worldTransform().map(QPointF(minX(badge), maxY(badge)));
-    painter.setWorldTransform(QTransform::fromScale(1 / scale, 1 / scale));
-    painter.drawPixmap((upperLeft * scale).toPoint(), pill);
+    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.scale(scale, scale);
+    Painting::drawPill(painter, QRectF({}, QSizeF(pixels) / scale), Theme::badgeBackground, Theme::barBorder);
+    Painting::drawTextDownwards(painter, {badgePadding.width(), badgePadding.height()}, label);
+    return picture;
 }
 
+// Its text and its round ends cost more than all else that is drawn round a selection,
+// and while that is moved they stay the same. Where the pixels lie is rounded.
 void drawSizeBadge(QPainter &painter, const Chrome::Scene &scene)
 {
+    static QString lastLook;
+    static QImage picture; // of the last look
     const QRectF badge = sizeBadgeOf(scene);
-    drawBadgePill(painter, badge, scene.scale);
-    Painting::drawText(painter, textOrigin(badge, badgePadding), sizeLabel(scene));
+    const Label label = sizeLabel(scene);
+    const QString look = QStringLiteral("%1 %2 %3").arg(label.text, label.font.key()).arg(scene.scale);
+    if (std::exchange(lastLook, look) != look)
+        picture = badgePicture(label, (badge.size() * scene.scale).toSize(), scene.scale);
+    const Saved saved(painter);
+    const QPointF upperLeft = painter.worldTransform().map(QPointF(minX(badge), maxY(badge)));
+    painter.setWorldTransform(QTransform::fromScale(1 / scene.scale, 1 / scene.scale));
+    painter.drawImage((upperLeft * scene.scale).toPoint(), picture);
 }
 
 Label hintLabel()
