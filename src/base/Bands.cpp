@@ -18,9 +18,12 @@
 
 namespace {
 
-constexpr int bandHeight = 64;     // device pixels
-constexpr int largeArea = 500'000; // device pixels; below, waking a thread costs more than it saves
-constexpr int mostThreads = 4;     // more only wait for the memory
+constexpr int bandHeight = 64; // device pixels
+// Device pixels; below, waking a thread costs more than it saves.
+constexpr int largeToFill = 500'000;
+constexpr int largeToBlend = 200'000;
+
+constexpr int mostThreads = 4; // more only wait for the memory
 
 // In one pass over the rectangles, which a region keeps from the top down: a region of
 // small cells has hundreds.
@@ -153,7 +156,7 @@ struct Target {
     QRegion seen;
 };
 
-void fillThere(const Target &target, const QRegion &exposed, const Bands::Fill &fill)
+void fillThere(const Target &target, const QRegion &exposed, const Bands::Fill &fill, int largeArea)
 {
     const QRegion seen = exposed & target.seen;
     const std::vector<QRegion> bands = bandsOf(seen);
@@ -189,7 +192,7 @@ namespace Bands {
 void fill(QPainter &painter, const QRegion &exposed, const Fill &fill)
 {
     if (const auto target = Target::behind(painter))
-        fillThere(*target, exposed, fill);
+        fillThere(*target, exposed, fill, largeToFill);
     else
         fillApart(painter, bandsOf(exposed), fill);
 }
@@ -207,7 +210,7 @@ std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window)
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)
 {
     if (const auto target = Target::behind(painter))
-        fillThere(*target, exposed, fill);
+        fillThere(*target, exposed, fill, largeToBlend);
     else
         fillApart(painter, {exposed}, fill); // bands would have seams where pixels are not whole
 }
