@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <functional>
+#include <ranges>
 #include <tuple>
 
 namespace {
@@ -19,6 +21,10 @@ const QRgb *pixels(const QImage &screen, int x, int y)
 {
     return reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + x;
 }
+
+// Where the row of tiles ends on which a row of pixels lies, and which of theirs it is.
+int tileEnd(int y) { return (TileGrid::quotient(y, side) + 1) * side; }
+int rowWithin(int y) { return y - TileGrid::quotient(y, side) * side; }
 
 } // namespace
 
@@ -54,6 +60,8 @@ void MovedInk::draw(const Raster &raster, const QImage &screen, const QRegion &w
 
 const TilePicture *MovedInk::tileOf(int column, int y) const
 {
+    if (column > m_last.second)
+        return nullptr;
     return m_tiles[std::size_t((TileGrid::quotient(y, side) - m_first.first) * m_across + column
                                - m_first.second)];
 }
@@ -61,7 +69,7 @@ const TilePicture *MovedInk::tileOf(int column, int y) const
 PixelRows::Ink MovedInk::inkOf(int column, int y) const
 {
     const TilePicture *tile = tileOf(column, y);
-    return tile ? tile->ink(y - TileGrid::quotient(y, side) * side) : PixelRows::Ink{.pixels = nullptr};
+    return tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
 }
 
 MovedInk::Changed &MovedInk::changed(int column, int y)
@@ -70,42 +78,48 @@ MovedInk::Changed &MovedInk::changed(int column, int y)
     return m_changed[std::size_t((y - m_part.top()) * (high.second - low.second + 1) + column - low.second)];
 }
 
+// A tile at a time, because most have never been drawn on.
 void MovedInk::compareAll()
 {
     const auto &[low, high] = m_own;
     const int tilesBack = TileGrid::quotient(m_way.x(), side);
-    std::vector<TileRow> now(std::size_t(m_across) + 2); // two blank ones behind the last
-    std::vector<TileRow> before(now.size());
-    for (int y = m_part.top(); y <= m_part.bottom(); ++y) {
-        read(now, y);
-        read(before, y + m_way.y());
-        for (int column = low.second; column <= high.second; ++column) {
-            const int i = column - m_first.second;
-            changed(column, y) = compare(now[std::size_t(i)], &before[std::size_t(i + tilesBack)]);
+    for (int column = low.second; column <= high.second; ++column)
+        for (int y = m_part.top(), end = y; y <= m_part.bottom(); y = end) {
+            end = std::min({tileEnd(y), tileEnd(y + m_way.y()) - m_way.y(), m_part.bottom() + 1});
+            Tiles tiles{tileOf(column, y)};
+            for (int i = 0; i < tilesThere; ++i)
+                tiles.before[std::size_t(i)] = tileOf(column + tilesBack + i, y + m_way.y());
+            if (tiles.now || std::ranges::any_of(tiles.before, std::identity()))
+                compareRows(tiles, column, y, end);
         }
-    }
 }
 
-void MovedInk::read(std::vector<TileRow> &row, int y) const
+void MovedInk::compareRows(const Tiles &tiles, int column, int top, int end)
 {
-    for (int i = 0; i < m_across; ++i) {
-        const PixelRows::Ink ink = inkOf(m_first.second + i, y);
-        row[std::size_t(i)] = {.inked = ink.inked, .plain = ink.plain, .color = ink.color};
+    const auto rowOf = [](const TilePicture *tile, int y) {
+        const PixelRows::Ink ink = tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
+        return TileRow{.inked = ink.inked, .plain = ink.plain, .color = ink.color};
+    };
+    for (int y = top; y < end; ++y) {
+        std::array<TileRow, tilesThere> before;
+        for (int i = 0; i < tilesThere; ++i)
+            before[std::size_t(i)] = rowOf(tiles.before[std::size_t(i)], y + m_way.y());
+        changed(column, y) = compare(rowOf(tiles.now, y), before);
     }
 }
 
 // What is on a stretch now was on one or on two before: those of three tiles are laid in
 // a row and moved. Where both are of one colour, nothing changes.
-MovedInk::Changed MovedInk::compare(const TileRow &now, const TileRow *before) const
+MovedInk::Changed MovedInk::compare(const TileRow &now, const std::array<TileRow, tilesThere> &before) const
 {
     constexpr int bits = TilePicture::stretches;
     const int back = TileGrid::quotient(m_way.x(), stretch);
     const int within = back - TileGrid::quotient(back, bits) * bits;
     Bits inked = 0;
     Bits plain = 0;
-    for (int i = 2; i >= 0; --i) {
-        inked = inked << bits | before[i].inked;
-        plain = plain << bits | (before[i].color == now.color ? before[i].plain : 0);
+    for (const TileRow &row : before | std::views::reverse) {
+        inked = inked << bits | row.inked;
+        plain = plain << bits | (row.color == now.color ? row.plain : 0);
     }
     inked >>= within;
     plain >>= within;

@@ -8,6 +8,7 @@
 #include <QRegion>
 #include <QRgb>
 
+#include <array>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -44,13 +45,19 @@ private:
         QRgb color = 0;
     };
     using Changed = std::uint16_t; // the same stretches, where the screen is to be written
+    // The tile on a place, and those that were there; null where nothing is drawn.
+    static constexpr int tilesThere = 3;
+    struct Tiles {
+        const TilePicture *now = nullptr;
+        std::array<const TilePicture *, tilesThere> before{};
+    };
 
     [[nodiscard]] const TilePicture *tileOf(int column, int y) const;
     [[nodiscard]] PixelRows::Ink inkOf(int column, int y) const;
     [[nodiscard]] Changed &changed(int column, int y);
     void compareAll();
-    void read(std::vector<TileRow> &row, int y) const;
-    [[nodiscard]] Changed compare(const TileRow &now, const TileRow *before) const;
+    void compareRows(const Tiles &tiles, int column, int top, int end);
+    [[nodiscard]] Changed compare(const TileRow &now, const std::array<TileRow, tilesThere> &before) const;
     void drawRow(const Raster &raster, const QImage &screen, const QRect &rect, int y);
 
     const TileGrid &m_grid;
