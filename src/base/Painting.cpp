@@ -44,6 +44,14 @@ double layOut(const Label &label, const QFontMetricsF &metrics, Step step)
 
 namespace Painting {
 
+// A line no wider than a pixel Qt draws in a quick way, in which it bends where the
+// painted part ends: a mark would show where its tiles meet.
+QPen roundPen(const QColor &color, double width, Qt::PenJoinStyle join)
+{
+    constexpr double notQuick = 1.001; // pixels at the smallest scale
+    return {color, std::max(width, notQuick), Qt::SolidLine, Qt::RoundCap, join};
+}
+
 QSizeF sizeOf(const Label &label)
 {
     const QFontMetricsF metrics(label.font);

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPainter>
+#include <QPen>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -36,6 +37,9 @@ struct Label {
     // sizes in between.
     double enlarged = 1;
 };
+
+// Returns a pen with round ends for lines of a mark, whose width is in points.
+[[nodiscard]] QPen roundPen(const QColor &color, double width, Qt::PenJoinStyle join);
 
 [[nodiscard]] QSizeF sizeOf(const Label &label);
 // Draws the text upright, with the lower left corner of its line box at the given

@@ -24,7 +24,7 @@ void draw(QPainter &painter, const Annotation &mark, const QRectF &)
         return;
     const Painting::Saved saved(painter);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(mark.color, mark.width, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
+    painter.setPen(Painting::roundPen(mark.color, mark.width, Qt::MiterJoin));
     painter.drawLine(arrow->shaft);
     painter.setPen(Qt::NoPen);
     painter.setBrush(mark.color);

@@ -9,7 +9,7 @@ void draw(QPainter &painter, const Annotation &mark, const QRectF &)
 {
     const Painting::Saved saved(painter);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(mark.color, mark.width, Qt::SolidLine, Qt::RoundCap, Qt::MiterJoin));
+    painter.setPen(Painting::roundPen(mark.color, mark.width, Qt::MiterJoin));
     painter.drawLine(mark.first(), mark.last());
 }
 

@@ -60,7 +60,7 @@ void drawPieceIn(QPainter &painter, const Annotation &stroke, const QColor &colo
     const Saved saved(painter);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(stroke.moved);
-    painter.strokePath(line, QPen(color, stroke.strokeWidth(), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.strokePath(line, Painting::roundPen(color, stroke.strokeWidth(), Qt::RoundJoin));
 }
 
 void drawPieces(QPainter &painter, const Annotation &stroke, const QRectF &exposed)

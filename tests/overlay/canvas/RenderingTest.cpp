@@ -2,6 +2,7 @@
 
 #include "overlay/canvas/MarksLayer.h"
 
+#include "support/Editor.h"
 #include "support/Pictures.h"
 
 #include <QTest>
@@ -13,6 +14,7 @@ class RenderingTest : public QObject {
     {
         const ViewSpace space(shot.pointSize, shot.scale);
         MarksLayer marks(space);
+        marks.follow(state.drawOrder());
         return Rendering::renderSelection(state, shot, marks);
     }
 
@@ -52,6 +54,26 @@ private slots:
         QVERIFY(!rendered(state, shot));
         state.selection = QRectF(10, 10, 1, 1);
         QVERIFY(rendered(state, shot));
+    }
+
+    // Each tile is drawn by itself, and Qt draws the thinnest lines in a way of its own.
+    void aThinLineDoesNotBendWhereTilesMeet()
+    {
+        const ScreenShot shot = patternShot({600, 400}, 1);
+        const QRectF all(0, 0, 600, 400);
+        for (const Tool tool : {Tool::pencil, Tool::line, Tool::arrow})
+            for (const QPointF to : {QPointF(571, 83), QPointF(520, 311), QPointF(93, 367)}) {
+                const auto mark
+                    = std::make_shared<Annotation>(tool, Qt::red, 1, QList<QPointF>{{20, 33}, to});
+                QImage whole = shot.image;
+                QPainter painter(&whole);
+                painter.setTransform(ViewSpace(all.size()).upwards());
+                mark->draw(painter, all);
+                painter.end();
+                const auto picture = rendered({.bounds = all, .selection = all, .annotations = {mark}}, shot);
+                QVERIFY(picture);
+                QCOMPARE(differing(*picture, whole), 0);
+            }
     }
 };
 
