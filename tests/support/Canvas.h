@@ -25,6 +25,15 @@ public:
         mark.draw(painter, space.bounds());
     }
 
+    // Makes a part blank, counted in points from the top left corner.
+    void erase(const QRegion &part)
+    {
+        QPainter painter(&m_image);
+        painter.setClipRegion(part);
+        painter.setCompositionMode(QPainter::CompositionMode_Clear);
+        painter.fillRect(part.boundingRect(), Qt::black);
+    }
+
     // Returns the pixel whose lower left corner is at a point.
     [[nodiscard]] QColor at(QPointF point) const
     {
