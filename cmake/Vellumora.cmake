@@ -79,7 +79,7 @@ function(vellumora_compositor_test compositor path)
   cmake_parse_arguments(PARSE_ARGV 2 test "" "" "ENVIRONMENT")
   get_filename_component(name ${path} NAME)
   vellumora_test(${path} LINKS vellumora_platform_wayland COMMAND ${PROJECT_SOURCE_DIR}/tests/support/in-${compositor} $<TARGET_FILE:${name}Test>)
-  set_tests_properties(${path} PROPERTIES ENVIRONMENT "VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}" LABELS system RUN_SERIAL ON)
+  set_tests_properties(${path} PROPERTIES ENVIRONMENT "VELLUMORA_IDIOMA=en;${test_ENVIRONMENT}" LABELS system)
   add_dependencies(system_tests ${name}Test)
 endfunction()
 
