@@ -69,8 +69,6 @@ struct Shared {
         , format(picture.format())
     {}
 
-    [[nodiscard]] QImage image() const { return {bits, size.width(), size.height(), bytesPerLine, format}; }
-
     uchar *const bits;
     const QSize size;
     const qsizetype bytesPerLine;
@@ -172,6 +170,17 @@ void fillThere(const Target &target, const QRegion &exposed, const Bands::Fill &
     });
 }
 
+// The part of a region that can show, and perhaps a little more.
+QRegion seenOf(const QPainter &painter, const QRegion &exposed)
+{
+    const QPaintEngine *engine = painter.paintEngine();
+    const QRect clip = engine ? engine->systemClip().boundingRect() : QRect();
+    if (clip.isEmpty())
+        return exposed;
+    const QTransform toSpace = painter.deviceTransform().inverted();
+    return exposed & toSpace.mapRect(QRectF(clip)).toAlignedRect().adjusted(-1, -1, 1, 1);
+}
+
 // Fills a transparent picture first, a band at a time.
 void fillApart(QPainter &painter, const std::vector<QRegion> &bands, const Bands::Fill &fill)
 {
@@ -194,7 +203,7 @@ void fill(QPainter &painter, const QRegion &exposed, const Fill &fill)
     if (const auto target = Target::behind(painter))
         fillThere(*target, exposed, fill, largeToFill);
     else
-        fillApart(painter, bandsOf(exposed), fill);
+        fillApart(painter, bandsOf(seenOf(painter, exposed)), fill);
 }
 
 std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window)
@@ -212,7 +221,8 @@ void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)
     if (const auto target = Target::behind(painter))
         fillThere(*target, exposed, fill, largeToBlend);
     else
-        fillApart(painter, {exposed}, fill); // bands would have seams where pixels are not whole
+        fillApart(painter, {seenOf(painter, exposed)},
+                  fill); // bands would have seams where pixels are not whole
 }
 
 } // namespace Bands

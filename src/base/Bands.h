@@ -30,8 +30,9 @@ struct Lasting {
 // cleared before they are painted, or it does not count in whole device pixels.
 [[nodiscard]] std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window);
 
-// Calls fill in the same way, perhaps once, to blend over the pixels of the region,
-// premultiplied.
+// Calls fill in the same way, to blend over the pixels of the region, premultiplied. Where
+// the painter does not count in whole device pixels that is once, so that a rectangle has
+// no seams.
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill);
 
 } // namespace Bands

@@ -16,6 +16,18 @@ inline void toRead(const QRgb *row, int count)
         __builtin_prefetch(row + x);
 }
 
+// Works on the rows from top to bottom while fetch, called with a row as work is, has begun
+// to fetch the next ones.
+inline void forRows(int top, int bottom, const auto &fetch, const auto &work)
+{
+    for (int y = top - rowsAhead; y <= bottom; ++y) {
+        if (y + rowsAhead <= bottom)
+            fetch(y + rowsAhead);
+        if (y >= top)
+            work(y);
+    }
+}
+
 inline void toWrite(const QRgb *row, int count)
 {
     for (int x = 0; x < count; x += pixelsInCacheLine)

@@ -16,7 +16,8 @@ constexpr int ellipsePieces = 64;
 void preparePainter(QPainter &painter, const Annotation &mark, Qt::PenJoinStyle join)
 {
     constexpr double rightAngle = 0.7072;
-    QPen pen(mark.color, mark.width, Qt::SolidLine, Qt::FlatCap, join);
+    QPen pen = Painting::roundPen(mark.color, mark.width, join);
+    pen.setCapStyle(Qt::FlatCap);
     pen.setMiterLimit(rightAngle);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(pen);

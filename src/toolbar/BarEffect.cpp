@@ -84,16 +84,17 @@ void BarEffect::blendOn(const Raster &raster, const QRect &rect) const
     const auto opacity = static_cast<std::uint32_t>(std::lround(m_alpha * wholly));
     const auto row
         = [&](int y) { return reinterpret_cast<const QRgb *>(m_whole.constScanLine(y)) + rect.left(); };
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        if (const int next = y + Prefetch::rowsAhead; next <= rect.bottom()) {
-            Prefetch::toWrite(raster.at(rect.left(), next), rect.width());
-            Prefetch::toRead(row(next), rect.width());
-        }
+    const auto fetch = [&](int y) {
+        Prefetch::toWrite(raster.at(rect.left(), y), rect.width());
+        Prefetch::toRead(row(y), rect.width());
+    };
+    Prefetch::forRows(rect.top(), rect.bottom(), fetch, [&](int y) {
+        QRgb *to = raster.at(rect.left(), y);
         if (opacity == wholly)
-            PixelRows::blend(raster.at(rect.left(), y), row(y), rect.width());
+            PixelRows::blend(to, row(y), rect.width());
         else
-            PixelRows::blendFaded(raster.at(rect.left(), y), row(y), rect.width(), opacity);
-    }
+            PixelRows::blendFaded(to, row(y), rect.width(), opacity);
+    });
 }
 
 QImage BarEffect::whole(QSizeF bar, double scale)

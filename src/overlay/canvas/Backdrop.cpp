@@ -18,14 +18,12 @@ const QRgb *Backdrop::at(int x, int y) const
 
 void Backdrop::forRows(const Raster &raster, const QRect &rect, const auto &write) const
 {
-    for (int y = rect.top() - Prefetch::rowsAhead; y <= rect.bottom(); ++y) {
-        if (const int next = y + Prefetch::rowsAhead; next <= rect.bottom()) {
-            Prefetch::toWrite(raster.at(rect.left(), next), rect.width());
-            Prefetch::toRead(at(rect.left(), next), rect.width());
-        }
-        if (y >= rect.top())
-            write(raster.at(rect.left(), y), at(rect.left(), y));
-    }
+    const auto fetch = [&](int y) {
+        Prefetch::toWrite(raster.at(rect.left(), y), rect.width());
+        Prefetch::toRead(at(rect.left(), y), rect.width());
+    };
+    Prefetch::forRows(rect.top(), rect.bottom(), fetch,
+                      [&](int y) { write(raster.at(rect.left(), y), at(rect.left(), y)); });
 }
 
 QImage Backdrop::dimmed(const QRect &pixels) const

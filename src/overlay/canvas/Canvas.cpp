@@ -164,7 +164,7 @@ void Canvas::showCopied()
 
 void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked)
 {
-    if (exposed.boundingRect() == m_widget.rect()) // perhaps of a window whose memory is another
+    if (isWhole(exposed)) // perhaps of a window whose memory is another
         m_standing.loseAll();
     const QRegion uncovered = m_space.pixelsOf(exposed - m_halo.covered());
     if (!uncovered.isEmpty()) // it is while the glow only turns
@@ -179,6 +179,13 @@ void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPoi
         Loupe::draw(painter, m_shot, *picked);
     if (m_edges && m_state.selection)
         Loupe::drawEdges(painter, m_shot, *m_edges, m_space.toNearestPixels(*m_state.selection));
+}
+
+// Children may have been left out, because they cover what is beneath.
+bool Canvas::isWhole(const QRegion &exposed) const
+{
+    const QRect all = m_widget.rect();
+    return exposed.boundingRect() == all && (QRegion(all) - exposed - m_widget.childrenRegion()).isEmpty();
 }
 
 // The frozen screen and the finished marks, which never show outside the selection.

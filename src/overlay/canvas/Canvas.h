@@ -75,6 +75,7 @@ private:
     void drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare);
     void drawSelected(QPainter &painter, const QRegion &exposed);
     [[nodiscard]] bool busy() const;
+    [[nodiscard]] bool isWhole(const QRegion &exposed) const;
     [[nodiscard]] QRegion bare() const;
     void drawInHand(QPainter &painter, const QRegion &exposed);
     [[nodiscard]] AnnotationPtr lifted() const;

@@ -48,14 +48,20 @@ QPointF textOrigin(const QRectF &badge, QSizeF padding)
     return badge.topLeft() + QPointF(padding.width(), padding.height());
 }
 
+// In device pixels, y downwards.
+QRegion outlineOf(const Chrome::Scene &scene, const ViewSpace &space)
+{
+    const QRectF &selection = *scene.state.selection;
+    return QRegion(space.toNearestPixels(selection)) - space.toNearestPixels(grown(selection, -1));
+}
+
 void drawOutline(QPainter &painter, const Chrome::Scene &scene)
 {
     const ViewSpace space(scene.state.bounds.size(), scene.scale);
     const Saved saved(painter);
     painter.setTransform(space.upwards(), true);     // turned over once more
     painter.scale(1 / scene.scale, 1 / scene.scale); // from here on in pixels
-    const QRect all = space.toNearestPixels(*scene.state.selection);
-    Bands::blend(painter, all, [&scene](const Raster &raster, const QRegion &band) {
+    Bands::blend(painter, outlineOf(scene, space), [&scene](const Raster &raster, const QRegion &band) {
         Chrome::outline(raster, band, scene);
     });
 }
@@ -203,10 +209,7 @@ void draw(QPainter &painter, const Scene &scene, const QRectF &exposed)
 void outline(const Raster &raster, const QRegion &pixels, const Scene &scene)
 {
     const ViewSpace space(scene.state.bounds.size(), scene.scale);
-    const QRectF &selection = *scene.state.selection;
-    const QRegion line
-        = QRegion(space.toNearestPixels(selection)) - space.toNearestPixels(grown(selection, -1));
-    for (const QRect &rect : pixels &line)
+    for (const QRect &rect : pixels &outlineOf(scene, space))
         for (int y = rect.top(); y <= rect.bottom(); ++y)
             PixelRows::blend(raster.at(rect.left(), y), outlineColor, rect.width());
 }

@@ -134,7 +134,7 @@ ScreenCells MarksLayer::inked()
 {
     ScreenCells cells(m_space.toPixels(m_space.bounds()), sideOfCells(m_space.scale()));
     for (auto &[cell, tile] : m_tiles) {
-        tile.picture.settle();
+        tile.picture.measure();
         const QPoint corner = m_grid.pixels(cell).topLeft();
         if (tile.shown != tile.wanted)
             cells.add(m_grid.pixels(cell));

@@ -108,7 +108,7 @@ void MovedInk::compareRows(const Tiles &tiles, int column, int top, int end)
     }
 }
 
-// What is on a stretch now was on one or on two before: those of three tiles are laid in
+// What is on a stretch now was on one or on two before: those of two tiles are laid in
 // a row and moved. Where both are of one colour, nothing changes.
 MovedInk::Changed MovedInk::compare(const TileRow &now, const std::array<TileRow, tilesThere> &before) const
 {

@@ -36,9 +36,9 @@ public:
     void draw(const Raster &raster, const QImage &screen, const QRegion &where);
 
 private:
-    // The stretches of one row of a tile, a bit each as PixelRows has it; those of three
+    // The stretches of one row of a tile, a bit each as PixelRows has it; those of two
     // tiles side by side have room.
-    using Bits = std::uint64_t;
+    using Bits = std::uint32_t;
     struct TileRow {
         Bits inked = 0;
         Bits plain = 0;
@@ -46,7 +46,7 @@ private:
     };
     using Changed = std::uint16_t; // the same stretches, where the screen is to be written
     // The tile on a place, and those that were there; null where nothing is drawn.
-    static constexpr int tilesThere = 3;
+    static constexpr int tilesThere = 2;
     struct Tiles {
         const TilePicture *now = nullptr;
         std::array<const TilePicture *, tilesThere> before{};

@@ -14,7 +14,7 @@ void StandingPaint::painted(const QPainter &painter, const QRegion &part, const 
 {
     const auto window = Bands::lasting(painter, m_widget.backingStore());
     if (!window)
-        return; // the screen still shows what it did
+        return; // painted elsewhere, or in a window where nothing ever stands
     if (std::exchange(m_memory, window->memory) != window->memory)
         m_stands = {};
     m_shift = shift;

@@ -43,6 +43,7 @@ void TilePicture::unpack()
 
 void TilePicture::take(QImage picture, double opacity)
 {
+    Q_ASSERT(isNull());
     m_image = std::move(picture);
     m_opacity = outOf255(opacity);
     assumeFull();

@@ -15,8 +15,8 @@
 class Raster;
 
 // Keeps what is drawn on one tile. Most of a tile that a line crosses is blank or of one
-// colour: once it has been looked at, only the rest is kept, pixel by pixel. What is not
-// kept need be neither read nor repainted.
+// colour: once it has been looked at, only the rest is kept, pixel by pixel, and need be
+// read. What is blank need not be repainted either.
 class TilePicture {
 public:
     static constexpr int blockSide = 16; // device pixels
@@ -30,12 +30,12 @@ public:
     // Takes over a picture that somebody else has drawn, to be shown with an opacity from
     // 0 to 1, in place of a blank one. It is neither copied nor looked at.
     void take(QImage picture, double opacity);
-    // Looks where anything has been drawn; nothing is kept where nothing has.
+    // Looks where anything has been drawn, if that has not been done; nothing is kept
+    // where nothing has.
     void measure();
-    // Takes it that there is something everywhere, which is quicker than looking.
+    // Takes it that there is something everywhere, which is quicker than looking, unless
+    // nothing has been drawn since that was last done.
     void assumeFull();
-    // Looks, if that has not been done.
-    void settle() { measure(); }
     void clear() { *this = {}; }
 
     // Calls doWith(first column, end column) for each stretch of blocks in a row of them
@@ -49,6 +49,7 @@ public:
     // have been looked at.
     [[nodiscard]] PixelRows::Ink ink(int y) const
     {
+        Q_ASSERT(m_image.isNull());
         const Row &row = m_rows[std::size_t(y)];
         return {.pixels = m_ink.data() + row.first * PixelRows::stretch,
                 .inked = row.inked,

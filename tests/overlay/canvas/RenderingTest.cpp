@@ -61,7 +61,7 @@ private slots:
     {
         const ScreenShot shot = patternShot({600, 400}, 1);
         const QRectF all(0, 0, 600, 400);
-        for (const Tool tool : {Tool::pencil, Tool::line, Tool::arrow})
+        for (const Tool tool : {Tool::pencil, Tool::line, Tool::arrow, Tool::ellipse})
             for (const QPointF to : {QPointF(571, 83), QPointF(520, 311), QPointF(93, 367)}) {
                 const auto mark
                     = std::make_shared<Annotation>(tool, Qt::red, 1, QList<QPointF>{{20, 33}, to});

@@ -48,9 +48,33 @@ private slots:
         TilePicture taken;
         taken.take(stroke, opacity);
         QCOMPARE(shown(taken, screen), shown(painted, screen));
-        taken.settle();
+        taken.measure();
         QCOMPARE(shown(taken, screen), shown(painted, screen));
         QCOMPARE(std::as_const(taken.image()), std::as_const(painted.image()));
+    }
+
+    // Much that is blank or of one of two colours, also where it begins within a stretch.
+    void whatIsPackedIsWhatWasDrawn()
+    {
+        const QImage screen = noise(QImage::Format_RGB32);
+        TilePicture tile;
+        for (int round = 0; round < 40; ++round) {
+            QPainter painter(&tile.image());
+            painter.setRenderHint(QPainter::Antialiasing, round % 2 == 0);
+            painter.setPen(
+                QPen(round % 3 == 0 ? QColor(0, 90, 255, 120) : QColor(200, 30, 40), 1 + round % 30));
+            const auto anywhere = [this] { return QPointF(random.bounded(128), random.bounded(128)); };
+            painter.drawLine(anywhere(), anywhere());
+            painter.end();
+            const QImage drawn = tile.image().copy();
+            tile.measure();
+            QImage expected = screen;
+            QPainter(&expected).drawImage(0, 0, drawn);
+            QCOMPARE(shown(tile, screen), expected);
+            QCOMPARE(std::as_const(tile.image()), drawn);
+            if (round % 5 == 4)
+                tile.clear();
+        }
     }
 };
 
