@@ -6,6 +6,7 @@
 #include <QRect>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstring>
@@ -27,6 +28,29 @@ __attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &
     const auto odd = Eight(Halves((below | PixelRows::opaque) >> 8 & pairs) * through);
     above += (((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
               | ((odd + (odd >> 8 & pairs) + halves) & ~pairs));
+}
+
+void unpackStretch(QRgb *to, const PixelRows::Ink &ink, PixelRows::Stretches bit)
+{
+    if ((ink.plain & bit) != 0)
+        std::fill_n(to, PixelRows::stretch, ink.color);
+    else
+        std::copy_n(ink.of(bit), PixelRows::stretch, to);
+}
+
+// Lays a part of a stretch.
+void layWithin(QRgb *to, const QRgb *screen, const PixelRows::Ink &ink, PixelRows::Stretches where, int begin,
+               int end)
+{
+    const PixelRows::Stretches bit = PixelRows::Stretches(1) << begin / PixelRows::stretch;
+    if (begin >= end || (where & bit) == 0)
+        return;
+    PixelRows::copy(to + begin, screen + begin, end - begin);
+    if ((ink.inked & bit) == 0)
+        return;
+    std::array<QRgb, PixelRows::stretch> above;
+    unpackStretch(above.data(), ink, bit);
+    PixelRows::blend(to + begin, above.data() + begin % PixelRows::stretch, end - begin);
 }
 
 } // namespace
@@ -81,14 +105,8 @@ VELLUMORA_VECTORIZED void blendFaded(QRgb *over, const QRgb *from, int count, st
 
 void unpack(QRgb *row, const Ink &ink)
 {
-    for (Stretches left = ink.inked; left != 0; left &= left - 1) {
-        const Stretches bit = left & -left;
-        QRgb *to = row + std::countr_zero(left) * stretch;
-        if ((ink.plain & bit) != 0)
-            std::fill_n(to, stretch, ink.color);
-        else
-            std::copy_n(ink.of(bit), stretch, to);
-    }
+    for (Stretches left = ink.inked; left != 0; left &= left - 1)
+        unpackStretch(row + std::countr_zero(left) * stretch, ink, left & -left);
 }
 
 // A loop for each kind, because guessing the next one's kind would fail again and again.
@@ -123,6 +141,17 @@ VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stre
         blendOver(below, above);
         std::memcpy(to + at, &above, sizeof above);
     }
+}
+
+void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where, int begin, int end)
+{
+    const int firstWhole = (begin + stretch - 1) / stretch;
+    const int endWhole = end / stretch;
+    if (firstWhole > endWhole)
+        return layWithin(to, screen, ink, where, begin, end);
+    layWithin(to, screen, ink, where, begin, firstWhole * stretch);
+    layWithin(to, screen, ink, where, endWhole * stretch, end);
+    lay(to, screen, ink, where & ((Stretches(1) << endWhole) - (Stretches(1) << firstWhole)));
 }
 
 QImage part(const QImage &screen, const QRect &pixels)

@@ -63,8 +63,11 @@ struct Ink {
 // Writes what is inked into the row, and nothing else.
 void unpack(QRgb *row, const Ink &ink);
 
-// Writes these stretches of a screen's row with the ink over it, and nothing else.
+// Writes these stretches of a screen's row with the ink over it, and nothing else. The
+// screen may be what is written to.
 void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where);
+// Does so from one pixel of the row up to another.
+void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where, int begin, int end);
 
 // Returns a copy of that part of a screen's picture, which must have 32 bits a pixel;
 // null when the picture does not cover the part.

@@ -4,6 +4,7 @@
 #include "base/Prefetch.h"
 #include "base/Raster.h"
 #include "base/Rect.h"
+#include "base/Vectorized.h"
 #include "base/ViewSpace.h"
 #include "marks/Annotation.h"
 #include "marks/Reach.h"
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -24,34 +26,68 @@ constexpr int channelBits = 8;
 constexpr int pairBits = 16;
 constexpr std::uint32_t evenBytes = 0x00ff00ff;
 constexpr int rowsAtOnce = 64;
-constexpr int pixelsAtOnce = 256; // whose bytes add up to 16 bits at most
+constexpr int rowsTogether = 256; // whose bytes add up to 16 bits at most
 
 // The sums of the channels, two to a word.
 struct Sums {
     std::uint64_t redBlue = 0; // red from bit 32 on
     std::uint64_t green = 0;
+
+    void add(std::uint32_t redBlues, std::uint32_t greens)
+    {
+        redBlue += (std::uint64_t(redBlues >> pairBits) << 32) + (redBlues & 0xffff);
+        green += greens;
+    }
 };
 
-void add(Sums &sums, const QRgb *pixels, int count)
+// Eight columns at once, of which the last few may be counted already.
+using Eight = std::uint32_t __attribute__((vector_size(32)));
+constexpr int lanes = sizeof(Eight) / sizeof(QRgb);
+
+VELLUMORA_VECTORIZED void addColumns(Sums &sums, const QRgb *pixels, qsizetype toNextRow, int rows,
+                                     int counted)
 {
-    std::uint32_t redBlue = 0;
-    std::uint32_t green = 0;
-    for (int i = 0; i < count; ++i) {
-        redBlue += pixels[i] & evenBytes;
-        green += (pixels[i] >> channelBits) & 0xff;
+    Eight redBlue{};
+    Eight green{};
+    for (int y = 0; y < rows; ++y) {
+        Eight row;
+        std::memcpy(&row, pixels + y * toNextRow, sizeof row);
+        redBlue += row & evenBytes;
+        green += (row >> channelBits) & 0xff;
     }
-    sums.redBlue += (std::uint64_t(redBlue >> pairBits) << 32) + (redBlue & 0xffff);
-    sums.green += green;
+    for (int i = counted; i < lanes; ++i)
+        sums.add(redBlue[i], green[i]);
+}
+
+void addNarrow(Sums &sums, const QRgb *pixels, qsizetype toNextRow, int rows, int columns)
+{
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < columns; ++x) {
+            const QRgb pixel = pixels[y * toNextRow + x];
+            sums.add(pixel & evenBytes, (pixel >> channelBits) & 0xff);
+        }
+}
+
+Sums sumsOf(const QImage &screen, const QRect &block)
+{
+    Sums sums;
+    const qsizetype toNextRow = screen.bytesPerLine() / qsizetype(sizeof(QRgb));
+    for (int y = block.top(); y <= block.bottom(); y += rowsTogether) {
+        const int rows = std::min(rowsTogether, block.bottom() + 1 - y);
+        const auto *pixels = reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + block.left();
+        if (block.width() < lanes)
+            addNarrow(sums, pixels, toNextRow, rows, block.width());
+        for (int x = 0; block.width() >= lanes && x < block.width(); x += lanes) {
+            const int from = std::min(x, block.width() - lanes);
+            addColumns(sums, pixels + from, toNextRow, rows, x - from);
+        }
+    }
+    return sums;
 }
 
 QRgb mean(const QImage &screen, const QRect &block)
 {
-    Sums sums;
-    for (int y = block.top(); y <= block.bottom(); ++y) {
-        const auto *row = reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + block.left();
-        for (int x = 0; x < block.width(); x += pixelsAtOnce)
-            add(sums, row + x, std::min(pixelsAtOnce, block.width() - x));
-    }
+    const Sums sums = sumsOf(screen, block);
     const std::uint64_t pixels = std::uint64_t(block.width()) * std::uint64_t(block.height());
     const auto rounded = [&](std::uint64_t sum) { return static_cast<int>((sum + pixels / 2) / pixels); };
     return qRgb(rounded(sums.redBlue >> 32), rounded(sums.green), rounded(sums.redBlue & 0xffffffff));

@@ -137,32 +137,10 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const QRect &
         const unsigned changed = this->changed(column, y);
         if (changed == 0)
             continue;
-        const PixelRows::Ink ink = inkOf(column, y);
         const QPoint at = QPoint(column * side, y) + m_grid.shift();
-        QRgb *to = raster.at(at.x(), at.y());
-        const QRgb *from = pixels(screen, at.x(), at.y());
-        // Where the rectangle begins or ends within a stretch.
-        const auto drawSome = [&](int begin, int end) {
-            const unsigned bit = 1U << begin / stretch;
-            if (begin >= end || (changed & bit) == 0)
-                return;
-            PixelRows::copy(to + begin, from + begin, end - begin);
-            if ((ink.inked & bit) == 0)
-                return;
-            std::array<QRgb, side> row;
-            PixelRows::unpack(row.data(), ink);
-            PixelRows::blend(to + begin, row.data() + begin, end - begin);
-        };
         const int begin = std::max(rect.left() - column * side, 0);
         const int end = std::min(rect.right() + 1 - column * side, side);
-        const int firstWhole = (begin + stretch - 1) / stretch;
-        const int endWhole = end / stretch;
-        if (firstWhole > endWhole) {
-            drawSome(begin, end);
-            continue;
-        }
-        drawSome(begin, firstWhole * stretch);
-        drawSome(endWhole * stretch, end);
-        PixelRows::lay(to, from, ink, changed & ((1U << endWhole) - (1U << firstWhole)));
+        PixelRows::lay(raster.at(at.x(), at.y()), pixels(screen, at.x(), at.y()), inkOf(column, y), changed,
+                       begin, end);
     }
 }

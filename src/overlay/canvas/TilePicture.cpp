@@ -33,10 +33,11 @@ void TilePicture::fade()
 
 void TilePicture::unpack()
 {
-    m_image = QImage(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
-    m_image.fill(Qt::transparent);
+    QImage image(TileGrid::side, TileGrid::side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
     for (int y = 0; m_packed && y < TileGrid::side; ++y)
-        PixelRows::unpack(reinterpret_cast<QRgb *>(m_image.scanLine(y)), ink(y));
+        PixelRows::unpack(reinterpret_cast<QRgb *>(image.scanLine(y)), ink(y));
+    m_image = std::move(image);
     m_packed = false;
     m_ink = {};
 }
@@ -53,7 +54,6 @@ void TilePicture::assumeFull()
 {
     if (m_image.isNull())
         return;
-    m_rows.fill({.inked = 0xffff});
     m_blocks.fill(0xff);
 }
 
@@ -102,28 +102,22 @@ void TilePicture::packRow(int y)
 
 void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part) const
 {
-    if (isNull())
-        return;
     const QRect own = QRect(0, 0, TileGrid::side, TileGrid::side) & part.translated(-upperLeft);
-    std::array<QRgb, TileGrid::side> unpacked;
-    for (int y = own.top(); y <= own.bottom(); ++y) {
-        const unsigned inked = m_rows[std::size_t(y)].inked;
-        if (inked == 0)
-            continue;
+    for (int y = own.top(); !isNull() && y <= own.bottom(); ++y) {
+        QRgb *to = over.at(upperLeft.x(), upperLeft.y() + y);
         if (m_packed)
-            PixelRows::unpack(unpacked.data(), ink(y));
-        const QRgb *line
-            = m_packed ? unpacked.data() : reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
-        forRuns(inked, [&](int first, int end) {
-            const int begin = std::max(first * PixelRows::stretch, own.left());
-            const int count = std::min(end * PixelRows::stretch, own.right() + 1) - begin;
-            if (count <= 0)
-                return;
-            QRgb *to = over.at(upperLeft.x() + begin, upperLeft.y() + y);
-            if (m_opacity == wholly)
-                PixelRows::blend(to, line + begin, count);
-            else
-                PixelRows::blendFaded(to, line + begin, count, m_opacity);
-        });
+            PixelRows::lay(to, to, ink(y), ink(y).inked, own.left(), own.right() + 1);
+        else
+            blendImage(to, y, own.left(), own.right() + 1);
     }
+}
+
+// Nobody has looked where there is anything.
+void TilePicture::blendImage(QRgb *to, int y, int begin, int end) const
+{
+    const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
+    if (m_opacity == wholly)
+        PixelRows::blend(to + begin, line + begin, end - begin);
+    else
+        PixelRows::blendFaded(to + begin, line + begin, end - begin, m_opacity);
 }

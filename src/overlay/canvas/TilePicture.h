@@ -81,6 +81,7 @@ private:
     void fade();
     void unpack();
     void packRow(int y);
+    void blendImage(QRgb *to, int y, int begin, int end) const;
 
     QImage m_image;                   // null once it has been looked at
     std::uint32_t m_opacity = wholly; // that the image is still to get, of 255
