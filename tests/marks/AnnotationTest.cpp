@@ -150,6 +150,30 @@ private slots:
         QVERIFY(std::abs(first.red() - mean) <= 2);
     }
 
+    // Of all of them, however wide it is.
+    void aBlockShowsTheMeanOfItsPixels()
+    {
+        showScreen(1);
+        QRandomGenerator random(9);
+        QImage &screen = Annotation::background;
+        for (int y = 0; y < screen.height(); ++y)
+            for (int x = 0; x < screen.width(); ++x)
+                screen.setPixel(x, y, random.generate());
+        for (int width = 2; width < 2 * Pixelation::blockSide(1); ++width) {
+            const QRect block(13, 21, width, 2 + width * 7 % 17);
+            const auto mean = [&](int (*channel)(QRgb)) {
+                int sum = 0;
+                for (int y = block.top(); y <= block.bottom(); ++y)
+                    for (int x = block.left(); x <= block.right(); ++x)
+                        sum += channel(screen.pixel(x, y));
+                return qRound(double(sum) / (block.width() * block.height()));
+            };
+            Canvas canvas;
+            canvas.draw(mark(Tool::pixelate, {{13, 279}, {13.0 + width, 279.0 - block.height()}}));
+            QCOMPARE(canvas.image().pixel(block.center()), qRgb(mean(qRed), mean(qGreen), mean(qBlue)));
+        }
+    }
+
     // Whoever hides something with a mosaic hides all of it.
     void aMosaicLeavesNoGapsBetweenItsBlocks()
     {
