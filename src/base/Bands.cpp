@@ -181,7 +181,7 @@ QRegion seenOf(const QPainter &painter, const QRegion &exposed)
     return exposed & toSpace.mapRect(QRectF(clip)).toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
-// Fills a transparent picture first, a band at a time.
+// Fills a transparent picture first, one for each band.
 void fillApart(QPainter &painter, const std::vector<QRegion> &bands, const Bands::Fill &fill)
 {
     for (const QRegion &band : bands) {
@@ -216,13 +216,13 @@ std::optional<Lasting> lasting(const QPainter &painter, QBackingStore *window)
     return Lasting{.memory = target->picture.bits, .seen = target->seen};
 }
 
+// At once where pixels are not whole: bands would have seams.
 void blend(QPainter &painter, const QRegion &exposed, const Fill &fill)
 {
     if (const auto target = Target::behind(painter))
         fillThere(*target, exposed, fill, largeToBlend);
     else
-        fillApart(painter, {seenOf(painter, exposed)},
-                  fill); // bands would have seams where pixels are not whole
+        fillApart(painter, {seenOf(painter, exposed)}, fill);
 }
 
 } // namespace Bands

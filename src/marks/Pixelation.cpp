@@ -75,9 +75,11 @@ Sums sumsOf(const QImage &screen, const QRect &block)
     for (int y = block.top(); y <= block.bottom(); y += rowsTogether) {
         const int rows = std::min(rowsTogether, block.bottom() + 1 - y);
         const auto *pixels = reinterpret_cast<const QRgb *>(screen.constScanLine(y)) + block.left();
-        if (block.width() < lanes)
+        if (block.width() < lanes) {
             addNarrow(sums, pixels, toNextRow, rows, block.width());
-        for (int x = 0; block.width() >= lanes && x < block.width(); x += lanes) {
+            continue;
+        }
+        for (int x = 0; x < block.width(); x += lanes) {
             const int from = std::min(x, block.width() - lanes);
             addColumns(sums, pixels + from, toNextRow, rows, x - from);
         }

@@ -33,8 +33,8 @@ public:
     // Looks where anything has been drawn, if that has not been done; nothing is kept
     // where nothing has.
     void measure();
-    // Takes it that there is something everywhere, which is quicker than looking, unless
-    // nothing has been drawn since that was last done.
+    // Takes it that there is something everywhere, which is quicker than looking. Does
+    // nothing where nothing has been drawn since somebody looked.
     void assumeFull();
     void clear() { *this = {}; }
 
