@@ -16,6 +16,7 @@ namespace {
 // The loop over eight pixels that compilers unroll instead of making it vector code.
 using Eight = std::uint32_t __attribute__((vector_size(sizeof(QRgb) * PixelRows::stretch)));
 using Halves = std::uint16_t __attribute__((vector_size(sizeof(Eight))));
+using Bytes = std::uint8_t __attribute__((vector_size(PixelRows::stretch)));
 
 // Always part of its caller, and so compiled for the same processor.
 __attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &above)
@@ -30,12 +31,65 @@ __attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &
               | ((odd + (odd >> 8 & pairs) + halves) & ~pairs));
 }
 
+// Makes each pixel fainter: times its byte / 255.
+__attribute__((always_inline)) inline void fadeBy(Eight &pixels, const std::uint8_t *bytes)
+{
+    using PixelRows::halves;
+    using PixelRows::pairs;
+    Bytes factors;
+    std::memcpy(&factors, bytes, sizeof factors);
+    const Eight factor = __builtin_convertvector(factors, Eight);
+    const auto both = Halves(factor | factor << 16);
+    const auto even = Eight(Halves(pixels & pairs) * both);
+    const auto odd = Eight(Halves(pixels >> 8 & pairs) * both);
+    pixels = ((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
+             | ((odd + (odd >> 8 & pairs) + halves) & ~pairs);
+}
+
 void unpackStretch(QRgb *to, const PixelRows::Ink &ink, PixelRows::Stretches bit)
 {
     if ((ink.plain & bit) != 0)
         std::fill_n(to, PixelRows::stretch, ink.color);
     else
         std::copy_n(ink.of(bit), PixelRows::stretch, to);
+}
+
+// A loop for each kind, because guessing the next one's kind would fail again and again.
+__attribute__((always_inline)) inline void layPiece(QRgb *to, const QRgb *screen, const PixelRows::Ink &ink,
+                                                    PixelRows::Stretches where)
+{
+    using PixelRows::opaque;
+    using PixelRows::stretch;
+    using PixelRows::Stretches;
+    const bool covers = qAlpha(ink.color) == 255;
+    const Eight color = Eight{} + ink.color;
+    const Stretches filled = covers ? where & ink.plain : 0;
+    for (Stretches left = filled; left != 0; left &= left - 1)
+        std::memcpy(to + std::countr_zero(left) * stretch, &color, sizeof color);
+    for (Stretches left = where & ~ink.inked; left != 0; left &= left - 1) {
+        const auto at = std::countr_zero(left) * stretch;
+        Eight pixels;
+        std::memcpy(&pixels, screen + at, sizeof pixels);
+        pixels |= opaque;
+        std::memcpy(to + at, &pixels, sizeof pixels);
+    }
+    for (Stretches left = where & ink.plain & ~filled; left != 0; left &= left - 1) {
+        const auto at = std::countr_zero(left) * stretch;
+        Eight below;
+        std::memcpy(&below, screen + at, sizeof below);
+        Eight above = color;
+        blendOver(below, above);
+        std::memcpy(to + at, &above, sizeof above);
+    }
+    for (Stretches left = where & ink.inked & ~ink.plain; left != 0; left &= left - 1) {
+        const auto at = std::countr_zero(left) * stretch;
+        Eight below;
+        Eight above;
+        std::memcpy(&below, screen + at, sizeof below);
+        std::memcpy(&above, ink.of(left & -left), sizeof above);
+        blendOver(below, above);
+        std::memcpy(to + at, &above, sizeof above);
+    }
 }
 
 // Lays a part of a stretch.
@@ -103,44 +157,41 @@ VELLUMORA_VECTORIZED void blendFaded(QRgb *over, const QRgb *from, int count, st
     }
 }
 
+// Eight pixels at a time, because compilers multiply whole words for the rest.
+VELLUMORA_VECTORIZED void blendCovering(QRgb *over, const QRgb *from, const std::uint8_t *coverage, int count)
+{
+    int i = 0;
+    for (; i + stretch <= count; i += stretch) {
+        Eight below;
+        Eight above;
+        std::memcpy(&below, over + i, sizeof below);
+        std::memcpy(&above, from + i, sizeof above);
+        fadeBy(above, coverage + i);
+        blendOver(below, above);
+        std::memcpy(over + i, &above, sizeof above);
+    }
+    for (; i < count; ++i) {
+        const QRgb above = times(from[i], coverage[i]);
+        over[i] = above + times(over[i], 255U - (above >> 24));
+    }
+}
+
 void unpack(QRgb *row, const Ink &ink)
 {
     for (Stretches left = ink.inked; left != 0; left &= left - 1)
         unpackStretch(row + std::countr_zero(left) * stretch, ink, left & -left);
 }
 
-// A loop for each kind, because guessing the next one's kind would fail again and again.
-VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where)
+void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where)
 {
-    const bool covers = qAlpha(ink.color) == 255;
-    const Eight color = Eight{} + ink.color;
-    const Stretches filled = covers ? where & ink.plain : 0;
-    for (Stretches left = filled; left != 0; left &= left - 1)
-        std::memcpy(to + std::countr_zero(left) * stretch, &color, sizeof color);
-    for (Stretches left = where & ~ink.inked; left != 0; left &= left - 1) {
-        const auto at = std::countr_zero(left) * stretch;
-        Eight pixels;
-        std::memcpy(&pixels, screen + at, sizeof pixels);
-        pixels |= opaque;
-        std::memcpy(to + at, &pixels, sizeof pixels);
-    }
-    for (Stretches left = where & ink.plain & ~filled; left != 0; left &= left - 1) {
-        const auto at = std::countr_zero(left) * stretch;
-        Eight below;
-        std::memcpy(&below, screen + at, sizeof below);
-        Eight above = color;
-        blendOver(below, above);
-        std::memcpy(to + at, &above, sizeof above);
-    }
-    for (Stretches left = where & ink.inked & ~ink.plain; left != 0; left &= left - 1) {
-        const auto at = std::countr_zero(left) * stretch;
-        Eight below;
-        Eight above;
-        std::memcpy(&below, screen + at, sizeof below);
-        std::memcpy(&above, ink.of(left & -left), sizeof above);
-        blendOver(below, above);
-        std::memcpy(to + at, &above, sizeof above);
-    }
+    const Piece whole{.at = 0, .where = where, .ink = ink};
+    lay(to, screen, {&whole, 1});
+}
+
+VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, std::span<const Piece> pieces)
+{
+    for (const Piece &piece : pieces)
+        layPiece(to + piece.at, screen + piece.at, piece.ink, piece.where);
 }
 
 void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where, int begin, int end)

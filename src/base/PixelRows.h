@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <span>
 
 class QImage;
 class QRect;
@@ -38,6 +39,8 @@ void blend(QRgb *over, const QRgb *from, int count);
 void fade(QRgb *pixels, int count, std::uint32_t opacity);
 // Blends premultiplied pixels, made fainter, over what is there.
 void blendFaded(QRgb *over, const QRgb *from, int count, std::uint32_t opacity);
+// Blends opaque pixels over what is there, each as far as it covers it, of 255.
+void blendCovering(QRgb *over, const QRgb *from, const std::uint8_t *coverage, int count);
 // Blends one premultiplied colour over what is there.
 void blend(QRgb *over, QRgb color, int count);
 
@@ -68,6 +71,15 @@ void unpack(QRgb *row, const Ink &ink);
 void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where);
 // Does so from one pixel of the row up to another.
 void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where, int begin, int end);
+
+// A piece of a row that begins at that pixel.
+struct Piece {
+    int at;
+    Stretches where;
+    Ink ink;
+};
+// Lays all pieces of a row.
+void lay(QRgb *to, const QRgb *screen, std::span<const Piece> pieces);
 
 // Returns a copy of that part of a screen's picture, which must have 32 bits a pixel;
 // null when the picture does not cover the part.

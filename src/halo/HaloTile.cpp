@@ -75,6 +75,7 @@ void HaloTile::paint(QPainter &painter, const QRect &part, const HaloColors::Tab
             auto *line = reinterpret_cast<QRgb *>(strip.scanLine(y));
             const auto width = static_cast<std::size_t>(shown.width());
             lookUp(line, indexOf(shown.left(), top + y), width, colors);
+            cover(line, indexOf(shown.left(), top + y), width);
             if (!ground.empty())
                 addGround(line, indexOf(shown.left(), top + y), width);
         }
@@ -90,16 +91,22 @@ void HaloTile::blend(const Raster &raster, const QRect &part, QPoint way,
     for (int y = own.top(); y <= own.bottom(); ++y)
         for (int x = own.left(); x <= own.right(); x += int(line.size())) {
             const int count = std::min(int(line.size()), own.right() + 1 - x);
-            lookUp(line.data(), indexOf(x, y), std::size_t(count), colors);
-            PixelRows::blend(raster.at(x + way.x(), y + way.y()), line.data(), count);
+            const std::size_t from = indexOf(x, y);
+            lookUp(line.data(), from, std::size_t(count), colors);
+            PixelRows::blendCovering(raster.at(x + way.x(), y + way.y()), line.data(), &coverage[from],
+                                     count);
         }
 }
 
-// One thing at a time, so that all but the first becomes vector code.
+// By itself, so that what is done with the colours becomes vector code.
 void HaloTile::lookUp(QRgb *line, std::size_t from, std::size_t count, const HaloColors::Table &colors) const
 {
     for (std::size_t i = 0; i < count; ++i)
         line[i] = colors[direction[from + i]];
+}
+
+void HaloTile::cover(QRgb *line, std::size_t from, std::size_t count) const
+{
     for (std::size_t i = 0; i < count; ++i)
         line[i] = PixelRows::times(line[i], coverage[from + i]);
 }

@@ -43,5 +43,6 @@ struct HaloTile {
 
 private:
     void lookUp(QRgb *line, std::size_t from, std::size_t count, const HaloColors::Table &colors) const;
+    void cover(QRgb *line, std::size_t from, std::size_t count) const;
     void addGround(QRgb *line, std::size_t from, std::size_t count) const;
 };

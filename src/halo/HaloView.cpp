@@ -234,7 +234,7 @@ void HaloView::draw(QPainter &painter, const QRegion &exposed)
 
 void HaloView::tint(const Raster &raster, const QRegion &pixels) const
 {
-    if (!m_band)
+    if (!m_band || pixels.isEmpty())
         return;
     QRegion open = pixels & m_band->area(screen());
     if (const auto way = m_tilesOf ? m_band->shape().wayFrom(*m_tilesOf) : std::nullopt)

@@ -1,6 +1,7 @@
 #include "overlay/canvas/MovedInk.h"
 
 #include "base/Raster.h"
+#include "base/Vectorized.h"
 #include "overlay/canvas/TilePicture.h"
 
 #include <QImage>
@@ -24,6 +25,43 @@ const QRgb *pixels(const QImage &screen, int x, int y)
 // Where the row of tiles ends on which a row of pixels lies, and which of theirs it is.
 int tileEnd(int y) { return (TileGrid::quotient(y, side) + 1) * side; }
 int rowWithin(int y) { return y - TileGrid::quotient(y, side) * side; }
+
+// Which of a tile's columns of pixels a rectangle holds: from one up to another.
+std::pair<int, int> within(const QRect &rect, int tileColumn)
+{
+    return {std::max(rect.left() - tileColumn * side, 0),
+            std::min(rect.right() + 1 - tileColumn * side, side)};
+}
+
+std::uint32_t bitsBelow(int bit) { return (1U << bit) - 1; }
+
+// Some rows of a tile, or of none.
+struct TileRows {
+    TileRows(const TilePicture *tile, int y, QRgb plainColor)
+        : inked((tile ? tile->inked() : none).data() + rowWithin(y))
+        , plain((tile && tile->color() == plainColor ? tile->plain() : none).data() + rowWithin(y))
+    {}
+
+    static constexpr TilePicture::Rows none{};
+    const std::uint16_t *inked;
+    const std::uint16_t *plain;
+};
+
+// What is on a stretch now was on one or on two before, so far to the right of where the
+// left one of two tiles begins: those of both are laid in a row and moved. Where both are
+// of one colour, nothing changes.
+VELLUMORA_VECTORIZED void compare(std::uint16_t *changed, int rows, const TileRows &now, const TileRows &left,
+                                  const TileRows &right, int stretchesRight, int alsoNext)
+{
+    constexpr int bits = TilePicture::stretches;
+    for (int i = 0; i < rows; ++i) {
+        std::uint32_t inked = (left.inked[i] | std::uint32_t(right.inked[i]) << bits) >> stretchesRight;
+        std::uint32_t plain = (left.plain[i] | std::uint32_t(right.plain[i]) << bits) >> stretchesRight;
+        inked |= inked >> alsoNext;
+        plain &= plain >> alsoNext;
+        changed[i] = static_cast<std::uint16_t>((now.inked[i] | inked) & ~(now.plain[i] & plain));
+    }
+}
 
 } // namespace
 
@@ -50,31 +88,25 @@ void MovedInk::add(TileGrid::Cell cell, const TilePicture &picture)
 void MovedInk::draw(const Raster &raster, const QImage &screen, const QRegion &where)
 {
     compareAll();
-    for (const QRect &shown : where) {
-        const QRect rect = shown.translated(-m_grid.shift());
-        for (int y = rect.top(); y <= rect.bottom(); ++y)
-            drawRow(raster, screen, rect, y);
+    const QRegion own = where.translated(-m_grid.shift());
+    for (auto first = own.begin(); first != own.end();) {
+        const auto last
+            = std::find_if(first, own.end(), [&](const QRect &rect) { return rect.top() != first->top(); });
+        const Strip strip = stripOf({first, last});
+        for (int y = first->top(); y <= first->bottom(); ++y)
+            drawRow(raster, screen, strip, y);
+        first = last;
     }
 }
 
-const TilePicture *MovedInk::tileOf(int column, int y) const
+std::size_t MovedInk::tileAt(int column, int y) const
 {
-    if (column > m_last.second)
-        return nullptr;
-    return m_tiles[std::size_t((TileGrid::quotient(y, side) - m_first.first) * m_across + column
-                               - m_first.second)];
+    return std::size_t((TileGrid::quotient(y, side) - m_first.first) * m_across + column - m_first.second);
 }
 
-PixelRows::Ink MovedInk::inkOf(int column, int y) const
+std::size_t MovedInk::changedAt(int column, int y) const
 {
-    const TilePicture *tile = tileOf(column, y);
-    return tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
-}
-
-MovedInk::Changed &MovedInk::changed(int column, int y)
-{
-    const auto &[low, high] = m_own;
-    return m_changed[std::size_t((y - m_part.top()) * (high.second - low.second + 1) + column - low.second)];
+    return std::size_t((column - m_own.first.second) * m_part.height() + y - m_part.top());
 }
 
 // A tile at a time, because most have never been drawn on.
@@ -85,9 +117,9 @@ void MovedInk::compareAll()
     for (int column = low.second; column <= high.second; ++column)
         for (int y = m_part.top(), end = y; y <= m_part.bottom(); y = end) {
             end = std::min({tileEnd(y), tileEnd(y + m_way.y()) - m_way.y(), m_part.bottom() + 1});
-            Tiles tiles{tileOf(column, y)};
-            for (int i = 0; i < tilesThere; ++i)
-                tiles.before[std::size_t(i)] = tileOf(column + tilesBack + i, y + m_way.y());
+            Tiles tiles{m_tiles[tileAt(column, y)]};
+            for (int i = 0; i < tilesThere && column + tilesBack + i <= m_last.second; ++i)
+                tiles.before[std::size_t(i)] = m_tiles[tileAt(column + tilesBack + i, y + m_way.y())];
             if (tiles.now || std::ranges::any_of(tiles.before, std::identity()))
                 compareRows(tiles, column, y, end);
         }
@@ -95,51 +127,63 @@ void MovedInk::compareAll()
 
 void MovedInk::compareRows(const Tiles &tiles, int column, int top, int end)
 {
-    const auto rowOf = [](const TilePicture *tile, int y) {
-        const PixelRows::Ink ink = tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
-        return TileRow{.inked = ink.inked, .plain = ink.plain, .color = ink.color};
-    };
-    for (int y = top; y < end; ++y) {
-        std::array<TileRow, tilesThere> before;
-        for (int i = 0; i < tilesThere; ++i)
-            before[std::size_t(i)] = rowOf(tiles.before[std::size_t(i)], y + m_way.y());
-        changed(column, y) = compare(rowOf(tiles.now, y), before);
-    }
-}
-
-// What is on a stretch now was on one or on two before: those of two tiles are laid in
-// a row and moved. Where both are of one colour, nothing changes.
-MovedInk::Changed MovedInk::compare(const TileRow &now, const std::array<TileRow, tilesThere> &before) const
-{
-    constexpr int bits = TilePicture::stretches;
+    const QRgb color = tiles.now ? tiles.now->color() : 0;
     const int back = TileGrid::quotient(m_way.x(), stretch);
-    const int within = back - TileGrid::quotient(back, bits) * bits;
-    Bits inked = 0;
-    Bits plain = 0;
-    for (const TileRow &row : before | std::views::reverse) {
-        inked = inked << bits | row.inked;
-        plain = plain << bits | (row.color == now.color ? row.plain : 0);
-    }
-    inked >>= within;
-    plain >>= within;
-    if (m_way.x() != back * stretch) {
-        inked |= inked >> 1;
-        plain &= plain >> 1;
-    }
-    return static_cast<Changed>((now.inked | inked) & ~(now.plain & plain));
+    compare(&m_changed[changedAt(column, top)], end - top, TileRows(tiles.now, top, color),
+            TileRows(tiles.before[0], top + m_way.y(), color),
+            TileRows(tiles.before[1], top + m_way.y(), color),
+            back - TileGrid::quotient(back, TilePicture::stretches) * TilePicture::stretches,
+            m_way.x() != back * stretch);
 }
 
-void MovedInk::drawRow(const Raster &raster, const QImage &screen, const QRect &rect, int y)
+// Most stretches are wholly in one rectangle, which is seen once for all their rows.
+MovedInk::Strip MovedInk::stripOf(std::span<const QRect> rects) const
 {
-    for (int column = TileGrid::quotient(rect.left(), side); column <= TileGrid::quotient(rect.right(), side);
-         ++column) {
-        const unsigned changed = this->changed(column, y);
-        if (changed == 0)
-            continue;
-        const QPoint at = QPoint(column * side, y) + m_grid.shift();
-        const int begin = std::max(rect.left() - column * side, 0);
-        const int end = std::min(rect.right() + 1 - column * side, side);
-        PixelRows::lay(raster.at(at.x(), at.y()), pixels(screen, at.x(), at.y()), inkOf(column, y), changed,
-                       begin, end);
+    const auto &[low, high] = m_own;
+    Strip strip{rects, std::vector<Parts>(std::size_t(high.second - low.second + 1))};
+    for (const QRect &rect : rects)
+        for (int column = TileGrid::quotient(rect.left(), side);
+             column <= TileGrid::quotient(rect.right(), side); ++column) {
+            Parts &parts = strip.parts[std::size_t(column - low.second)];
+            const auto [begin, end] = within(rect, column);
+            const Bits inside = bitsBelow(end / stretch) & ~bitsBelow((begin + stretch - 1) / stretch);
+            parts.whole |= inside;
+            parts.cut |= bitsBelow((end + stretch - 1) / stretch) & ~bitsBelow(begin / stretch) & ~inside;
+        }
+    return strip;
+}
+
+void MovedInk::drawRow(const Raster &raster, const QImage &screen, const Strip &strip, int y)
+{
+    const int first = m_own.first.second;
+    const QPoint corner = QPoint(first * side, y) + m_grid.shift();
+    QRgb *const to = raster.at(corner.x(), corner.y());
+    const QRgb *const from = pixels(screen, corner.x(), corner.y());
+    const TilePicture *const *tiles = &m_tiles[tileAt(first, y)];
+    const Changed *changed = &m_changed[changedAt(first, y)];
+    const auto inkOf = [&](int column) {
+        const TilePicture *tile = tiles[column];
+        return tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
+    };
+    m_pieces.clear();
+    Bits cut = 0;
+    for (int column = 0; const Parts &parts : strip.parts) {
+        if (const Bits whole = *changed & parts.whole; whole != 0)
+            m_pieces.push_back({.at = column * side, .where = whole, .ink = inkOf(column)});
+        cut |= *changed & parts.cut;
+        changed += m_part.height();
+        ++column;
     }
+    PixelRows::lay(to, from, m_pieces);
+    if (cut != 0)
+        for (const QRect &rect : strip.rects)
+            for (int column = TileGrid::quotient(rect.left(), side);
+                 column <= TileGrid::quotient(rect.right(), side); ++column) {
+                const auto [begin, end] = within(rect, column);
+                if (const Bits part
+                    = m_changed[changedAt(column, y)] & strip.parts[std::size_t(column - first)].cut;
+                    part != 0)
+                    PixelRows::lay(to + (column - first) * side, from + (column - first) * side,
+                                   inkOf(column - first), part, begin, end);
+            }
 }

@@ -6,10 +6,10 @@
 #include <QPoint>
 #include <QRect>
 #include <QRegion>
-#include <QRgb>
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -39,11 +39,6 @@ private:
     // The stretches of one row of a tile, a bit each as PixelRows has it; those of two
     // tiles side by side have room.
     using Bits = std::uint32_t;
-    struct TileRow {
-        Bits inked = 0;
-        Bits plain = 0;
-        QRgb color = 0;
-    };
     using Changed = std::uint16_t; // the same stretches, where the screen is to be written
     // The tile on a place, and those that were there; null where nothing is drawn.
     static constexpr int tilesThere = 2;
@@ -51,14 +46,23 @@ private:
         const TilePicture *now = nullptr;
         std::array<const TilePicture *, tilesThere> before{};
     };
+    // The stretches of a tile that rectangles hold wholly, and those that one cuts.
+    struct Parts {
+        Bits whole = 0;
+        Bits cut = 0;
+    };
+    // Rectangles side by side and what they hold of each tile from the first column.
+    struct Strip {
+        std::span<const QRect> rects;
+        std::vector<Parts> parts;
+    };
 
-    [[nodiscard]] const TilePicture *tileOf(int column, int y) const;
-    [[nodiscard]] PixelRows::Ink inkOf(int column, int y) const;
-    [[nodiscard]] Changed &changed(int column, int y);
+    [[nodiscard]] std::size_t tileAt(int column, int y) const;
+    [[nodiscard]] std::size_t changedAt(int column, int y) const;
     void compareAll();
     void compareRows(const Tiles &tiles, int column, int top, int end);
-    [[nodiscard]] Changed compare(const TileRow &now, const std::array<TileRow, tilesThere> &before) const;
-    void drawRow(const Raster &raster, const QImage &screen, const QRect &rect, int y);
+    [[nodiscard]] Strip stripOf(std::span<const QRect> rects) const;
+    void drawRow(const Raster &raster, const QImage &screen, const Strip &strip, int y);
 
     const TileGrid &m_grid;
     const QRect m_part; // of the plane that the grid cuts
@@ -68,5 +72,6 @@ private:
     TileGrid::Cell m_last;
     int m_across;                             // how many tiles from the first to the last column
     std::vector<const TilePicture *> m_tiles; // row by row from the first
-    std::vector<Changed> m_changed;           // of the tiles on the part, pixel row by pixel row
+    std::vector<Changed> m_changed;           // of the tiles on the part, column by column
+    std::vector<PixelRows::Piece> m_pieces;   // of the row being drawn
 };

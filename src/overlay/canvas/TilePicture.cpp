@@ -77,7 +77,9 @@ void TilePicture::measure()
 void TilePicture::packRow(int y)
 {
     const auto *line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
-    Row row{.first = static_cast<std::uint16_t>(m_ink.size() / PixelRows::stretch)};
+    const auto row = std::size_t(y);
+    m_inked[row] = m_plain[row] = 0;
+    m_first[row] = static_cast<std::uint16_t>(m_ink.size() / PixelRows::stretch);
     for (int bit = 0; bit < stretches; ++bit, line += PixelRows::stretch) {
         QRgb any = 0;
         QRgb other = 0;
@@ -87,17 +89,16 @@ void TilePicture::packRow(int y)
         }
         if (any == 0)
             continue;
-        row.inked |= static_cast<std::uint16_t>(1U << bit);
+        m_inked[row] |= static_cast<std::uint16_t>(1U << bit);
         m_blocks[std::size_t(y / blockSide)]
             |= static_cast<std::uint8_t>(1U << bit * PixelRows::stretch / blockSide);
         if (other == 0 && m_color == 0)
             m_color = line[0];
         if (other == 0 && m_color == line[0])
-            row.plain |= static_cast<std::uint16_t>(1U << bit);
+            m_plain[row] |= static_cast<std::uint16_t>(1U << bit);
         else
             m_ink.insert(m_ink.end(), line, line + PixelRows::stretch);
     }
-    m_rows[std::size_t(y)] = row;
 }
 
 void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part) const

@@ -45,29 +45,30 @@ public:
         forRuns(m_blocks[std::size_t(blockRow)],
                 [&](int first, int end) { doWith(first * blockSide, end * blockSide); });
     }
-    // Returns what is drawn on a row, which stays valid until something else is. It must
-    // have been looked at.
+    // What follows must have been looked at, and stays valid until something else is drawn.
+
+    // Returns what is drawn on a row.
     [[nodiscard]] PixelRows::Ink ink(int y) const
     {
         Q_ASSERT(m_image.isNull());
-        const Row &row = m_rows[std::size_t(y)];
-        return {.pixels = m_ink.data() + row.first * PixelRows::stretch,
-                .inked = row.inked,
-                .plain = row.plain,
+        const auto row = std::size_t(y);
+        return {.pixels = m_ink.data() + m_first[row] * PixelRows::stretch,
+                .inked = m_inked[row],
+                .plain = m_plain[row],
                 .color = m_color};
     }
+    // Of each row a bit a stretch, the leftmost lowest.
+    using Rows = std::array<std::uint16_t, TileGrid::side>;
+    // Returns where there is anything, and where nothing but the plain colour.
+    [[nodiscard]] const Rows &inked() const { return m_inked; }
+    [[nodiscard]] const Rows &plain() const { return m_plain; }
+    [[nodiscard]] QRgb color() const { return m_color; }
     // Blends the picture over a part of what is there, both in device pixels of the
     // screen. The upper left corner is where the tile lies.
     void blend(const Raster &over, QPoint upperLeft, const QRect &part) const;
 
 private:
     static constexpr std::uint32_t wholly = 255;
-
-    struct Row {
-        std::uint16_t inked = 0; // a bit a stretch, the leftmost lowest
-        std::uint16_t plain = 0; // those that are nothing but m_color
-        std::uint16_t first = 0; // which stretch of m_ink is its first
-    };
 
     static void forRuns(unsigned bits, const auto &doWith)
     {
@@ -87,7 +88,9 @@ private:
     std::uint32_t m_opacity = wholly; // that the image is still to get, of 255
     bool m_packed = false;
     std::vector<QRgb> m_ink; // stretch by stretch: those with ink that are not plain, row by row
-    std::array<Row, TileGrid::side> m_rows{};
-    std::array<std::uint8_t, blocks> m_blocks{}; // a bit a block, the leftmost lowest
-    QRgb m_color = 0;                            // premultiplied; 0 while no stretch is plain
+    Rows m_inked{};
+    Rows m_plain{};
+    std::array<std::uint16_t, TileGrid::side> m_first{}; // which stretch of m_ink is a row's first
+    std::array<std::uint8_t, blocks> m_blocks{};         // a bit a block, the leftmost lowest
+    QRgb m_color = 0;                                    // premultiplied; 0 while no stretch is plain
 };
