@@ -221,5 +221,5 @@ void OverlayView::saySize()
 void OverlayView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    m_canvas.paint(painter, event->region(), m_eyedropper.pickPoint());
+    m_canvas.paint(painter, event->region(), m_eyedropper.pickPoint(), m_bars.bar());
 }

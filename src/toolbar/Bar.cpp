@@ -96,6 +96,12 @@ double Bar::alpha() const { return m_effect->alpha(); }
 
 void Bar::setAlpha(double alpha) { m_effect->setAlpha(alpha); }
 
+QRect Bar::pictured(double scale) const { return isVisible() ? m_effect->pictured(pos(), scale) : QRect(); }
+
+void Bar::blend(const Raster &raster, const QRegion &part) const { m_effect->blend(raster, part, pos()); }
+
+void Bar::leaveOut(const QRegion &part) { m_effect->leaveOut(part, pos()); }
+
 void Bar::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);

@@ -7,6 +7,7 @@
 
 class BarButton;
 class BarEffect;
+class Raster;
 
 // Holds buttons in a row or a column on a dark, floating panel that is just as
 // large as they need. Its owner decides where it is.
@@ -30,6 +31,15 @@ public:
     // Returns the opacity of the whole bar, including its shadow, from 0 to 1.
     [[nodiscard]] double alpha() const;
     void setAlpha(double alpha);
+
+    // Returns where bar and shadow show, in device pixels of the parent at so many a point;
+    // empty while there is no picture of them that lies on whole ones.
+    [[nodiscard]] QRect pictured(double scale) const;
+    // Blends a part of that over what has just been painted beneath, while it is at hand.
+    // Several threads may call this at once.
+    void blend(const Raster &raster, const QRegion &part) const;
+    // Notes that so much of what is painted next has been blended already.
+    void leaveOut(const QRegion &part);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

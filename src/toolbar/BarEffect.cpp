@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -20,6 +21,7 @@ constexpr double blur = 20;          // points, the standard deviation
 constexpr double fall = 10;          // points downwards
 constexpr double reach = 2.5 * blur; // beyond, the shadow is less than one shade of 255
 constexpr double opacity = 0.55;
+constexpr QPointF pictureFromBar{-reach, fall - reach}; // their upper left corners
 
 // How much of a blurred bar of that length covers each pixel, along one axis. A
 // blurred rectangle is the product of two of these; corners that are rounder
@@ -70,30 +72,52 @@ void BarEffect::draw(QPainter *painter)
     if (!m_keeps || m_whole.isNull() || m_whole.devicePixelRatio() != scale)
         m_whole = whole(bar.size(), scale);
     const Painting::Saved saved(*painter);
-    painter->translate(bar.topLeft() + QPointF{-reach, fall - reach});
+    painter->translate(bar.topLeft() + pictureFromBar);
     painter->scale(1 / scale, 1 / scale); // from here on in pixels
-    Bands::blend(*painter, m_whole.rect(), [this](const Raster &raster, const QRegion &band) {
+    const QRegion left = QRegion(m_whole.rect()) - std::exchange(m_leftOut, {});
+    Bands::blend(*painter, left, [this](const Raster &raster, const QRegion &band) {
         for (const QRect &rect : band)
-            blendOn(raster, rect);
+            blendRows(raster, rect, {});
     });
 }
 
-void BarEffect::blendOn(const Raster &raster, const QRect &rect) const
+QRect BarEffect::pictured(QPoint bar, double scale) const
+{
+    const QPointF corner = (QPointF(bar) + pictureFromBar) * scale;
+    const bool lies
+        = m_keeps && !m_whole.isNull() && m_whole.devicePixelRatio() == scale && corner == corner.toPoint();
+    return lies ? QRect(corner.toPoint(), m_whole.size()) : QRect();
+}
+
+void BarEffect::blend(const Raster &raster, const QRegion &part, QPoint bar) const
+{
+    for (const QRect &rect : part)
+        blendRows(raster, rect, cornerOf(bar));
+}
+
+void BarEffect::leaveOut(const QRegion &part, QPoint bar) { m_leftOut = part.translated(-cornerOf(bar)); }
+
+QPoint BarEffect::cornerOf(QPoint bar) const { return pictured(bar, m_whole.devicePixelRatio()).topLeft(); }
+
+// The part is counted as the raster is, in which the picture has that corner.
+void BarEffect::blendRows(const Raster &raster, const QRect &part, QPoint corner) const
 {
     constexpr std::uint32_t wholly = 255;
     const auto opacity = static_cast<std::uint32_t>(std::lround(m_alpha * wholly));
-    const auto row
-        = [&](int y) { return reinterpret_cast<const QRgb *>(m_whole.constScanLine(y)) + rect.left(); };
-    const auto fetch = [&](int y) {
-        Prefetch::toWrite(raster.at(rect.left(), y), rect.width());
-        Prefetch::toRead(row(y), rect.width());
+    const auto row = [&](int y) {
+        return reinterpret_cast<const QRgb *>(m_whole.constScanLine(y - corner.y())) + part.left()
+               - corner.x();
     };
-    Prefetch::forRows(rect.top(), rect.bottom(), fetch, [&](int y) {
-        QRgb *to = raster.at(rect.left(), y);
+    const auto fetch = [&](int y) {
+        Prefetch::toWrite(raster.at(part.left(), y), part.width());
+        Prefetch::toRead(row(y), part.width());
+    };
+    Prefetch::forRows(part.top(), part.bottom(), fetch, [&](int y) {
+        QRgb *to = raster.at(part.left(), y);
         if (opacity == wholly)
-            PixelRows::blend(to, row(y), rect.width());
+            PixelRows::blend(to, row(y), part.width());
         else
-            PixelRows::blendFaded(to, row(y), rect.width(), opacity);
+            PixelRows::blendFaded(to, row(y), part.width(), opacity);
     });
 }
 
@@ -103,7 +127,7 @@ QImage BarEffect::whole(QSizeF bar, double scale)
     QPainter painter(&image);
     QPoint offset;
     const QPixmap buttons = sourcePixmap(Qt::LogicalCoordinates, &offset, NoPad);
-    painter.drawPixmap(QPointF{reach, reach - fall}, buttons);
+    painter.drawPixmap(-pictureFromBar, buttons);
     return image;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QGraphicsEffect>
 #include <QImage>
+#include <QRegion>
 
 class Raster;
 
@@ -24,6 +25,15 @@ public:
     // each time.
     void keepNothing() { m_keeps = false; }
 
+    // Returns where the picture lies, in device pixels of the bar's parent at so many a
+    // point; empty while none is kept, or when it would not lie on whole ones.
+    [[nodiscard]] QRect pictured(QPoint bar, double scale) const;
+    // Blends a part of the picture over what is there, both in those pixels. Several
+    // threads may call this at once.
+    void blend(const Raster &raster, const QRegion &part, QPoint bar) const;
+    // Leaves that part out when the bar is painted the next time.
+    void leaveOut(const QRegion &part, QPoint bar);
+
     [[nodiscard]] QRectF boundingRectFor(const QRectF &bar) const override;
 
 protected:
@@ -32,11 +42,13 @@ protected:
 private:
     [[nodiscard]] const QImage &shadow(QSizeF bar, double scale);
     [[nodiscard]] QImage whole(QSizeF bar, double scale);
-    void blendOn(const Raster &raster, const QRect &rect) const;
+    void blendRows(const Raster &raster, const QRect &part, QPoint corner) const;
+    [[nodiscard]] QPoint cornerOf(QPoint bar) const;
 
     double m_alpha = 1;
     bool m_keeps = true;
     QImage m_whole;  // null when it has to be made anew
     QImage m_shadow; // for the last size and scale
     QSizeF m_shadowOf;
+    QRegion m_leftOut; // of the next painting, in pixels of the picture
 };

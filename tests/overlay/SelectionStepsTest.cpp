@@ -168,6 +168,26 @@ private slots:
         QVERIFY(editor.isMarked({318, 220}));
         QVERIFY(!editor.isMarked({308, 300})); // there the line goes
     }
+
+    // In the window it is blended together with what lies beneath, elsewhere by itself.
+    void theBarShowsOnceHoweverItIsPainted_data() { scales(); }
+    void theBarShowsOnceHoweverItIsPainted()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        const QSizeF points = editor.shot.pointSize;
+        for (const double margin : {150.0, 12.0}) { // below the selection, and within it over a handle
+            editor.view->discardSelection();
+            editor.mouse->drag({margin, margin}, {points.width() - margin, points.height() - margin});
+            editor.mouse->press({300, 300});
+            for (const QPointF to : {QPointF(302, 301), QPointF(298, 299), QPointF(299, 300)}) {
+                editor.mouse->move(to);
+                QCOMPARE(differing(editor.shown(), editor.view->grab().toImage()), 0);
+            }
+            editor.mouse->release({299, 300});
+        }
+    }
 };
 
 QTEST_MAIN(SelectionStepsTest)

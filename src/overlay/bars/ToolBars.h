@@ -45,6 +45,7 @@ public:
     void closePalette();
 
     [[nodiscard]] bool barShows() const;
+    [[nodiscard]] Bar &bar() { return *m_bar; }
 
 private:
     struct Words {

@@ -7,6 +7,7 @@
 #include "marks/MarkFootprint.h"
 #include "overlay/canvas/Loupe.h"
 #include "overlay/canvas/Rendering.h"
+#include "toolbar/Bar.h"
 
 #include <QGraphicsEffect>
 #include <QPainter>
@@ -123,7 +124,7 @@ QRegion Canvas::followMarks()
     if (away)
         inHand.push_back(std::make_shared<Annotation>(*m_state.gripped()));
     const MarksLayer::Change change = m_marks.follow(marks);
-    m_standing.lose(change.drawn + change.mosaics);
+    m_standing.lose(change.drawn);
     if (!change.drawn.isEmpty() && m_standing.shift() != m_marks.shift())
         m_standing.loseAll(); // what has gone still shows somewhere else
     return change.all() + m_inHand.follow(inHand).all();
@@ -162,19 +163,19 @@ void Canvas::showCopied()
     QTimer::singleShot(copiedShows, &m_widget, [this] { refresh(); });
 }
 
-void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked)
+void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked, Bar &bar)
 {
     if (isWhole(exposed)) // perhaps of a window whose memory is another
         m_standing.loseAll();
     const QRegion uncovered = m_space.pixelsOf(exposed - m_halo.covered());
     if (!uncovered.isEmpty()) // it is while the glow only turns
-        drawScreen(painter, uncovered, picked ? QRegion() : bare());
+        drawScreen(painter, uncovered, picked ? QRegion() : bare(), bar);
     m_halo.drawCovered(painter, exposed);
     painter.setTransform(m_space.upwards(), true);
     if (m_state.selection)
         drawInHand(painter, exposed);
     m_gripFrame.draw(painter);
-    Chrome::draw(painter, scene(), m_space.fromWidget(QRectF(exposed.boundingRect())));
+    Chrome::draw(painter, scene(), exposed);
     if (picked)
         Loupe::draw(painter, m_shot, *picked);
     if (m_edges && m_state.selection)
@@ -189,12 +190,12 @@ bool Canvas::isWhole(const QRegion &exposed) const
 }
 
 // The frozen screen and the finished marks, which never show outside the selection.
-void Canvas::drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare)
+void Canvas::drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare, Bar &bar)
 {
     const Painting::Saved saved(painter);
     painter.scale(1 / m_shot.scale, 1 / m_shot.scale); // from here on in pixels
     if (m_state.selection)
-        drawSelected(painter, exposed);
+        drawSelected(painter, exposed, bar);
     else
         Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
             m_backdrop.fill(raster, {}, band);
@@ -203,7 +204,7 @@ void Canvas::drawScreen(QPainter &painter, const QRegion &exposed, const QRegion
     m_standing.painted(painter, exposed, bare, m_marks.shift());
 }
 
-void Canvas::drawSelected(QPainter &painter, const QRegion &exposed)
+void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
 {
     const QRect selected = m_space.toNearestPixels(*m_state.selection);
     const std::optional<Tessera> mosaic = mosaicInHand();
@@ -213,9 +214,10 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed)
     hidden &= selected;
     m_marks.prepare(exposed & selected);
     m_inHand.prepare(exposed & selected);
-    const QRegion standing = m_standing.on(painter) & selected & m_shot.image.rect();
+    const QRegion standing = (m_standing.on(painter) & selected & m_shot.image.rect()) - hidden;
     const QPoint way = m_marks.shift() - m_standing.shift();
     const Chrome::Scene now = scene();
+    const QRegion barred = exposed & openTo(bar, painter);
     Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
         // Regions of many rectangles are quick to cut by one, and slow by each other.
         const QRect box = band.boundingRect();
@@ -232,7 +234,18 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed)
         if (mosaic)
             for (const QRect &rect : band &selected)
                 mosaic->mosaic.fill(raster, mosaic->place, rect);
+        bar.blend(raster, band & barred);
     });
+    bar.leaveOut(barred);
+}
+
+// Where nothing that is still to be painted comes between what the bands hold and the bar.
+// Only in the window, where the bar is sure to be painted next.
+QRegion Canvas::openTo(const Bar &bar, const QPainter &painter) const
+{
+    if (busy() || !Bands::lasting(painter, m_widget.backingStore()))
+        return {};
+    return QRegion(bar.pictured(m_shot.scale)) - m_space.pixelsOf(framed());
 }
 
 void Canvas::paintedOver(const QWidget &child) { m_standing.lose(m_space.pixelsOf(reachOf(child))); }
@@ -240,17 +253,22 @@ void Canvas::paintedOver(const QWidget &child) { m_standing.lose(m_space.pixelsO
 // Whether something is painted over the finished marks that comes and goes.
 bool Canvas::busy() const { return m_state.current || m_state.grip || m_fade.running() || m_edges; }
 
-// Where nothing is painted over the screen and the finished marks, in device pixels.
+// What the frame and the badges touch, in widget points.
+QRegion Canvas::framed() const
+{
+    return Chrome::footprint(scene(), m_space) + m_space.around(Chrome::productBadge(m_state.bounds), 1);
+}
+
+// Where nothing shows but the screen and the drawn marks, in device pixels.
 QRegion Canvas::bare() const
 {
     if (!m_state.selection || busy())
         return {};
-    QRegion over
-        = Chrome::footprint(scene(), m_space) + m_space.around(Chrome::productBadge(m_state.bounds), 1);
+    QRegion over = framed();
     for (const QObject *object : m_widget.children())
         if (const auto *child = qobject_cast<const QWidget *>(object); child && child->isVisible())
             over += reachOf(*child);
-    return QRegion(m_space.toNearestPixels(*m_state.selection)) - m_space.pixelsOf(over);
+    return QRegion(m_space.toNearestPixels(*m_state.selection)) - m_space.pixelsOf(over) - m_marks.covered();
 }
 
 // It has no soft edges, and may be large: several threads write it.

@@ -17,6 +17,7 @@
 #include <functional>
 #include <optional>
 
+class Bar;
 class QPainter;
 class QWidget;
 struct EditorState;
@@ -34,8 +35,9 @@ public:
     Q_DISABLE_COPY_MOVE(Canvas)
 
     // Paints that part of the widget (widget points), with the loupe over the point
-    // that is being picked, if one is.
-    void paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked);
+    // that is being picked, if one is. Of the bar, which is painted next, it blends what
+    // it can.
+    void paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked, Bar &bar);
     // Returns the selection as it is copied, without any chrome; absent when there is
     // none or it is too small.
     [[nodiscard]] std::optional<QImage> render();
@@ -72,11 +74,13 @@ public:
 
 private:
     void endStaleFade();
-    void drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare);
-    void drawSelected(QPainter &painter, const QRegion &exposed);
+    void drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare, Bar &bar);
+    void drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar);
+    [[nodiscard]] QRegion openTo(const Bar &bar, const QPainter &painter) const;
     [[nodiscard]] bool busy() const;
     [[nodiscard]] bool isWhole(const QRegion &exposed) const;
     [[nodiscard]] QRegion bare() const;
+    [[nodiscard]] QRegion framed() const;
     void drawInHand(QPainter &painter, const QRegion &exposed);
     [[nodiscard]] AnnotationPtr lifted() const;
     [[nodiscard]] QRegion followMarks();

@@ -159,7 +159,9 @@ void drawBrand(QPainter &painter, const QRectF &bounds)
     Painting::drawText(painter, at + QPointF{Painting::sizeOf(name).width(), baseline}, maker);
 }
 
-void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRectF &exposed)
+QRect spill(const QRectF &rect, const ViewSpace &space) { return space.around(rect, antialiasing); }
+
+void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRegion &exposed)
 {
     const QRectF &selection = *scene.state.selection;
     if (!scene.outlined)
@@ -167,11 +169,9 @@ void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QR
     if (!scene.haloShows)
         DashedFrame::draw(painter, grown(selection, 0.5), Theme::selectionBorder);
     drawHandles(painter, scene);
-    if (sizeBadgeOf(scene).intersects(exposed))
+    if (exposed.intersects(spill(sizeBadgeOf(scene), ViewSpace(scene.state.bounds.size(), scene.scale))))
         drawSizeBadge(painter, scene);
 }
-
-QRect spill(const QRectF &rect, const ViewSpace &space) { return space.around(rect, antialiasing); }
 
 // The lines on both sides of the selection's edge.
 QRegion frameBand(const QRectF &selection, const ViewSpace &space)
@@ -193,14 +193,14 @@ QRegion handles(const QRectF &selection, const ViewSpace &space)
 
 namespace Chrome {
 
-void draw(QPainter &painter, const Scene &scene, const QRectF &exposed)
+void draw(QPainter &painter, const Scene &scene, const QRegion &exposed)
 {
-    const QRectF soft = grown(exposed, antialiasing);
     if (scene.state.selection)
-        drawSelectionChrome(painter, scene, soft);
+        drawSelectionChrome(painter, scene, exposed);
     else
         drawHint(painter, scene.state.bounds);
-    if (productBadge(scene.state.bounds).intersects(soft))
+    const ViewSpace space(scene.state.bounds.size(), scene.scale);
+    if (exposed.intersects(spill(productBadge(scene.state.bounds), space)))
         drawBrand(painter, scene.state.bounds);
 }
 

@@ -24,8 +24,8 @@ struct Scene {
 
 // Draws the outline, handles and size badge of the selection, or the hint in the
 // middle while there is none, and the product's badge in the corner. Only what
-// shows in the exposed part, in view points, has to be drawn.
-void draw(QPainter &painter, const Scene &scene, const QRectF &exposed);
+// shows in the exposed part, in widget points, has to be drawn.
+void draw(QPainter &painter, const Scene &scene, const QRegion &exposed);
 
 // Draws the outline of the selection alone, over some device pixels, y downwards. Several
 // threads may call this at once.

@@ -48,17 +48,20 @@ void forTiles(auto &tiles, const std::pair<TileGrid::Cell, TileGrid::Cell> &rang
 MarksLayer::Change MarksLayer::follow(const std::vector<AnnotationPtr> &drawOrder)
 {
     const auto firstDrawn = std::ranges::find_if_not(drawOrder, isMosaic);
-    Change change = followDrawn({firstDrawn, drawOrder.end()});
-    change.mosaics = followMosaics({drawOrder.begin(), firstDrawn});
-    return change;
+    ScreenCells moved = cells();
+    QRegion drawn = followDrawn({firstDrawn, drawOrder.end()}, moved);
+    followMosaics({drawOrder.begin(), firstDrawn}, moved);
+    return {.drawn = std::move(drawn), .moved = moved.region()};
 }
 
-QRegion MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics)
+void MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics, ScreenCells &changed)
 {
     if (std::ranges::equal(mosaics, m_mosaics, same, {}, &KeptMosaic::mark))
-        return {};
-    QRegion changed = covered();
+        return;
+    for (const QRect &rect : m_covered)
+        changed.add(rect);
     std::vector<KeptMosaic> before = std::exchange(m_mosaics, {});
+    m_covered = {};
     for (const AnnotationPtr &mark : mosaics) {
         const auto kept = std::ranges::find_if(before, [&](const KeptMosaic &k) {
             return k.mark->moved == mark->moved && same(k.mark, mark); // the first is quickly seen
@@ -67,17 +70,11 @@ QRegion MarksLayer::followMosaics(const std::vector<AnnotationPtr> &mosaics)
             kept != before.end()
                 ? *kept
                 : KeptMosaic{{Mosaic(*mark), m_space.toDevice(mark->rectFromPoints())}, mark});
+        if (!m_mosaics.back().mosaic.isNull())
+            m_covered += Mosaic::covered(m_mosaics.back().place);
     }
-    return changed + covered();
-}
-
-QRegion MarksLayer::covered() const
-{
-    QRegion region;
-    for (const Tessera &tessera : m_mosaics)
-        if (!tessera.mosaic.isNull())
-            region += Mosaic::covered(tessera.place);
-    return region;
+    for (const QRect &rect : std::as_const(m_covered))
+        changed.add(rect);
 }
 
 // How far all marks have moved, when that is all that has happened to them and
@@ -98,20 +95,19 @@ std::optional<QPoint> MarksLayer::travelled(const std::vector<AnnotationPtr> &ma
     return moved ? std::optional(whole) : std::nullopt;
 }
 
-MarksLayer::Change MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks)
+// Returns where marks have come or gone.
+QRegion MarksLayer::followDrawn(const std::vector<AnnotationPtr> &marks, ScreenCells &moved)
 {
     if (marks.empty())
         m_stroke.forget(); // perhaps of a selection that was given up
     if (const auto way = travelled(marks)) {
-        ScreenCells changed = m_inked ? *m_inked : inked();
+        addInked(moved);
         m_grid.moveBy(*way);
         for (std::size_t i = 0; i < marks.size(); ++i)
             m_kept[i].mark = marks[i];
-        m_inked = inked();
-        changed.add(*m_inked);
-        return {.moved = changed.region(), .drawn = {}, .mosaics = {}};
+        addInked(moved);
+        return {};
     }
-    m_inked.reset();
     const auto stays = std::ranges::mismatch(marks, m_kept, same, {}, &Kept::mark);
     const auto first = static_cast<std::size_t>(stays.in2 - m_kept.begin());
     std::size_t above = 0; // how many at the end stay too
@@ -126,17 +122,35 @@ MarksLayer::Change MarksLayer::followDrawn(const std::vector<AnnotationPtr> &mar
         }
         changed += insert(i, marks[i]);
     }
-    return {.moved = {}, .drawn = changed, .mosaics = {}};
+    return changed;
+}
+
+ScreenCells MarksLayer::cells() const
+{
+    return {m_space.toPixels(m_space.bounds()), sideOfCells(m_space.scale())};
+}
+
+// Where anything is drawn. It is found once, because looking at every tile takes longer than
+// the rest of a step.
+void MarksLayer::addInked(ScreenCells &cells)
+{
+    if (!m_inked)
+        m_inked = findInked();
+    for (const QRect &rect : std::as_const(*m_inked))
+        cells.add(rect.translated(m_grid.shift()));
 }
 
 // Blocks that something is drawn on, and tiles that nobody has looked at yet.
-ScreenCells MarksLayer::inked()
+QRegion MarksLayer::findInked()
 {
-    ScreenCells cells(m_space.toPixels(m_space.bounds()), sideOfCells(m_space.scale()));
+    QRect all;
+    for (const auto &[cell, tile] : m_tiles)
+        all |= m_grid.pixels(cell);
+    ScreenCells cells(all, TilePicture::blockSide);
     for (auto &[cell, tile] : m_tiles) {
         tile.picture.measure();
         const QPoint corner = m_grid.pixels(cell).topLeft();
-        if (tile.shown != tile.wanted)
+        if (!tile.complete)
             cells.add(m_grid.pixels(cell));
         for (int row = 0; row < TilePicture::blocks; ++row)
             tile.picture.forInked(row, [&](int first, int end) {
@@ -144,7 +158,7 @@ ScreenCells MarksLayer::inked()
                            QSize(end - first, TilePicture::blockSide)});
             });
     }
-    return cells;
+    return cells.region().translated(-m_grid.shift());
 }
 
 // Takes away the marks from that one on, up to the other.
@@ -160,10 +174,12 @@ QRegion MarksLayer::remove(std::size_t from, std::size_t end)
                 tile->second.picture = {};
                 tile->second.shown.clear(); // it holds none of them any more
             }
+            tile->second.complete = tile->second.shown == tile->second.wanted;
             if (tile->second.wanted.empty())
                 m_tiles.erase(tile);
         }
     }
+    m_inked.reset();
     const auto begin = m_kept.begin();
     m_kept.erase(begin + static_cast<std::ptrdiff_t>(from), begin + static_cast<std::ptrdiff_t>(end));
     return changed;
@@ -188,10 +204,12 @@ QRegion MarksLayer::insert(std::size_t place, const AnnotationPtr &mark)
     for (const Cell &cell : kept->cells) {
         Tile &tile = m_tiles[cell];
         tile.wanted.insert(std::ranges::upper_bound(tile.wanted, kept->id), kept->id);
+        tile.complete = false;
         if (drawnAlready)
             prepare(cell, tile, true);
     }
     m_stroke.forget();
+    m_inked.reset();
     return m_grid.region(kept->cells);
 }
 
@@ -204,7 +222,7 @@ void MarksLayer::prepareFor(const Annotation &stroke)
 // Draws what is missing on top, or everything anew when something was taken away.
 void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
 {
-    if (tile.shown == tile.wanted)
+    if (tile.complete)
         return;
     if (std::ranges::mismatch(tile.shown, tile.wanted).in1 != tile.shown.end()) {
         tile.picture.clear();
@@ -221,6 +239,8 @@ void MarksLayer::prepare(Cell cell, Tile &tile, bool strokeIsLast)
             paint(tile, mark, StrokePicture(m_grid).drawTile(mark, cell));
     }
     tile.shown = tile.wanted;
+    tile.complete = true;
+    m_inked.reset();
     // Letting go of a stroke is not the time to look where it has been.
     if (strokeIsLast && !tile.picture.isNull())
         tile.picture.assumeFull();
@@ -250,7 +270,7 @@ void MarksLayer::paint(Tile &tile, const Annotation &mark, QImage stroke)
 void MarksLayer::prepare(const QRegion &exposed)
 {
     for (auto &[cell, tile] : m_tiles)
-        if (tile.shown != tile.wanted && exposed.intersects(m_grid.pixels(cell)))
+        if (!tile.complete && exposed.intersects(m_grid.pixels(cell)))
             prepare(cell, tile);
 }
 
@@ -276,11 +296,12 @@ void MarksLayer::drawMoved(const Raster &raster, const QImage &screen, const QRe
 // From the uppermost down, so that what is covered is neither worked out nor written.
 void MarksLayer::fillMosaics(const Raster &raster, const QRegion &exposed) const
 {
+    const QRect box = exposed.boundingRect();
     QRegion open = exposed;
     for (auto tessera = m_mosaics.rbegin(); tessera != m_mosaics.rend() && !open.isEmpty(); ++tessera) {
-        if (tessera->mosaic.isNull())
-            continue;
         const QRect place = Mosaic::covered(tessera->place);
+        if (tessera->mosaic.isNull() || !place.intersects(box)) // most are elsewhere
+            continue;
         for (const QRect &rect : open &place)
             tessera->mosaic.fill(raster, tessera->place, rect);
         open -= place;

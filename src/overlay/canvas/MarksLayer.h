@@ -29,11 +29,10 @@ public:
 
     // Pixels that look different now.
     struct Change {
-        QRegion moved;   // because the marks have moved along with the selection
-        QRegion drawn;   // because marks have come or gone
-        QRegion mosaics; // because mosaics have, or show something else
+        QRegion drawn; // because marks have come or gone
+        QRegion moved; // because all have moved along with the selection, or because of mosaics
 
-        [[nodiscard]] QRegion all() const { return moved + drawn + mosaics; }
+        [[nodiscard]] QRegion all() const { return drawn + moved; }
     };
 
     // Shows these marks from now on, in the order in which they are drawn.
@@ -52,7 +51,7 @@ public:
     // of the way back: writes only what is different. No mosaics are drawn.
     void drawMoved(const Raster &raster, const QImage &screen, const QRegion &exposed, QPoint way) const;
     // Returns the part of the screen that mosaics hide.
-    [[nodiscard]] QRegion covered() const;
+    [[nodiscard]] const QRegion &covered() const { return m_covered; }
 
 private:
     using Cell = TileGrid::Cell;
@@ -66,15 +65,18 @@ private:
         TilePicture picture;    // null while nothing is drawn on it
         std::vector<Id> wanted; // ids of the marks that touch it
         std::vector<Id> shown;  // ids of the marks that are on the picture
+        bool complete = false;  // they are the same
     };
     struct KeptMosaic : Tessera {
         AnnotationPtr mark;
     };
 
-    QRegion followMosaics(const std::vector<AnnotationPtr> &mosaics);
-    Change followDrawn(const std::vector<AnnotationPtr> &marks);
+    void followMosaics(const std::vector<AnnotationPtr> &mosaics, ScreenCells &changed);
+    QRegion followDrawn(const std::vector<AnnotationPtr> &marks, ScreenCells &moved);
     [[nodiscard]] std::optional<QPoint> travelled(const std::vector<AnnotationPtr> &marks) const;
-    [[nodiscard]] ScreenCells inked();
+    [[nodiscard]] ScreenCells cells() const;
+    void addInked(ScreenCells &cells);
+    [[nodiscard]] QRegion findInked();
     QRegion remove(std::size_t from, std::size_t end);
     [[nodiscard]] std::optional<Id> idFor(std::size_t place) const;
     QRegion insert(std::size_t place, const AnnotationPtr &mark);
@@ -90,5 +92,6 @@ private:
     std::vector<Kept> m_kept;
     std::map<Cell, Tile> m_tiles; // those that marks touch
     std::vector<KeptMosaic> m_mosaics;
-    std::optional<ScreenCells> m_inked; // as the marks lie now; absent when some have come or gone
+    QRegion m_covered;
+    std::optional<QRegion> m_inked; // blocks, in pixels of the plane; absent when tiles have changed
 };
