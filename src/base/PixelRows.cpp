@@ -16,7 +16,7 @@ namespace {
 // The loop over eight pixels that compilers unroll instead of making it vector code.
 using Eight = std::uint32_t __attribute__((vector_size(sizeof(QRgb) * PixelRows::stretch)));
 using Halves = std::uint16_t __attribute__((vector_size(sizeof(Eight))));
-using Bytes = std::uint8_t __attribute__((vector_size(PixelRows::stretch)));
+using Pairs = std::uint64_t __attribute__((vector_size(sizeof(Eight))));
 
 // Always part of its caller, and so compiled for the same processor.
 __attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &above)
@@ -31,14 +31,23 @@ __attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &
               | ((odd + (odd >> 8 & pairs) + halves) & ~pairs));
 }
 
+// Eight bytes, each as a word. Compilers take them one by one where they are asked to convert.
+__attribute__((always_inline)) inline void widen(Eight &words, const std::uint8_t *bytes)
+{
+    static_assert(std::endian::native == std::endian::little);
+    std::uint64_t all;
+    std::memcpy(&all, bytes, sizeof all);
+    const Pairs two = (Pairs{} + all) >> Pairs{0, 16, 32, 48};
+    words = Eight((two & 0xff) | (two & 0xff00) << 24);
+}
+
 // Makes each pixel fainter: times its byte / 255.
 __attribute__((always_inline)) inline void fadeBy(Eight &pixels, const std::uint8_t *bytes)
 {
     using PixelRows::halves;
     using PixelRows::pairs;
-    Bytes factors;
-    std::memcpy(&factors, bytes, sizeof factors);
-    const Eight factor = __builtin_convertvector(factors, Eight);
+    Eight factor;
+    widen(factor, bytes);
     const auto both = Halves(factor | factor << 16);
     const auto even = Eight(Halves(pixels & pairs) * both);
     const auto odd = Eight(Halves(pixels >> 8 & pairs) * both);
@@ -54,8 +63,9 @@ void unpackStretch(QRgb *to, const PixelRows::Ink &ink, PixelRows::Stretches bit
         std::copy_n(ink.of(bit), PixelRows::stretch, to);
 }
 
-// A loop for each kind, because guessing the next one's kind would fail again and again.
-__attribute__((always_inline)) inline void layPiece(QRgb *to, const QRgb *screen, const PixelRows::Ink &ink,
+// A loop for each kind, because guessing the next one's kind would fail again and again. The
+// ink is a copy, because what is written could be the one that was given.
+__attribute__((always_inline)) inline void layPiece(QRgb *to, const QRgb *screen, const PixelRows::Ink ink,
                                                     PixelRows::Stretches where)
 {
     using PixelRows::opaque;

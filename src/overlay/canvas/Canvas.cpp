@@ -80,7 +80,7 @@ Chrome::Scene Canvas::scene() const
             .scale = m_shot.scale,
             .haloShows = !m_halo.isHidden(),
             .justCopied = !m_copied.hasExpired(),
-            .outlined = !busy()};
+            .framed = !m_halo.isHidden() && m_halo.covered().isEmpty() && !busy()};
 }
 
 void Canvas::refresh()
@@ -217,6 +217,7 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
     const QRegion standing = (m_standing.on(painter) & selected & m_shot.image.rect()) - hidden;
     const QPoint way = m_marks.shift() - m_standing.shift();
     const Chrome::Scene now = scene();
+    const auto frame = now.framed ? std::optional<Chrome::Frame>(now) : std::nullopt;
     const QRegion barred = exposed & openTo(bar, painter);
     Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
         // Regions of many rectangles are quick to cut by one, and slow by each other.
@@ -228,8 +229,10 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
         if (!way.isNull())
             m_marks.drawMoved(raster, m_shot.image, band & stands, way);
         m_halo.tint(raster, anew - selected);
-        if (now.outlined)
-            Chrome::outline(raster, band, now);
+        if (frame) {
+            frame->drawOutline(raster, band);
+            frame->drawSprites(raster, band);
+        }
         m_inHand.draw(raster, band & selected);
         if (mosaic)
             for (const QRect &rect : band &selected)
@@ -245,7 +248,10 @@ QRegion Canvas::openTo(const Bar &bar, const QPainter &painter) const
 {
     if (busy() || !Bands::lasting(painter, m_widget.backingStore()))
         return {};
-    return QRegion(bar.pictured(m_shot.scale)) - m_space.pixelsOf(framed());
+    QRegion between = m_space.around(Chrome::productBadge(m_state.bounds), 1);
+    if (!scene().framed)
+        between += Chrome::footprint(scene(), m_space);
+    return QRegion(bar.pictured(m_shot.scale)) - m_space.pixelsOf(between);
 }
 
 void Canvas::paintedOver(const QWidget &child) { m_standing.lose(m_space.pixelsOf(reachOf(child))); }
@@ -253,18 +259,13 @@ void Canvas::paintedOver(const QWidget &child) { m_standing.lose(m_space.pixelsO
 // Whether something is painted over the finished marks that comes and goes.
 bool Canvas::busy() const { return m_state.current || m_state.grip || m_fade.running() || m_edges; }
 
-// What the frame and the badges touch, in widget points.
-QRegion Canvas::framed() const
-{
-    return Chrome::footprint(scene(), m_space) + m_space.around(Chrome::productBadge(m_state.bounds), 1);
-}
-
 // Where nothing shows but the screen and the drawn marks, in device pixels.
 QRegion Canvas::bare() const
 {
     if (!m_state.selection || busy())
         return {};
-    QRegion over = framed();
+    QRegion over
+        = Chrome::footprint(scene(), m_space) + m_space.around(Chrome::productBadge(m_state.bounds), 1);
     for (const QObject *object : m_widget.children())
         if (const auto *child = qobject_cast<const QWidget *>(object); child && child->isVisible())
             over += reachOf(*child);

@@ -80,7 +80,6 @@ private:
     [[nodiscard]] bool busy() const;
     [[nodiscard]] bool isWhole(const QRegion &exposed) const;
     [[nodiscard]] QRegion bare() const;
-    [[nodiscard]] QRegion framed() const;
     void drawInHand(QPainter &painter, const QRegion &exposed);
     [[nodiscard]] AnnotationPtr lifted() const;
     [[nodiscard]] QRegion followMarks();

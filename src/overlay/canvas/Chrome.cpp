@@ -48,29 +48,7 @@ QPointF textOrigin(const QRectF &badge, QSizeF padding)
     return badge.topLeft() + QPointF(padding.width(), padding.height());
 }
 
-// In device pixels, y downwards.
-QRegion outlineOf(const Chrome::Scene &scene, const ViewSpace &space)
-{
-    const QRectF &selection = *scene.state.selection;
-    return QRegion(space.toNearestPixels(selection)) - space.toNearestPixels(grown(selection, -1));
-}
-
-void drawOutline(QPainter &painter, const Chrome::Scene &scene)
-{
-    const ViewSpace space(scene.state.bounds.size(), scene.scale);
-    const Saved saved(painter);
-    painter.setTransform(space.upwards(), true);     // turned over once more
-    painter.scale(1 / scene.scale, 1 / scene.scale); // from here on in pixels
-    Bands::blend(painter, outlineOf(scene, space), [&scene](const Raster &raster, const QRegion &band) {
-        Chrome::outline(raster, band, scene);
-    });
-}
-
-void drawHandles(QPainter &painter, const Chrome::Scene &scene)
-{
-    for (const QPointF handle : SelectionGeometry::handlePoints(*scene.state.selection))
-        HandleSprite::draw(painter, handle, scene.scale);
-}
+ViewSpace spaceOf(const Chrome::Scene &scene) { return ViewSpace(scene.state.bounds.size(), scene.scale); }
 
 Label sizeLabel(const Chrome::Scene &scene)
 {
@@ -97,20 +75,16 @@ QImage badgePicture(const Label &label, QSize pixels, double scale)
 }
 
 // Its text and its round ends cost more than all else that is drawn round a selection,
-// and while that is moved they stay the same. Where the pixels lie is rounded.
-void drawSizeBadge(QPainter &painter, const Chrome::Scene &scene)
+// and while that is moved they stay the same.
+QImage sizeBadgePicture(const Chrome::Scene &scene)
 {
     static QString lastLook;
     static QImage picture; // of the last look
-    const QRectF badge = sizeBadgeOf(scene);
     const Label label = sizeLabel(scene);
     const QString look = QStringLiteral("%1 %2 %3").arg(label.text, label.font.key()).arg(scene.scale);
     if (std::exchange(lastLook, look) != look)
-        picture = badgePicture(label, (badge.size() * scene.scale).toSize(), scene.scale);
-    const Saved saved(painter);
-    const QPointF upperLeft = painter.worldTransform().map(QPointF(minX(badge), maxY(badge)));
-    painter.setWorldTransform(QTransform::fromScale(1 / scene.scale, 1 / scene.scale));
-    painter.drawImage((upperLeft * scene.scale).toPoint(), picture);
+        picture = badgePicture(label, (sizeBadgeOf(scene).size() * scene.scale).toSize(), scene.scale);
+    return picture;
 }
 
 Label hintLabel()
@@ -161,16 +135,23 @@ void drawBrand(QPainter &painter, const QRectF &bounds)
 
 QRect spill(const QRectF &rect, const ViewSpace &space) { return space.around(rect, antialiasing); }
 
-void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene, const QRegion &exposed)
+void blend(QPainter &painter, const Chrome::Scene &scene, const QRegion &pixels, const Bands::Fill &draw)
 {
-    const QRectF &selection = *scene.state.selection;
-    if (!scene.outlined)
-        drawOutline(painter, scene);
+    const Saved saved(painter);
+    painter.setTransform(spaceOf(scene).upwards(), true); // turned over once more
+    painter.scale(1 / scene.scale, 1 / scene.scale);      // from here on in pixels
+    Bands::blend(painter, pixels, draw);
+}
+
+void drawSelectionChrome(QPainter &painter, const Chrome::Scene &scene)
+{
+    const Chrome::Frame frame(scene);
+    blend(painter, scene, frame.outline(),
+          [&](const Raster &raster, const QRegion &band) { frame.drawOutline(raster, band); });
     if (!scene.haloShows)
-        DashedFrame::draw(painter, grown(selection, 0.5), Theme::selectionBorder);
-    drawHandles(painter, scene);
-    if (exposed.intersects(spill(sizeBadgeOf(scene), ViewSpace(scene.state.bounds.size(), scene.scale))))
-        drawSizeBadge(painter, scene);
+        DashedFrame::draw(painter, grown(*scene.state.selection, 0.5), Theme::selectionBorder);
+    blend(painter, scene, frame.sprites(),
+          [&](const Raster &raster, const QRegion &band) { frame.drawSprites(raster, band); });
 }
 
 // The lines on both sides of the selection's edge.
@@ -195,23 +176,51 @@ namespace Chrome {
 
 void draw(QPainter &painter, const Scene &scene, const QRegion &exposed)
 {
-    if (scene.state.selection)
-        drawSelectionChrome(painter, scene, exposed);
-    else
+    if (!scene.state.selection)
         drawHint(painter, scene.state.bounds);
-    const ViewSpace space(scene.state.bounds.size(), scene.scale);
-    if (exposed.intersects(spill(productBadge(scene.state.bounds), space)))
+    else if (!scene.framed)
+        drawSelectionChrome(painter, scene);
+    if (exposed.intersects(spill(productBadge(scene.state.bounds), spaceOf(scene))))
         drawBrand(painter, scene.state.bounds);
 }
 
-// Row by row: every row of the upright lines is on another page of the memory, and a
-// painter would wait for one after the other.
-void outline(const Raster &raster, const QRegion &pixels, const Scene &scene)
+// The places of the pictures are rounded to whole pixels.
+Frame::Frame(const Scene &scene)
 {
-    const ViewSpace space(scene.state.bounds.size(), scene.scale);
-    for (const QRect &rect : pixels &outlineOf(scene, space))
+    const ViewSpace space = spaceOf(scene);
+    const QRectF &selection = *scene.state.selection;
+    m_outline = QRegion(space.toNearestPixels(selection)) - space.toNearestPixels(grown(selection, -1));
+    const QImage &handle = HandleSprite::picture(scene.scale);
+    for (const QPointF at : SelectionGeometry::handlePoints(selection)) {
+        const QPoint middle = (space.upwards().map(at) * scene.scale).toPoint();
+        m_sprites.push_back({middle - QPoint(handle.width() / 2, handle.height() / 2), handle});
+    }
+    m_sprites.push_back({space.toDevice(sizeBadgeOf(scene)).topLeft().toPoint(), sizeBadgePicture(scene)});
+}
+
+QRegion Frame::sprites() const
+{
+    QRegion region;
+    for (const Sprite &sprite : m_sprites)
+        region += sprite.place();
+    return region;
+}
+
+void Frame::drawOutline(const Raster &raster, const QRegion &part) const
+{
+    for (const QRect &rect : part &m_outline)
         for (int y = rect.top(); y <= rect.bottom(); ++y)
             PixelRows::blend(raster.at(rect.left(), y), outlineColor, rect.width());
+}
+
+void Frame::drawSprites(const Raster &raster, const QRegion &part) const
+{
+    for (const auto &[upperLeft, picture] : m_sprites)
+        for (const QRect &rect : part &QRect(upperLeft, picture.size()))
+            for (int y = rect.top(); y <= rect.bottom(); ++y) {
+                const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y - upperLeft.y()));
+                PixelRows::blend(raster.at(rect.left(), y), line + rect.left() - upperLeft.x(), rect.width());
+            }
 }
 
 QRegion footprint(const Scene &scene, const ViewSpace &space)

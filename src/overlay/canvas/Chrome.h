@@ -2,9 +2,14 @@
 
 #include "marks/EditorState.h"
 
+#include <QImage>
+#include <QPoint>
+#include <QRect>
 #include <QRectF>
 #include <QRegion>
 #include <QString>
+
+#include <vector>
 
 class QPainter;
 class Raster;
@@ -19,7 +24,7 @@ struct Scene {
     double scale;            // pixels per point
     bool haloShows = false;  // the glow stands in for the dashed frame
     bool justCopied = false; // the size badge says that the picture was copied
-    bool outlined = false;   // the outline has been drawn, by outline()
+    bool framed = false;     // outline, handles and size badge have been drawn, by a Frame
 };
 
 // Draws the outline, handles and size badge of the selection, or the hint in the
@@ -27,9 +32,28 @@ struct Scene {
 // shows in the exposed part, in widget points, has to be drawn.
 void draw(QPainter &painter, const Scene &scene, const QRegion &exposed);
 
-// Draws the outline of the selection alone, over some device pixels, y downwards. Several
-// threads may call this at once.
-void outline(const Raster &raster, const QRegion &pixels, const Scene &scene);
+// Draws the outline of the selection, its handles and the size badge, to be blended in bands.
+// Everything is in device pixels, y downwards.
+class Frame {
+public:
+    explicit Frame(const Scene &scene);
+
+    [[nodiscard]] const QRegion &outline() const { return m_outline; }
+    [[nodiscard]] QRegion sprites() const; // where handles and badge are
+    // Draw what of these is on a part of the screen. Several threads may call them at once.
+    void drawOutline(const Raster &raster, const QRegion &part) const;
+    void drawSprites(const Raster &raster, const QRegion &part) const;
+
+private:
+    struct Sprite {
+        QPoint upperLeft;
+        QImage picture;
+
+        [[nodiscard]] QRect place() const { return {upperLeft, picture.size()}; }
+    };
+    QRegion m_outline;
+    std::vector<Sprite> m_sprites;
+};
 
 // Returns the area that draw() may touch, except for the product's badge, in widget
 // points, rounded outwards.

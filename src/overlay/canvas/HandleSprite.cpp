@@ -56,7 +56,9 @@ QImage drawn(double scale)
     return image;
 }
 
-const QImage &atScale(double scale)
+} // namespace
+
+const QImage &HandleSprite::picture(double scale)
 {
     static QHash<double, QImage> sprites;
     auto sprite = sprites.find(scale);
@@ -64,18 +66,3 @@ const QImage &atScale(double scale)
         sprite = sprites.insert(scale, drawn(scale));
     return *sprite;
 }
-
-} // namespace
-
-namespace HandleSprite {
-
-void draw(QPainter &painter, QPointF centre, double scale)
-{
-    const QImage &sprite = atScale(scale);
-    const QPoint pixel = (painter.worldTransform().map(centre) * scale).toPoint();
-    const Painting::Saved saved(painter);
-    painter.setWorldTransform(QTransform::fromScale(1 / scale, 1 / scale));
-    painter.drawImage(pixel - QPoint(sprite.width() / 2, sprite.height() / 2), sprite);
-}
-
-} // namespace HandleSprite

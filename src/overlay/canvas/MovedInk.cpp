@@ -75,7 +75,8 @@ MovedInk::MovedInk(const TileGrid &grid, const QRect &part, QPoint way)
     --m_first.second; // a stretch may have been on two tiles
     m_across = m_last.second - m_first.second + 1;
     m_tiles.resize(std::size_t(m_across) * std::size_t(m_last.first - m_first.first + 1));
-    m_changed.resize(std::size_t(m_own.second.second - m_own.first.second + 1) * std::size_t(part.height()));
+    m_pieces.resize(std::size_t(m_own.second.second - m_own.first.second + 1));
+    m_changed.resize(m_pieces.size() * std::size_t(part.height()));
 }
 
 void MovedInk::add(TileGrid::Cell cell, const TilePicture &picture)
@@ -165,16 +166,16 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const Strip &
         const TilePicture *tile = tiles[column];
         return tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
     };
-    m_pieces.clear();
+    std::size_t pieces = 0;
     Bits cut = 0;
     for (int column = 0; const Parts &parts : strip.parts) {
         if (const Bits whole = *changed & parts.whole; whole != 0)
-            m_pieces.push_back({.at = column * side, .where = whole, .ink = inkOf(column)});
+            m_pieces[pieces++] = {.at = column * side, .where = whole, .ink = inkOf(column)};
         cut |= *changed & parts.cut;
         changed += m_part.height();
         ++column;
     }
-    PixelRows::lay(to, from, m_pieces);
+    PixelRows::lay(to, from, {m_pieces.data(), pieces});
     if (cut != 0)
         for (const QRect &rect : strip.rects)
             for (int column = TileGrid::quotient(rect.left(), side);
