@@ -63,8 +63,8 @@ void unpackStretch(QRgb *to, const PixelRows::Ink &ink, PixelRows::Stretches bit
         std::copy_n(ink.of(bit), PixelRows::stretch, to);
 }
 
-// A loop for each kind, because guessing the next one's kind would fail again and again. The
-// ink is a copy, because what is written could be the one that was given.
+// A loop for each kind, because guessing the next one's kind would fail again and again. Takes
+// a copy of the ink: that of the caller would be read again after every write.
 __attribute__((always_inline)) inline void layPiece(QRgb *to, const QRgb *screen, const PixelRows::Ink ink,
                                                     PixelRows::Stretches where)
 {

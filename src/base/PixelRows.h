@@ -63,6 +63,19 @@ struct Ink {
     }
 };
 
+// Of the pixels from one up to another, the stretches that they fill and those that they cut.
+struct Parts {
+    Stretches whole = 0;
+    Stretches cut = 0;
+};
+[[nodiscard]] inline Parts partsOf(int begin, int end)
+{
+    const auto below = [](int bit) { return (Stretches(1) << bit) - 1; };
+    const Stretches touched = below((end + stretch - 1) / stretch) & ~below(begin / stretch);
+    const Stretches whole = below(end / stretch) & ~below((begin + stretch - 1) / stretch);
+    return {.whole = whole, .cut = touched & ~whole};
+}
+
 // Writes what is inked into the row, and nothing else.
 void unpack(QRgb *row, const Ink &ink);
 

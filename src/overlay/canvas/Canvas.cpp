@@ -216,6 +216,7 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
     m_inHand.prepare(exposed & selected);
     const QRegion standing = (m_standing.on(painter) & selected & m_shot.image.rect()) - hidden;
     const QPoint way = m_marks.shift() - m_standing.shift();
+    const bool carries = lifted() != nullptr;
     const Chrome::Scene now = scene();
     const auto frame = now.framed ? std::optional<Chrome::Frame>(now) : std::nullopt;
     const QRegion barred = exposed & openTo(bar, painter);
@@ -233,11 +234,13 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
             frame->drawOutline(raster, band);
             frame->drawSprites(raster, band);
         }
-        m_inHand.draw(raster, band & selected);
+        if (carries)
+            m_inHand.draw(raster, band & selected);
         if (mosaic)
             for (const QRect &rect : band &selected)
                 mosaic->mosaic.fill(raster, mosaic->place, rect);
-        bar.blend(raster, band & barred);
+        if (barred.intersects(box))
+            bar.blend(raster, band & barred);
     });
     bar.leaveOut(barred);
 }

@@ -33,8 +33,6 @@ std::pair<int, int> within(const QRect &rect, int tileColumn)
             std::min(rect.right() + 1 - tileColumn * side, side)};
 }
 
-std::uint32_t bitsBelow(int bit) { return (1U << bit) - 1; }
-
 // Some rows of a tile, or of none.
 struct TileRows {
     TileRows(const TilePicture *tile, int y, QRgb plainColor)
@@ -141,15 +139,15 @@ void MovedInk::compareRows(const Tiles &tiles, int column, int top, int end)
 MovedInk::Strip MovedInk::stripOf(std::span<const QRect> rects) const
 {
     const auto &[low, high] = m_own;
-    Strip strip{rects, std::vector<Parts>(std::size_t(high.second - low.second + 1))};
+    Strip strip{rects, std::vector<PixelRows::Parts>(std::size_t(high.second - low.second + 1))};
     for (const QRect &rect : rects)
         for (int column = TileGrid::quotient(rect.left(), side);
              column <= TileGrid::quotient(rect.right(), side); ++column) {
-            Parts &parts = strip.parts[std::size_t(column - low.second)];
+            PixelRows::Parts &parts = strip.parts[std::size_t(column - low.second)];
             const auto [begin, end] = within(rect, column);
-            const Bits inside = bitsBelow(end / stretch) & ~bitsBelow((begin + stretch - 1) / stretch);
-            parts.whole |= inside;
-            parts.cut |= bitsBelow((end + stretch - 1) / stretch) & ~bitsBelow(begin / stretch) & ~inside;
+            const auto [whole, cut] = PixelRows::partsOf(begin, end);
+            parts.whole |= whole;
+            parts.cut |= cut;
         }
     return strip;
 }
@@ -168,7 +166,7 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const Strip &
     };
     std::size_t pieces = 0;
     Bits cut = 0;
-    for (int column = 0; const Parts &parts : strip.parts) {
+    for (int column = 0; const PixelRows::Parts &parts : strip.parts) {
         if (const Bits whole = *changed & parts.whole; whole != 0)
             m_pieces[pieces++] = {.at = column * side, .where = whole, .ink = inkOf(column)};
         cut |= *changed & parts.cut;
@@ -176,15 +174,16 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const Strip &
         ++column;
     }
     PixelRows::lay(to, from, {m_pieces.data(), pieces});
-    if (cut != 0)
-        for (const QRect &rect : strip.rects)
-            for (int column = TileGrid::quotient(rect.left(), side);
-                 column <= TileGrid::quotient(rect.right(), side); ++column) {
-                const auto [begin, end] = within(rect, column);
-                if (const Bits part
-                    = m_changed[changedAt(column, y)] & strip.parts[std::size_t(column - first)].cut;
-                    part != 0)
-                    PixelRows::lay(to + (column - first) * side, from + (column - first) * side,
-                                   inkOf(column - first), part, begin, end);
-            }
+    if (cut == 0)
+        return;
+    for (const QRect &rect : strip.rects) {
+        const int leftmost = TileGrid::quotient(rect.left(), side) - first;
+        const int rightmost = TileGrid::quotient(rect.right(), side) - first;
+        for (int column = leftmost; column <= rightmost; column += std::max(rightmost - leftmost, 1)) {
+            const Bits part = m_changed[changedAt(first + column, y)] & strip.parts[std::size_t(column)].cut;
+            const auto [begin, end] = within(rect, first + column);
+            if (part != 0)
+                PixelRows::lay(to + column * side, from + column * side, inkOf(column), part, begin, end);
+        }
+    }
 }

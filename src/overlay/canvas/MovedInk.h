@@ -46,15 +46,10 @@ private:
         const TilePicture *now = nullptr;
         std::array<const TilePicture *, tilesThere> before{};
     };
-    // The stretches of a tile that rectangles hold wholly, and those that one cuts.
-    struct Parts {
-        Bits whole = 0;
-        Bits cut = 0;
-    };
     // Rectangles side by side and what they hold of each tile from the first column.
     struct Strip {
         std::span<const QRect> rects;
-        std::vector<Parts> parts;
+        std::vector<PixelRows::Parts> parts;
     };
 
     [[nodiscard]] std::size_t tileAt(int column, int y) const;

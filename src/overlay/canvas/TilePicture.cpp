@@ -104,12 +104,21 @@ void TilePicture::packRow(int y)
 void TilePicture::blend(const Raster &over, QPoint upperLeft, const QRect &part) const
 {
     const QRect own = QRect(0, 0, TileGrid::side, TileGrid::side) & part.translated(-upperLeft);
-    for (int y = own.top(); !isNull() && y <= own.bottom(); ++y) {
+    if (isNull() || own.isEmpty())
+        return;
+    const int end = own.right() + 1;
+    const PixelRows::Parts parts = PixelRows::partsOf(own.left(), end);
+    for (int y = own.top(); y <= own.bottom(); ++y) {
         QRgb *to = over.at(upperLeft.x(), upperLeft.y() + y);
-        if (m_packed)
-            PixelRows::lay(to, to, ink(y), ink(y).inked, own.left(), own.right() + 1);
-        else
-            blendImage(to, y, own.left(), own.right() + 1);
+        if (!m_packed) {
+            blendImage(to, y, own.left(), end);
+            continue;
+        }
+        const PixelRows::Stretches inked = m_inked[std::size_t(y)];
+        if ((inked & parts.whole) != 0)
+            PixelRows::lay(to, to, ink(y), inked & parts.whole);
+        if ((inked & parts.cut) != 0)
+            PixelRows::lay(to, to, ink(y), inked & parts.cut, own.left(), end);
     }
 }
 
