@@ -26,19 +26,23 @@ __attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &
     const Eight alpha = 255U - (above >> 24);
     const auto through = Halves(alpha | alpha << 16);
     const auto even = Eight(Halves(below & pairs) * through);
-    const auto odd = Eight(Halves((below | PixelRows::opaque) >> 8 & pairs) * through);
+    const auto odd = Eight(Halves(below >> 8 & pairs) * through);
     above += (((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
               | ((odd + (odd >> 8 & pairs) + halves) & ~pairs));
 }
 
-// Eight bytes, each as a word. Compilers take them one by one where they are asked to convert.
+// Eight bytes, each as a word. Compilers take them one by one when they are asked to convert.
 __attribute__((always_inline)) inline void widen(Eight &words, const std::uint8_t *bytes)
 {
-    static_assert(std::endian::native == std::endian::little);
-    std::uint64_t all;
-    std::memcpy(&all, bytes, sizeof all);
-    const Pairs two = (Pairs{} + all) >> Pairs{0, 16, 32, 48};
-    words = Eight((two & 0xff) | (two & 0xff00) << 24);
+    if constexpr (std::endian::native == std::endian::little) {
+        std::uint64_t all;
+        std::memcpy(&all, bytes, sizeof all);
+        const Pairs two = (Pairs{} + all) >> Pairs{0, 16, 32, 48};
+        words = Eight((two & 0xff) | (two & 0xff00) << 24);
+    } else {
+        for (int i = 0; i < PixelRows::stretch; ++i)
+            words[i] = bytes[i];
+    }
 }
 
 // Makes each pixel fainter: times its byte / 255.
@@ -87,6 +91,7 @@ __attribute__((always_inline)) inline void layPiece(QRgb *to, const QRgb *screen
         const auto at = std::countr_zero(left) * stretch;
         Eight below;
         std::memcpy(&below, screen + at, sizeof below);
+        below |= opaque;
         Eight above = color;
         blendOver(below, above);
         std::memcpy(to + at, &above, sizeof above);
@@ -97,6 +102,7 @@ __attribute__((always_inline)) inline void layPiece(QRgb *to, const QRgb *screen
         Eight above;
         std::memcpy(&below, screen + at, sizeof below);
         std::memcpy(&above, ink.of(left & -left), sizeof above);
+        below |= opaque;
         blendOver(below, above);
         std::memcpy(to + at, &above, sizeof above);
     }
@@ -206,13 +212,14 @@ VELLUMORA_VECTORIZED void lay(QRgb *to, const QRgb *screen, std::span<const Piec
 
 void lay(QRgb *to, const QRgb *screen, const Ink &ink, Stretches where, int begin, int end)
 {
-    const int firstWhole = (begin + stretch - 1) / stretch;
-    const int endWhole = end / stretch;
-    if (firstWhole > endWhole)
-        return layWithin(to, screen, ink, where, begin, end);
-    layWithin(to, screen, ink, where, begin, firstWhole * stretch);
-    layWithin(to, screen, ink, where, endWhole * stretch, end);
-    lay(to, screen, ink, where & ((Stretches(1) << endWhole) - (Stretches(1) << firstWhole)));
+    const auto [whole, cut] = partsOf(begin, end);
+    if ((where & cut) != 0) {
+        const int firstBorder = std::min((begin + stretch - 1) / stretch * stretch, end);
+        layWithin(to, screen, ink, where, begin, firstBorder);
+        layWithin(to, screen, ink, where, std::max(end / stretch * stretch, firstBorder), end);
+    }
+    if ((where & whole) != 0)
+        lay(to, screen, ink, where & whole);
 }
 
 QImage part(const QImage &screen, const QRect &pixels)

@@ -10,8 +10,8 @@ class QImage;
 class QRect;
 
 // Works on rows of pixels, one plain loop each, which the compiler turns into vector
-// code. All results are rounded as Qt rounds when it paints, and opaque whatever the
-// screen has where its opacity would be.
+// code. All results are rounded as Qt rounds when it paints. What is taken from a screen
+// becomes opaque, whatever that has where its opacity would be.
 namespace PixelRows {
 
 constexpr QRgb opaque = 0xff000000;

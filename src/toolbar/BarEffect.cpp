@@ -74,8 +74,8 @@ void BarEffect::draw(QPainter *painter)
     const Painting::Saved saved(*painter);
     painter->translate(bar.topLeft() + pictureFromBar);
     painter->scale(1 / scale, 1 / scale); // from here on in pixels
-    const QRegion left = QRegion(m_whole.rect()) - std::exchange(m_leftOut, {});
-    Bands::blend(*painter, left, [this](const Raster &raster, const QRegion &band) {
+    const QRegion rest = QRegion(m_whole.rect()) - std::exchange(m_leftOut, {});
+    Bands::blend(*painter, rest, [this](const Raster &raster, const QRegion &band) {
         for (const QRect &rect : band)
             blendRows(raster, rect, {});
     });

@@ -123,6 +123,9 @@ class SelectionStepsTest : public QObject {
 
     TempHome home;
 
+    // Enough, four a row, for the bar to have lain on whole pixels once.
+    static int steps(const Editor &editor) { return editor.shot.scale == 1.25 ? 16 : 3; }
+
 private slots:
     void initTestCase() { Defaults::setValue(Defaults::shapeTipKey, 99); } // the tip would lie over strokes
 
@@ -181,11 +184,29 @@ private slots:
             editor.view->discardSelection();
             editor.mouse->drag({margin, margin}, {points.width() - margin, points.height() - margin});
             editor.mouse->press({300, 300});
-            for (const QPointF to : {QPointF(302, 301), QPointF(298, 299), QPointF(299, 300)}) {
-                editor.mouse->move(to);
+            for (int step = 0; step < steps(editor); ++step) {
+                editor.mouse->move(QPointF(298 + step % 4, 298 + step / 4));
                 QCOMPARE(differing(editor.shown(), editor.view->grab().toImage()), 0);
             }
-            editor.mouse->release({299, 300});
+            editor.mouse->release({301, 301});
+        }
+    }
+
+    // There the glow is written by itself, after what lies beneath.
+    void theBarShowsOverAGlowThatStands_data() { scales(); }
+    void theBarShowsOverAGlowThatStands()
+    {
+        QFETCH(QString, screen);
+        Editor editor(screen);
+        editor.desktop.stillness = false;
+        QVERIFY(QTest::qWaitForWindowExposed(editor.view.get()));
+        editor.mouse->drag({200, 300}, {900, 600});
+        for (int step = 0; step < steps(editor); ++step) {
+            editor.mouse->drag({500, 400}, step % 4 == 3 ? QPointF(497, 401) : QPointF(501, 400));
+            QTRY_VERIFY(!editor.view->halo().covered().isEmpty());
+            editor.view->repaint();
+            const QImage now = editor.pixels()->copy();
+            QCOMPARE(differing(now, editor.view->grab().toImage()), 0);
         }
     }
 };

@@ -165,6 +165,7 @@ void Canvas::showCopied()
 
 void Canvas::paint(QPainter &painter, const QRegion &exposed, std::optional<QPointF> picked, Bar &bar)
 {
+    bar.leaveOut({});     // it was not painted after all
     if (isWhole(exposed)) // perhaps of a window whose memory is another
         m_standing.loseAll();
     const QRegion uncovered = m_space.pixelsOf(exposed - m_halo.covered());
@@ -219,7 +220,7 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
     const bool carries = lifted() != nullptr;
     const Chrome::Scene now = scene();
     const auto frame = now.framed ? std::optional<Chrome::Frame>(now) : std::nullopt;
-    const QRegion barred = exposed & openTo(bar, painter);
+    const QRegion barred = exposed & openTo(bar, painter, now);
     Bands::fill(painter, exposed, [&](const Raster &raster, const QRegion &band) {
         // Regions of many rectangles are quick to cut by one, and slow by each other.
         const QRect box = band.boundingRect();
@@ -245,15 +246,16 @@ void Canvas::drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar)
     bar.leaveOut(barred);
 }
 
-// Where nothing that is still to be painted comes between what the bands hold and the bar.
-// Only in the window, where the bar is sure to be painted next.
-QRegion Canvas::openTo(const Bar &bar, const QPainter &painter) const
+// Where nothing that is still to be painted comes between what the bands hold and the bar: not
+// where the glow is kept, whose edge may lie within a pixel. Only in the window, where the
+// bar is sure to be painted next.
+QRegion Canvas::openTo(const Bar &bar, const QPainter &painter, const Chrome::Scene &now) const
 {
     if (busy() || !Bands::lasting(painter, m_widget.backingStore()))
         return {};
-    QRegion between = m_space.around(Chrome::productBadge(m_state.bounds), 1);
-    if (!scene().framed)
-        between += Chrome::footprint(scene(), m_space);
+    QRegion between = m_halo.covered() + m_space.around(Chrome::productBadge(m_state.bounds), 1);
+    if (!now.framed)
+        between += Chrome::footprint(now, m_space);
     return QRegion(bar.pictured(m_shot.scale)) - m_space.pixelsOf(between);
 }
 

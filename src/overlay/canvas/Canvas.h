@@ -76,7 +76,7 @@ private:
     void endStaleFade();
     void drawScreen(QPainter &painter, const QRegion &exposed, const QRegion &bare, Bar &bar);
     void drawSelected(QPainter &painter, const QRegion &exposed, Bar &bar);
-    [[nodiscard]] QRegion openTo(const Bar &bar, const QPainter &painter) const;
+    [[nodiscard]] QRegion openTo(const Bar &bar, const QPainter &painter, const Chrome::Scene &now) const;
     [[nodiscard]] bool busy() const;
     [[nodiscard]] bool isWhole(const QRegion &exposed) const;
     [[nodiscard]] QRegion bare() const;

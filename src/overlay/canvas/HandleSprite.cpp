@@ -1,10 +1,10 @@
 #include "overlay/canvas/HandleSprite.h"
 
-#include "base/Painting.h"
 #include "base/Rect.h"
 
 #include <QHash>
 #include <QImage>
+#include <QPainter>
 
 #include <cmath>
 

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <ranges>
 #include <tuple>
 
 namespace {
@@ -159,7 +158,6 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const Strip &
     QRgb *const to = raster.at(corner.x(), corner.y());
     const QRgb *const from = pixels(screen, corner.x(), corner.y());
     const TilePicture *const *tiles = &m_tiles[tileAt(first, y)];
-    const Changed *changed = &m_changed[changedAt(first, y)];
     const auto inkOf = [&](int column) {
         const TilePicture *tile = tiles[column];
         return tile ? tile->ink(rowWithin(y)) : PixelRows::Ink{.pixels = nullptr};
@@ -167,10 +165,10 @@ void MovedInk::drawRow(const Raster &raster, const QImage &screen, const Strip &
     std::size_t pieces = 0;
     Bits cut = 0;
     for (int column = 0; const PixelRows::Parts &parts : strip.parts) {
-        if (const Bits whole = *changed & parts.whole; whole != 0)
+        const Bits changed = m_changed[changedAt(first + column, y)];
+        if (const Bits whole = changed & parts.whole; whole != 0)
             m_pieces[pieces++] = {.at = column * side, .where = whole, .ink = inkOf(column)};
-        cut |= *changed & parts.cut;
-        changed += m_part.height();
+        cut |= changed & parts.cut;
         ++column;
     }
     PixelRows::lay(to, from, {m_pieces.data(), pieces});

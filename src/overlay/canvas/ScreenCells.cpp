@@ -1,7 +1,6 @@
 #include "overlay/canvas/ScreenCells.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -25,11 +24,6 @@ void ScreenCells::add(const QRect &pixels)
         const auto begin = m_held.begin() + std::ptrdiff_t(row) * m_columns;
         std::fill(begin + part.left() / m_side, begin + part.right() / m_side + 1, std::uint8_t(1));
     }
-}
-
-void ScreenCells::add(const ScreenCells &others)
-{
-    std::ranges::transform(m_held, others.m_held, m_held.begin(), std::bit_or());
 }
 
 // Rows that are alike become one, as regions have it.

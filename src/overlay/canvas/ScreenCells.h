@@ -14,8 +14,6 @@ public:
     ScreenCells(const QRect &screen, int side);
 
     void add(const QRect &pixels);
-    // Adds what others, of the same screen and side, hold.
-    void add(const ScreenCells &others);
     // Returns the cells that hold what has been added.
     [[nodiscard]] QRegion region() const;
 
