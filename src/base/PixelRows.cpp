@@ -18,17 +18,23 @@ using Eight = std::uint32_t __attribute__((vector_size(sizeof(QRgb) * PixelRows:
 using Halves = std::uint16_t __attribute__((vector_size(sizeof(Eight))));
 using Pairs = std::uint64_t __attribute__((vector_size(sizeof(Eight))));
 
-// Always part of its caller, and so compiled for the same processor.
-__attribute__((always_inline)) inline void blendOver(const Eight &below, Eight &above)
+// Always part of its caller, and so compiled for the same processor, like what follows. All
+// four channels times factor / 255, rounded.
+__attribute__((always_inline)) inline void multiply(Eight &pixels, const Eight &factor)
 {
     using PixelRows::halves;
     using PixelRows::pairs;
-    const Eight alpha = 255U - (above >> 24);
-    const auto through = Halves(alpha | alpha << 16);
-    const auto even = Eight(Halves(below & pairs) * through);
-    const auto odd = Eight(Halves(below >> 8 & pairs) * through);
-    above += (((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
-              | ((odd + (odd >> 8 & pairs) + halves) & ~pairs));
+    const auto both = Halves(factor | factor << 16);
+    const auto even = Eight(Halves(pixels & pairs) * both);
+    const auto odd = Eight(Halves(pixels >> 8 & pairs) * both);
+    pixels = ((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
+             | ((odd + (odd >> 8 & pairs) + halves) & ~pairs);
+}
+
+__attribute__((always_inline)) inline void blendOver(Eight &below, Eight &above)
+{
+    multiply(below, 255U - (above >> 24));
+    above += below;
 }
 
 // Eight bytes, each as a word. Compilers take them one by one when they are asked to convert.
@@ -43,20 +49,6 @@ __attribute__((always_inline)) inline void widen(Eight &words, const std::uint8_
         for (int i = 0; i < PixelRows::stretch; ++i)
             words[i] = bytes[i];
     }
-}
-
-// Makes each pixel fainter: times its byte / 255.
-__attribute__((always_inline)) inline void fadeBy(Eight &pixels, const std::uint8_t *bytes)
-{
-    using PixelRows::halves;
-    using PixelRows::pairs;
-    Eight factor;
-    widen(factor, bytes);
-    const auto both = Halves(factor | factor << 16);
-    const auto even = Eight(Halves(pixels & pairs) * both);
-    const auto odd = Eight(Halves(pixels >> 8 & pairs) * both);
-    pixels = ((even + (even >> 8 & pairs) + halves) >> 8 & pairs)
-             | ((odd + (odd >> 8 & pairs) + halves) & ~pairs);
 }
 
 void unpackStretch(QRgb *to, const PixelRows::Ink &ink, PixelRows::Stretches bit)
@@ -182,7 +174,9 @@ VELLUMORA_VECTORIZED void blendCovering(QRgb *over, const QRgb *from, const std:
         Eight above;
         std::memcpy(&below, over + i, sizeof below);
         std::memcpy(&above, from + i, sizeof above);
-        fadeBy(above, coverage + i);
+        Eight covered;
+        widen(covered, coverage + i);
+        multiply(above, covered);
         blendOver(below, above);
         std::memcpy(over + i, &above, sizeof above);
     }

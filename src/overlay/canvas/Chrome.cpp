@@ -215,11 +215,13 @@ void Frame::drawOutline(const Raster &raster, const QRegion &part) const
 
 void Frame::drawSprites(const Raster &raster, const QRegion &part) const
 {
-    for (const auto &[upperLeft, picture] : m_sprites)
-        for (const QRect &rect : part &QRect(upperLeft, picture.size()))
+    for (const Sprite &sprite : m_sprites)
+        for (const QRect &rect : part &sprite.place())
             for (int y = rect.top(); y <= rect.bottom(); ++y) {
-                const auto *line = reinterpret_cast<const QRgb *>(picture.constScanLine(y - upperLeft.y()));
-                PixelRows::blend(raster.at(rect.left(), y), line + rect.left() - upperLeft.x(), rect.width());
+                const uchar *line = sprite.picture.constScanLine(y - sprite.upperLeft.y());
+                PixelRows::blend(raster.at(rect.left(), y),
+                                 reinterpret_cast<const QRgb *>(line) + rect.left() - sprite.upperLeft.x(),
+                                 rect.width());
             }
 }
 

@@ -65,7 +65,7 @@ private:
         TilePicture picture;    // null while nothing is drawn on it
         std::vector<Id> wanted; // ids of the marks that touch it
         std::vector<Id> shown;  // ids of the marks that are on the picture
-        bool complete = false;  // they are the same
+        bool complete = false;  // these are the same, which takes long to see in every step
     };
     struct KeptMosaic : Tessera {
         AnnotationPtr mark;
